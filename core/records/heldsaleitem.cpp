@@ -1,0 +1,5 @@
+#include "records/heldsaleitem.h"
+
+#include "records/records.h"
+
+TALLY_RECORD_IMPL(HeldSaleItem, TALLY_HELD_SALE_ITEM_FIELDS)

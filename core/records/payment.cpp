@@ -1,0 +1,5 @@
+#include "records/payment.h"
+
+#include "records/records.h"
+
+TALLY_RECORD_IMPL(Payment, TALLY_PAYMENT_FIELDS)

@@ -1,0 +1,12 @@
+#pragma once
+
+#include "store/modelcontainer.h"
+
+// The layout of a store file: the 23 record types in their fixed order, and the indexes that
+// the screens and reports filter on.
+class POSSchema {
+public:
+    static const std::vector<const Entity*>& all();
+    static SchemaDescription description();
+    static QString versionText() { return QStringLiteral("1.0.0"); }
+};

@@ -1,0 +1,25 @@
+#pragma once
+
+class User;
+class Category;
+class Product;
+class Customer;
+class Sale;
+class SaleItem;
+class Payment;
+class InventoryMovement;
+class TillShift;
+class CashMovement;
+class HeldSale;
+class HeldSaleItem;
+class AppSettings;
+class Supplier;
+class CustomerPayment;
+class LoyaltyEntry;
+class Tax;
+class TaxGroup;
+class PurchaseOrder;
+class PurchaseOrderLine;
+class AuditEntry;
+class StaffMember;
+class Appointment;

@@ -1,0 +1,5 @@
+#include "records/saleitem.h"
+
+#include "records/records.h"
+
+TALLY_RECORD_IMPL(SaleItem, TALLY_SALE_ITEM_FIELDS)

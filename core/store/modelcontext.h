@@ -1,0 +1,102 @@
+#pragma once
+
+#include "store/query.h"
+#include "store/record.h"
+#include "store/sqlite.h"
+
+#include <QHash>
+#include <QObject>
+#include <QSet>
+
+#include <vector>
+
+// The unit of work over one store file. Changes made to live objects are written inside an open
+// transaction before any read, so every fetch and count sees them; save() commits them all at
+// once, rollback() puts every object back as it was at the last save.
+class ModelContext : public QObject {
+    Q_OBJECT
+
+public:
+    ModelContext(SqliteConnection& connection, std::vector<const Entity*> schema);
+    ~ModelContext() override;
+
+    void insert(const RecordRef& record);
+    // Deletes with the delete rules: related records are nullified or deleted in turn.
+    void remove(const RecordRef& record);
+
+    // Throws StoreError; the changes are then still pending, for a retry or a rollback.
+    void save();
+    void rollback();
+    bool hasChanges() const { return !m_changed.isEmpty(); }
+
+    QList<RecordRef> fetch(const Entity& entity, const FetchDescriptor& descriptor = {});
+    RecordRef find(const Entity& entity, const QString& id);
+    qint64 count(const Entity& entity, const Condition& filter = {});
+
+    template <class T>
+    QList<Ref<T>> fetch(const FetchDescriptor& descriptor = {})
+    {
+        const QList<RecordRef> found = fetch(T::schema(), descriptor);
+        QList<Ref<T>> result;
+        result.reserve(found.size());
+        for (const RecordRef& record : found)
+            result.append(std::static_pointer_cast<T>(record));
+        return result;
+    }
+    template <class T>
+    Ref<T> fetchFirst(FetchDescriptor descriptor = {})
+    {
+        descriptor.limit = 1;
+        const QList<RecordRef> found = fetch(T::schema(), descriptor);
+        return found.isEmpty() ? nullptr : std::static_pointer_cast<T>(found.first());
+    }
+    template <class T>
+    Ref<T> find(const QUuid& id)
+    {
+        return std::static_pointer_cast<T>(find(T::schema(), Record::uuidText(id)));
+    }
+    template <class T>
+    qint64 count(const Condition& filter = {})
+    {
+        return count(T::schema(), filter);
+    }
+
+    // For answers the record API can't give (sums, the highest number); pending changes are
+    // written first so the answer includes them.
+    QVariant scalar(const QString& sql, const QVariantList& bindings = {});
+    SqliteConnection& connection() { return m_connection; }
+    const std::vector<const Entity*>& schema() const { return m_schema; }
+
+Q_SIGNALS:
+    // After a save committed and after a rollback: the names of the record types touched.
+    void didChange(const QSet<QString>& entityNames);
+
+private:
+    friend class Record;
+
+    struct Reference {
+        const Entity* owner;
+        int field;
+    };
+
+    void flush();
+    void write(Record& record);
+    void writeJoinRows(Record& record, int field);
+    void noteChanged(Record& record);
+    void queueFlush(Record& record);
+    void resetFlushState();
+    void applyDeleteRules(Record& record);
+    void forget(Record& record);
+    RecordRef materialize(const Entity& entity, SqliteStatement& row);
+    QStringList loadJoinIds(const Record& record, int field);
+
+    SqliteConnection& m_connection;
+    std::vector<const Entity*> m_schema;
+    QHash<const Entity*, QList<Reference>> m_referencesTo;     // ToOne fields pointing at an entity
+    QHash<const Entity*, QList<Reference>> m_manyToManyTo;     // ManyToMany fields pointing at an entity
+    QHash<QString, std::weak_ptr<Record>> m_identity;
+    qsizetype m_identityPurgeAt = 4096;
+    QHash<Record*, RecordRef> m_changed; // everything changed since the last save
+    std::vector<RecordRef> m_flushQueue;
+    bool m_flushing = false;
+};
