@@ -58,4 +58,9 @@
 
 class AppSettings final : public Record {
     TALLY_RECORD(AppSettings, TALLY_APP_SETTINGS_FIELDS)
+
+public:
+    double loyaltyValuePerPoint() const;
+    QString discountLimitText() const;
+    bool hasLogo() const { return logoPNG().has_value() && !logoPNG()->isEmpty(); }
 };

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "records/enums.h"
 #include "records/recordsfwd.h"
 #include "store/recordmacros.h"
 
@@ -16,4 +17,10 @@
 
 class Payment final : public Record {
     TALLY_RECORD(Payment, TALLY_PAYMENT_FIELDS)
+
+public:
+    static Ref<Payment> make(PaymentMethodType method, double amount, double tenderedAmount, double changeGiven,
+                             const QString& reference);
+
+    PaymentMethodType method() const { return PaymentMethodTypes::fromRaw(methodRaw()); }
 };

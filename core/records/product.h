@@ -1,5 +1,7 @@
 #pragma once
 
+#include "money/taxcomponent.h"
+#include "records/enums.h"
 #include "records/recordsfwd.h"
 #include "store/recordmacros.h"
 
@@ -31,4 +33,16 @@
 
 class Product final : public Record {
     TALLY_RECORD(Product, TALLY_PRODUCT_FIELDS)
+
+public:
+    ProductType productType() const { return ProductTypes::fromRaw(productTypeRaw()); }
+    void setProductType(ProductType type) { setProductTypeRaw(ProductTypes::raw(type)); }
+    SellingUnit sellingUnit() const { return SellingUnits::fromRaw(sellingUnitRaw()); }
+    void setSellingUnit(SellingUnit unit) { setSellingUnitRaw(SellingUnits::raw(unit)); }
+    // An unknown type counts stock, like inventory.
+    bool tracksStock() const { return productType() == ProductType::inventory; }
+    bool isLowStock() const { return tracksStock() && stockQuantity() <= reorderLevel(); }
+    double stockValue() const { return tracksStock() ? costPrice() * stockQuantity() : 0; }
+    double marginPerUnit() const { return sellingPrice() - costPrice(); }
+    std::vector<TaxComponent> taxComponents() const;
 };

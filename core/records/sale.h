@@ -1,5 +1,6 @@
 #pragma once
 
+#include "records/enums.h"
 #include "records/recordsfwd.h"
 #include "store/recordmacros.h"
 
@@ -33,4 +34,15 @@
 
 class Sale final : public Record {
     TALLY_RECORD(Sale, TALLY_SALE_FIELDS)
+
+public:
+    static Ref<Sale> make(const QString& invoiceNumber, const Ref<User>& cashier, const Ref<Customer>& customer,
+                          const Ref<TillShift>& tillShift);
+
+    std::optional<SaleStatus> status() const { return SaleStatuses::fromRaw(statusRaw()); }
+    void setStatus(SaleStatus status) { setStatusRaw(SaleStatuses::raw(status)); }
+    bool isRefund() const { return refundOfSaleID().has_value(); }
+    // An unknown status is not voided, so the till still counts the sale.
+    bool isVoided() const { return status() == SaleStatus::voided; }
+    double discountTotal() const { return lineDiscountTotal() + saleDiscount() + pointsDiscount(); }
 };

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "money/taxbreakdown.h"
 #include "records/recordsfwd.h"
 #include "store/recordmacros.h"
 
@@ -26,4 +27,16 @@
 
 class SaleItem final : public Record {
     TALLY_RECORD(SaleItem, TALLY_SALE_ITEM_FIELDS)
+
+public:
+    // A snapshot of the product as sold; with no product the snapshots keep their defaults.
+    static Ref<SaleItem> make(const Ref<Product>& product, double quantity, double unitPrice, double unitCostSnapshot,
+                              double taxRateSnapshot, double lineDiscount, bool pricesIncludeTax);
+
+    // None of these is rounded: whoever shows or adds them rounds.
+    double grossAmount() const { return unitPrice() * quantity(); }
+    double taxAmount() const;
+    double lineTotal() const;
+    double commission() const;
+    std::vector<TaxAmount> taxBreakdown() const;
 };

@@ -15,4 +15,9 @@
 
 class Tax final : public Record {
     TALLY_RECORD(Tax, TALLY_TAX_FIELDS)
+
+public:
+    static Ref<Tax> make(const QString& name, double rate, bool isCompound, qint64 sortOrder);
+
+    QString label() const;
 };

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "money/taxcomponent.h"
 #include "records/recordsfwd.h"
 #include "store/recordmacros.h"
 
@@ -14,4 +15,12 @@
 
 class TaxGroup final : public Record {
     TALLY_RECORD(TaxGroup, TALLY_TAX_GROUP_FIELDS)
+
+public:
+    static Ref<TaxGroup> make(const QString& name, const QList<Ref<Tax>>& taxes, qint64 sortOrder);
+
+    QList<Ref<Tax>> sortedTaxes() const;
+    // A compound tax is charged on the base plus the plain levies, so its share is expressed
+    // as a fraction of the bare base.
+    std::vector<TaxComponent> components() const;
 };

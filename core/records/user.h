@@ -1,5 +1,6 @@
 #pragma once
 
+#include "records/enums.h"
 #include "records/recordsfwd.h"
 #include "store/recordmacros.h"
 
@@ -19,4 +20,8 @@
 
 class User final : public Record {
     TALLY_RECORD(User, TALLY_USER_FIELDS)
+
+public:
+    std::optional<UserRole> role() const { return UserRoles::fromRaw(roleRaw()); }
+    void setRole(UserRole role) { setRoleRaw(UserRoles::raw(role)); }
 };
