@@ -1,1 +1,42 @@
-int main(){}
+#include "environment/startuperror.h"
+#include "environment/tallyrunapp.h"
+#include "startup/appprofile.h"
+#include "startup/marketregistry.h"
+#include "ui/mainwindow.h"
+
+#include <QApplication>
+#include <QMessageBox>
+
+#include <cstdio>
+#include <memory>
+
+namespace {
+int stopAtStartup(const QString& description)
+{
+    std::fprintf(stderr, "Tallyrun: %s\n", qPrintable(description));
+    // Without a screen to show it on, a modal box would wait forever.
+    if (QGuiApplication::platformName() != QLatin1String("offscreen"))
+        QMessageBox::critical(nullptr, QStringLiteral("Tallyrun"), description);
+    return 1;
+}
+} // namespace
+
+int main(int argc, char* argv[])
+{
+    // Before the first QSettings, so preferences land under Tallyrun.
+    QCoreApplication::setOrganizationName(AppProfile::organizationName());
+    QCoreApplication::setApplicationName(AppProfile::applicationName());
+    QApplication application(argc, argv);
+
+    MarketRegistry registry(AppProfile::defaults());
+    std::unique_ptr<TallyrunApp> app;
+    try {
+        app = std::make_unique<TallyrunApp>(registry, TallyrunApp::defaultStorePath());
+    } catch (const StartupError& error) {
+        return stopAtStartup(error.description());
+    }
+
+    MainWindow window(app->environment(), app->session(), app->market().name);
+    window.show();
+    return application.exec();
+}

@@ -14,7 +14,10 @@ QDateTime Clock::now()
     return current ? current() : QDateTime::currentDateTime();
 }
 
-double Clock::nowSeconds() { return double(now().toMSecsSinceEpoch()) / 1000.0; }
+double Clock::nowSeconds()
+{
+    return double(now().toMSecsSinceEpoch()) / 1000.0;
+}
 
 Clock::Override::Override(std::function<QDateTime()> replacement)
     : m_previous(source())
@@ -27,4 +30,7 @@ Clock::Override::Override(const QDateTime& fixed)
 {
 }
 
-Clock::Override::~Override() { source() = m_previous; }
+Clock::Override::~Override()
+{
+    source() = m_previous;
+}

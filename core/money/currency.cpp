@@ -4,7 +4,8 @@
 
 #include <cmath>
 
-QString Currency::format(double amount, const QString& symbol, const QString& code) {
+QString Currency::format(double amount, const QString& symbol, const QString& code)
+{
     Q_UNUSED(code);
     static const QLocale locale(QLocale::English, QLocale::UnitedStates);
     QString digits = locale.toString(std::abs(amount), 'f', 2);
@@ -14,7 +15,8 @@ QString Currency::format(double amount, const QString& symbol, const QString& co
     return (amount < 0 ? QStringLiteral("-") : QString()) + symbol + digits;
 }
 
-QString Currency::percentText(double rate) {
+QString Currency::percentText(double rate)
+{
     QString text = QString::asprintf("%.2f", rate * 100.0);
     while (text.endsWith(u'0'))
         text.chop(1);

@@ -4,7 +4,8 @@
 
 #include <cmath>
 
-QString Quantity::format(double quantity) {
+QString Quantity::format(double quantity)
+{
     const double rounded = Rounding::toThousandths(quantity);
     if (rounded == std::trunc(rounded))
         return QString::number(rounded, 'f', 0);
@@ -14,7 +15,8 @@ QString Quantity::format(double quantity) {
     return text;
 }
 
-QString Quantity::format(double quantity, SellingUnit unit) {
+QString Quantity::format(double quantity, SellingUnit unit)
+{
     const QString symbol = SellingUnits::symbol(unit);
     return symbol.isEmpty() ? format(quantity) : format(quantity) + u' ' + symbol;
 }

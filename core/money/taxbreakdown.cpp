@@ -9,7 +9,8 @@
 
 std::vector<TaxAmount> TaxBreakdown::forLine(const std::vector<TaxComponent>& components, double quantity,
                                              double unitPrice, double lineDiscount, double taxRateSnapshot,
-                                             bool pricesIncludeTax) {
+                                             bool pricesIncludeTax)
+{
     std::vector<TaxComponent> used = components;
     if (used.empty() && taxRateSnapshot > 0)
         used.push_back(
@@ -32,8 +33,8 @@ std::vector<TaxAmount> TaxBreakdown::forLine(const std::vector<TaxComponent>& co
     return amounts;
 }
 
-std::vector<TaxAmount> TaxBreakdown::combine(const std::vector<std::vector<TaxAmount>>& perItem,
-                                             double total) {
+std::vector<TaxAmount> TaxBreakdown::combine(const std::vector<std::vector<TaxAmount>>& perItem, double total)
+{
     std::vector<TaxAmount> sums;
     for (const std::vector<TaxAmount>& item : perItem) {
         for (const TaxAmount& entry : item) {

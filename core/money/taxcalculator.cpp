@@ -4,12 +4,14 @@
 
 #include <algorithm>
 
-static double netOf(const TaxCalculator::LineInput& line) {
+static double netOf(const TaxCalculator::LineInput& line)
+{
     return std::max(line.grossAmount - line.lineDiscount, 0.0);
 }
 
 CartCalculation TaxCalculator::calculate(const std::vector<LineInput>& lines, double saleDiscount,
-                                         bool taxInclusive) {
+                                         bool taxInclusive)
+{
     double netSum = 0;
     for (const LineInput& line : lines)
         netSum += netOf(line);

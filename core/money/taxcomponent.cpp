@@ -6,14 +6,16 @@
 #include <cmath>
 
 // The shortest text that reads back as the same double: 0.15 stays "0.15", not 0.1499999...
-static QString shareText(double share) {
+static QString shareText(double share)
+{
     char buffer[32];
     const auto [end, error] = std::to_chars(buffer, buffer + sizeof buffer, share);
     Q_ASSERT(error == std::errc());
     return QString::fromLatin1(buffer, end - buffer);
 }
 
-QString TaxComponent::encode(const std::vector<TaxComponent>& components) {
+QString TaxComponent::encode(const std::vector<TaxComponent>& components)
+{
     QStringList lines;
     lines.reserve(qsizetype(components.size()));
     for (const TaxComponent& component : components)
@@ -21,7 +23,8 @@ QString TaxComponent::encode(const std::vector<TaxComponent>& components) {
     return lines.join(u'\n');
 }
 
-std::vector<TaxComponent> TaxComponent::decode(const QString& text) {
+std::vector<TaxComponent> TaxComponent::decode(const QString& text)
+{
     std::vector<TaxComponent> components;
     const QStringList lines = text.split(u'\n', Qt::SkipEmptyParts);
     for (const QString& line : lines) {

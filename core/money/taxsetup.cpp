@@ -10,8 +10,7 @@
 #include <map>
 
 namespace {
-template <class T>
-QList<Ref<T>> fetchOrNone(ModelContext& context, const FetchDescriptor& descriptor = {})
+template <class T> QList<Ref<T>> fetchOrNone(ModelContext& context, const FetchDescriptor& descriptor = {})
 {
     try {
         return context.fetch<T>(descriptor);
@@ -133,7 +132,8 @@ void TaxSetup::syncAll(ModelContext& context)
     saveDroppingErrors(context);
 }
 
-void TaxSetup::applyDefault(const Ref<Product>& product, ModelContext& context, const Ref<AppSettings>& settings)
+void TaxSetup::applyDefault(const Ref<Product>& product, ModelContext& context,
+                            const Ref<AppSettings>& settings)
 {
     ensure(context, settings);
     product->setIsTaxable(true);

@@ -17,7 +17,8 @@ public:
     static Ref<TaxGroup> defaultGroup(ModelContext& context, const Ref<AppSettings>& settings);
     static void sync(Product& product);
     static void syncAll(ModelContext& context);
-    static void applyDefault(const Ref<Product>& product, ModelContext& context, const Ref<AppSettings>& settings);
+    static void applyDefault(const Ref<Product>& product, ModelContext& context,
+                             const Ref<AppSettings>& settings);
     static qsizetype moveProducts(const Ref<TaxGroup>& from, const Ref<TaxGroup>& to, ModelContext& context);
     static void remove(const Ref<Tax>& tax, ModelContext& context);
     static std::vector<TaxAmount> breakdown(const QList<Ref<SaleItem>>& items, double total);

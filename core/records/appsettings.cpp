@@ -1,8 +1,8 @@
 #include "records/appsettings.h"
 
-#include "records/records.h"
 #include "money/currency.h"
 #include "money/quantity.h"
+#include "records/records.h"
 
 TALLY_RECORD_IMPL(AppSettings, TALLY_APP_SETTINGS_FIELDS)
 

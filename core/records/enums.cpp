@@ -4,7 +4,8 @@
 
 // Reads raw through the enumeration's own raw() so that the texts are written down only once.
 template <typename Enum, typename Range, typename RawOf>
-static std::optional<Enum> findRaw(const QString& raw, const Range& values, RawOf rawOf) {
+static std::optional<Enum> findRaw(const QString& raw, const Range& values, RawOf rawOf)
+{
     for (Enum value : values) {
         if (rawOf(value) == raw)
             return value;
@@ -18,7 +19,8 @@ static constexpr std::array<SaleStatus, 4> allSaleStatuses{
     SaleStatus::completed, SaleStatus::partiallyRefunded, SaleStatus::refunded, SaleStatus::voided};
 static constexpr std::array<UserRole, 2> allUserRoles{UserRole::admin, UserRole::cashier};
 
-QString ProductTypes::raw(ProductType type) {
+QString ProductTypes::raw(ProductType type)
+{
     switch (type) {
     case ProductType::inventory:
         return QStringLiteral("inventory");
@@ -30,11 +32,13 @@ QString ProductTypes::raw(ProductType type) {
     Q_UNREACHABLE();
 }
 
-ProductType ProductTypes::fromRaw(const QString& raw) {
+ProductType ProductTypes::fromRaw(const QString& raw)
+{
     return findRaw<ProductType>(raw, allProductTypes, &ProductTypes::raw).value_or(ProductType::inventory);
 }
 
-QString ProductTypes::label(ProductType type) {
+QString ProductTypes::label(ProductType type)
+{
     switch (type) {
     case ProductType::inventory:
         return QStringLiteral("Inventory Item");
@@ -46,7 +50,8 @@ QString ProductTypes::label(ProductType type) {
     Q_UNREACHABLE();
 }
 
-std::optional<ProductType> ProductTypes::parse(const QString& text) {
+std::optional<ProductType> ProductTypes::parse(const QString& text)
+{
     // Spreadsheets write "Non-Inventory Item", "non inventory" and the like: compare letters only.
     QString letters;
     for (QChar c : text.toLower()) {
@@ -65,7 +70,8 @@ std::optional<ProductType> ProductTypes::parse(const QString& text) {
     return std::nullopt;
 }
 
-QString SellingUnits::raw(SellingUnit unit) {
+QString SellingUnits::raw(SellingUnit unit)
+{
     switch (unit) {
     case SellingUnit::each:
         return QStringLiteral("each");
@@ -85,11 +91,13 @@ QString SellingUnits::raw(SellingUnit unit) {
     Q_UNREACHABLE();
 }
 
-SellingUnit SellingUnits::fromRaw(const QString& raw) {
+SellingUnit SellingUnits::fromRaw(const QString& raw)
+{
     return findRaw<SellingUnit>(raw, all, &SellingUnits::raw).value_or(SellingUnit::each);
 }
 
-QString SellingUnits::symbol(SellingUnit unit) {
+QString SellingUnits::symbol(SellingUnit unit)
+{
     switch (unit) {
     case SellingUnit::each:
         return {};
@@ -109,7 +117,8 @@ QString SellingUnits::symbol(SellingUnit unit) {
     Q_UNREACHABLE();
 }
 
-QString SellingUnits::label(SellingUnit unit) {
+QString SellingUnits::label(SellingUnit unit)
+{
     switch (unit) {
     case SellingUnit::each:
         return QStringLiteral("Each (whole units)");
@@ -129,11 +138,13 @@ QString SellingUnits::label(SellingUnit unit) {
     Q_UNREACHABLE();
 }
 
-bool SellingUnits::allowsFractions(SellingUnit unit) {
+bool SellingUnits::allowsFractions(SellingUnit unit)
+{
     return unit != SellingUnit::each;
 }
 
-std::optional<SellingUnit> SellingUnits::parse(const QString& text) {
+std::optional<SellingUnit> SellingUnits::parse(const QString& text)
+{
     const QString key = text.trimmed().toLower();
     if (key.isEmpty())
         return std::nullopt;
@@ -157,12 +168,14 @@ std::optional<SellingUnit> SellingUnits::parse(const QString& text) {
     return std::nullopt;
 }
 
-QString SellingUnits::fractionHint() {
+QString SellingUnits::fractionHint()
+{
     return QStringLiteral(
         "Kilogram, litre, metre and hour can be sold in fractions (1.5 kg); the till asks for the amount.");
 }
 
-QString PaymentMethodTypes::raw(PaymentMethodType method) {
+QString PaymentMethodTypes::raw(PaymentMethodType method)
+{
     switch (method) {
     case PaymentMethodType::cash:
         return QStringLiteral("cash");
@@ -178,11 +191,13 @@ QString PaymentMethodTypes::raw(PaymentMethodType method) {
     Q_UNREACHABLE();
 }
 
-PaymentMethodType PaymentMethodTypes::fromRaw(const QString& raw) {
+PaymentMethodType PaymentMethodTypes::fromRaw(const QString& raw)
+{
     return findRaw<PaymentMethodType>(raw, all, &PaymentMethodTypes::raw).value_or(PaymentMethodType::cash);
 }
 
-QString PaymentMethodTypes::label(PaymentMethodType method) {
+QString PaymentMethodTypes::label(PaymentMethodType method)
+{
     switch (method) {
     case PaymentMethodType::cash:
         return QStringLiteral("Cash");
@@ -198,7 +213,8 @@ QString PaymentMethodTypes::label(PaymentMethodType method) {
     Q_UNREACHABLE();
 }
 
-QString SaleStatuses::raw(SaleStatus status) {
+QString SaleStatuses::raw(SaleStatus status)
+{
     switch (status) {
     case SaleStatus::completed:
         return QStringLiteral("completed");
@@ -212,11 +228,13 @@ QString SaleStatuses::raw(SaleStatus status) {
     Q_UNREACHABLE();
 }
 
-std::optional<SaleStatus> SaleStatuses::fromRaw(const QString& raw) {
+std::optional<SaleStatus> SaleStatuses::fromRaw(const QString& raw)
+{
     return findRaw<SaleStatus>(raw, allSaleStatuses, &SaleStatuses::raw);
 }
 
-QString UserRoles::raw(UserRole role) {
+QString UserRoles::raw(UserRole role)
+{
     switch (role) {
     case UserRole::admin:
         return QStringLiteral("admin");
@@ -226,11 +244,13 @@ QString UserRoles::raw(UserRole role) {
     Q_UNREACHABLE();
 }
 
-std::optional<UserRole> UserRoles::fromRaw(const QString& raw) {
+std::optional<UserRole> UserRoles::fromRaw(const QString& raw)
+{
     return findRaw<UserRole>(raw, allUserRoles, &UserRoles::raw);
 }
 
-QString UserRoles::label(UserRole role) {
+QString UserRoles::label(UserRole role)
+{
     switch (role) {
     case UserRole::admin:
         return QStringLiteral("Admin");

@@ -19,8 +19,8 @@ class Payment final : public Record {
     TALLY_RECORD(Payment, TALLY_PAYMENT_FIELDS)
 
 public:
-    static Ref<Payment> make(PaymentMethodType method, double amount, double tenderedAmount, double changeGiven,
-                             const QString& reference);
+    static Ref<Payment> make(PaymentMethodType method, double amount, double tenderedAmount,
+                             double changeGiven, const QString& reference);
 
     PaymentMethodType method() const { return PaymentMethodTypes::fromRaw(methodRaw()); }
 };

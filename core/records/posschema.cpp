@@ -5,12 +5,29 @@
 const std::vector<const Entity*>& POSSchema::all()
 {
     static const std::vector<const Entity*> entities = {
-        &User::schema(),         &Category::schema(),      &Product::schema(),         &Customer::schema(),
-        &Sale::schema(),         &SaleItem::schema(),      &Payment::schema(),         &InventoryMovement::schema(),
-        &TillShift::schema(),    &CashMovement::schema(),  &HeldSale::schema(),        &HeldSaleItem::schema(),
-        &AppSettings::schema(),  &Supplier::schema(),      &CustomerPayment::schema(), &LoyaltyEntry::schema(),
-        &Tax::schema(),          &TaxGroup::schema(),      &PurchaseOrder::schema(),   &PurchaseOrderLine::schema(),
-        &AuditEntry::schema(),   &StaffMember::schema(),   &Appointment::schema(),
+        &User::schema(),
+        &Category::schema(),
+        &Product::schema(),
+        &Customer::schema(),
+        &Sale::schema(),
+        &SaleItem::schema(),
+        &Payment::schema(),
+        &InventoryMovement::schema(),
+        &TillShift::schema(),
+        &CashMovement::schema(),
+        &HeldSale::schema(),
+        &HeldSaleItem::schema(),
+        &AppSettings::schema(),
+        &Supplier::schema(),
+        &CustomerPayment::schema(),
+        &LoyaltyEntry::schema(),
+        &Tax::schema(),
+        &TaxGroup::schema(),
+        &PurchaseOrder::schema(),
+        &PurchaseOrderLine::schema(),
+        &AuditEntry::schema(),
+        &StaffMember::schema(),
+        &Appointment::schema(),
     };
     return entities;
 }

@@ -1,7 +1,7 @@
 #include "records/product.h"
 
-#include "records/records.h"
 #include "money/currency.h"
+#include "records/records.h"
 
 TALLY_RECORD_IMPL(Product, TALLY_PRODUCT_FIELDS)
 

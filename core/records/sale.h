@@ -36,8 +36,8 @@ class Sale final : public Record {
     TALLY_RECORD(Sale, TALLY_SALE_FIELDS)
 
 public:
-    static Ref<Sale> make(const QString& invoiceNumber, const Ref<User>& cashier, const Ref<Customer>& customer,
-                          const Ref<TillShift>& tillShift);
+    static Ref<Sale> make(const QString& invoiceNumber, const Ref<User>& cashier,
+                          const Ref<Customer>& customer, const Ref<TillShift>& tillShift);
 
     std::optional<SaleStatus> status() const { return SaleStatuses::fromRaw(statusRaw()); }
     void setStatus(SaleStatus status) { setStatusRaw(SaleStatuses::raw(status)); }

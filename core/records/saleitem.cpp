@@ -16,7 +16,8 @@ Ref<SaleItem> SaleItem::make(const Ref<Product>& product, double quantity, doubl
     item->setTaxRateSnapshot(taxRateSnapshot);
     item->setLineDiscount(lineDiscount);
     item->setPricesIncludeTax(pricesIncludeTax);
-    item->setTaxComponentsRaw(TaxComponent::encode(product ? product->taxComponents() : std::vector<TaxComponent>{}));
+    item->setTaxComponentsRaw(
+        TaxComponent::encode(product ? product->taxComponents() : std::vector<TaxComponent>{}));
     if (product) {
         item->setProductNameSnapshot(product->name());
         item->setSkuSnapshot(product->sku());
@@ -47,6 +48,6 @@ double SaleItem::commission() const
 
 std::vector<TaxAmount> SaleItem::taxBreakdown() const
 {
-    return TaxBreakdown::forLine(TaxComponent::decode(taxComponentsRaw()), quantity(), unitPrice(), lineDiscount(),
-                                 taxRateSnapshot(), pricesIncludeTax());
+    return TaxBreakdown::forLine(TaxComponent::decode(taxComponentsRaw()), quantity(), unitPrice(),
+                                 lineDiscount(), taxRateSnapshot(), pricesIncludeTax());
 }

@@ -30,8 +30,9 @@ class SaleItem final : public Record {
 
 public:
     // A snapshot of the product as sold; with no product the snapshots keep their defaults.
-    static Ref<SaleItem> make(const Ref<Product>& product, double quantity, double unitPrice, double unitCostSnapshot,
-                              double taxRateSnapshot, double lineDiscount, bool pricesIncludeTax);
+    static Ref<SaleItem> make(const Ref<Product>& product, double quantity, double unitPrice,
+                              double unitCostSnapshot, double taxRateSnapshot, double lineDiscount,
+                              bool pricesIncludeTax);
 
     // None of these is rounded: whoever shows or adds them rounds.
     double grossAmount() const { return unitPrice() * quantity(); }

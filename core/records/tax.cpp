@@ -1,7 +1,7 @@
 #include "records/tax.h"
 
-#include "records/records.h"
 #include "money/currency.h"
+#include "records/records.h"
 
 TALLY_RECORD_IMPL(Tax, TALLY_TAX_FIELDS)
 
@@ -15,4 +15,7 @@ Ref<Tax> Tax::make(const QString& name, double rate, bool isCompound, qint64 sor
     return tax;
 }
 
-QString Tax::label() const { return QStringLiteral("%1 (%2)").arg(name(), Currency::percentText(rate())); }
+QString Tax::label() const
+{
+    return QStringLiteral("%1 (%2)").arg(name(), Currency::percentText(rate()));
+}

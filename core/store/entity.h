@@ -10,21 +10,21 @@
 class Record;
 
 enum class FieldType {
-    Id,         // upper-case UUID text, the primary key
-    Text,       // QString, never absent
-    Number,     // double
-    Integer,    // qint64
-    Flag,       // bool, stored 0/1
-    Date,       // seconds since the Unix epoch, stored REAL
-    OptText,    // QString or absent
-    OptNumber,  // double or absent
-    OptInteger, // qint64 or absent
-    OptDate,    // seconds or absent
-    OptUuid,    // upper-case UUID text or absent; a plain value, not a relationship
-    OptBytes,   // QByteArray or absent
-    ToOne,      // the related record's id, or absent
-    ToMany,     // inverse of a ToOne field of the target; no column
-    ManyToMany, // ordered ids, kept in a join table
+    Id,                // upper-case UUID text, the primary key
+    Text,              // QString, never absent
+    Number,            // double
+    Integer,           // qint64
+    Flag,              // bool, stored 0/1
+    Date,              // seconds since the Unix epoch, stored REAL
+    OptText,           // QString or absent
+    OptNumber,         // double or absent
+    OptInteger,        // qint64 or absent
+    OptDate,           // seconds or absent
+    OptUuid,           // upper-case UUID text or absent; a plain value, not a relationship
+    OptBytes,          // QByteArray or absent
+    ToOne,             // the related record's id, or absent
+    ToMany,            // inverse of a ToOne field of the target; no column
+    ManyToMany,        // ordered ids, kept in a join table
     ManyToManyInverse, // inverse of a ManyToMany field of the target; no column
 };
 
@@ -37,15 +37,15 @@ using EntityRef = const Entity& (*)();
 struct FieldDescription {
     const char* name;
     FieldType type;
-    QVariant defaultValue; // for value fields; Date fields without one start at "now"
-    EntityRef target = nullptr;  // related entity for relationships
+    QVariant defaultValue;         // for value fields; Date fields without one start at "now"
+    EntityRef target = nullptr;    // related entity for relationships
     const char* inverse = nullptr; // the target's field on the other side of a ToMany / ManyToManyInverse
     DeleteRule rule = DeleteRule::Nullify;
 
     bool hasColumn() const
     {
-        return type != FieldType::ToMany && type != FieldType::ManyToMany
-            && type != FieldType::ManyToManyInverse;
+        return type != FieldType::ToMany && type != FieldType::ManyToMany &&
+               type != FieldType::ManyToManyInverse;
     }
     QString sqlType() const;
 };

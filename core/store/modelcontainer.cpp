@@ -5,7 +5,10 @@
 #include <QSet>
 
 namespace {
-QString quoted(const QString& name) { return QLatin1Char('"') + name + QLatin1Char('"'); }
+QString quoted(const QString& name)
+{
+    return QLatin1Char('"') + name + QLatin1Char('"');
+}
 
 QString sqlLiteral(const QVariant& value)
 {
@@ -17,7 +20,8 @@ QString sqlLiteral(const QVariant& value)
     case QMetaType::LongLong:
         return QString::number(value.toLongLong());
     default:
-        return QLatin1Char('\'') + value.toString().replace(QLatin1Char('\''), QStringLiteral("''")) + QLatin1Char('\'');
+        return QLatin1Char('\'') + value.toString().replace(QLatin1Char('\''), QStringLiteral("''")) +
+               QLatin1Char('\'');
     }
 }
 } // namespace
@@ -31,7 +35,8 @@ ModelContainer::ModelContainer(const QString& path, SchemaDescription schema)
         createOrUpgrade();
     } catch (const StoreError& error) {
         m_connection.close();
-        throw StoreError(QStringLiteral("%1 could not be opened as a store. %2").arg(path, error.description()));
+        throw StoreError(
+            QStringLiteral("%1 could not be opened as a store. %2").arg(path, error.description()));
     }
     m_context = std::make_unique<ModelContext>(m_connection, m_schema.entities);
 }
@@ -57,24 +62,29 @@ void ModelContainer::createOrUpgrade()
 {
     const qint64 tables =
         m_connection
-            .scalar(QStringLiteral("SELECT COUNT(*) FROM sqlite_master WHERE type = 'table' AND name NOT LIKE 'sqlite_%'"))
+            .scalar(QStringLiteral(
+                "SELECT COUNT(*) FROM sqlite_master WHERE type = 'table' AND name NOT LIKE 'sqlite_%'"))
             .toLongLong();
     const qint64 applicationId = m_connection.scalar(QStringLiteral("PRAGMA application_id")).toLongLong();
     const qint64 version = m_connection.scalar(QStringLiteral("PRAGMA user_version")).toLongLong();
     if (tables > 0 && applicationId != m_schema.applicationId)
         throw StoreError(QStringLiteral("The file holds data of another program, not a Tallyrun store."));
     if (version > m_schema.version)
-        throw StoreError(QStringLiteral("The store was made by a newer version of Tallyrun (layout %1, this version reads %2).")
-                             .arg(version)
-                             .arg(m_schema.version));
+        throw StoreError(
+            QStringLiteral(
+                "The store was made by a newer version of Tallyrun (layout %1, this version reads %2).")
+                .arg(version)
+                .arg(m_schema.version));
 
     m_connection.execute(QStringLiteral("BEGIN IMMEDIATE"));
     try {
         for (const Entity* entity : m_schema.entities) {
-            const bool exists = m_connection
-                                    .scalar(QStringLiteral("SELECT COUNT(*) FROM sqlite_master WHERE type = 'table' AND name = ?"),
-                                            {entity->name})
-                                    .toLongLong() > 0;
+            const bool exists =
+                m_connection
+                    .scalar(QStringLiteral(
+                                "SELECT COUNT(*) FROM sqlite_master WHERE type = 'table' AND name = ?"),
+                            {entity->name})
+                    .toLongLong() > 0;
             if (exists)
                 upgradeTable(*entity);
             else
@@ -85,8 +95,10 @@ void ModelContainer::createOrUpgrade()
             for (const QString& column : index.columns)
                 columns << quoted(column);
             m_connection.execute(QStringLiteral("CREATE INDEX IF NOT EXISTS %1 ON %2 (%3)")
-                                     .arg(quoted(QLatin1String(index.table) + QLatin1Char('_') + index.columns.join(QLatin1Char('_'))),
-                                          quoted(QLatin1String(index.table)), columns.join(QStringLiteral(", "))));
+                                     .arg(quoted(QLatin1String(index.table) + QLatin1Char('_') +
+                                                 index.columns.join(QLatin1Char('_'))),
+                                          quoted(QLatin1String(index.table)),
+                                          columns.join(QStringLiteral(", "))));
         }
         m_connection.execute(QStringLiteral("PRAGMA application_id = %1").arg(m_schema.applicationId));
         m_connection.execute(QStringLiteral("PRAGMA user_version = %1").arg(m_schema.version));
@@ -114,8 +126,9 @@ QString ModelContainer::columnDefinition(const FieldDescription& field) const
     case FieldType::ToOne:
         // Relationship rules are applied to the live objects first; the constraint only keeps
         // the file consistent if a row goes by another road.
-        return definition + QStringLiteral(" REFERENCES %1(\"id\") ON DELETE SET NULL DEFERRABLE INITIALLY DEFERRED")
-                                .arg(quoted(field.target().name));
+        return definition +
+               QStringLiteral(" REFERENCES %1(\"id\") ON DELETE SET NULL DEFERRABLE INITIALLY DEFERRED")
+                   .arg(quoted(field.target().name));
     default:
         return definition;
     }
@@ -126,7 +139,8 @@ void ModelContainer::createTable(const Entity& entity)
     QStringList columns;
     for (int field : entity.columnFields)
         columns << columnDefinition(entity.fields[size_t(field)]);
-    m_connection.execute(QStringLiteral("CREATE TABLE %1 (%2)").arg(quoted(entity.name), columns.join(QStringLiteral(", "))));
+    m_connection.execute(
+        QStringLiteral("CREATE TABLE %1 (%2)").arg(quoted(entity.name), columns.join(QStringLiteral(", "))));
     createRelationshipTables(entity);
 }
 
@@ -143,14 +157,17 @@ void ModelContainer::createRelationshipTables(const Entity& entity)
             const QString left = entity.name;
             const QString right = field.target().name;
             m_connection.execute(
-                QStringLiteral("CREATE TABLE IF NOT EXISTS %1 (%2 TEXT NOT NULL REFERENCES %2(\"id\") ON DELETE CASCADE "
-                               "DEFERRABLE INITIALLY DEFERRED, %3 TEXT NOT NULL REFERENCES %3(\"id\") ON DELETE CASCADE "
-                               "DEFERRABLE INITIALLY DEFERRED)")
+                QStringLiteral(
+                    "CREATE TABLE IF NOT EXISTS %1 (%2 TEXT NOT NULL REFERENCES %2(\"id\") ON DELETE CASCADE "
+                    "DEFERRABLE INITIALLY DEFERRED, %3 TEXT NOT NULL REFERENCES %3(\"id\") ON DELETE CASCADE "
+                    "DEFERRABLE INITIALLY DEFERRED)")
                     .arg(quoted(join), quoted(left), quoted(right)));
-            m_connection.execute(QStringLiteral("CREATE INDEX IF NOT EXISTS %1 ON %2 (%3)")
-                                     .arg(quoted(join + QLatin1Char('_') + left), quoted(join), quoted(left)));
-            m_connection.execute(QStringLiteral("CREATE INDEX IF NOT EXISTS %1 ON %2 (%3)")
-                                     .arg(quoted(join + QLatin1Char('_') + right), quoted(join), quoted(right)));
+            m_connection.execute(
+                QStringLiteral("CREATE INDEX IF NOT EXISTS %1 ON %2 (%3)")
+                    .arg(quoted(join + QLatin1Char('_') + left), quoted(join), quoted(left)));
+            m_connection.execute(
+                QStringLiteral("CREATE INDEX IF NOT EXISTS %1 ON %2 (%3)")
+                    .arg(quoted(join + QLatin1Char('_') + right), quoted(join), quoted(right)));
         }
     }
 }
@@ -161,7 +178,8 @@ void ModelContainer::upgradeTable(const Entity& entity)
 {
     QHash<QString, QString> existing;
     {
-        SqliteStatement info = m_connection.prepare(QStringLiteral("PRAGMA table_info(%1)").arg(quoted(entity.name)));
+        SqliteStatement info =
+            m_connection.prepare(QStringLiteral("PRAGMA table_info(%1)").arg(quoted(entity.name)));
         while (info.step())
             existing.insert(info.text(1), info.text(2).toUpper());
     }
@@ -172,11 +190,14 @@ void ModelContainer::upgradeTable(const Entity& entity)
         if (found == existing.constEnd()) {
             if (field.type == FieldType::Id)
                 throw StoreError(QStringLiteral("Its table %1 has no id column.").arg(entity.name));
-            m_connection.execute(QStringLiteral("ALTER TABLE %1 ADD COLUMN %2").arg(quoted(entity.name), columnDefinition(field)));
+            m_connection.execute(QStringLiteral("ALTER TABLE %1 ADD COLUMN %2")
+                                     .arg(quoted(entity.name), columnDefinition(field)));
         } else if (found.value() != field.sqlType()) {
-            throw StoreError(QStringLiteral("Its column %1.%2 holds %3 where %4 is expected.")
-                                 .arg(entity.name, name, found.value().isEmpty() ? QStringLiteral("untyped data") : found.value(),
-                                      field.sqlType()));
+            throw StoreError(
+                QStringLiteral("Its column %1.%2 holds %3 where %4 is expected.")
+                    .arg(entity.name, name,
+                         found.value().isEmpty() ? QStringLiteral("untyped data") : found.value(),
+                         field.sqlType()));
         }
     }
     createRelationshipTables(entity);

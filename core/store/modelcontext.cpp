@@ -65,8 +65,8 @@ void ModelContext::applyDeleteRules(Record& record)
         const char* fieldName = reference.owner->fields[size_t(reference.field)].name;
         DeleteRule rule = DeleteRule::Nullify;
         for (const FieldDescription& field : entity.fields) {
-            if (field.type == FieldType::ToMany && &field.target() == reference.owner
-                && qstrcmp(field.inverse, fieldName) == 0)
+            if (field.type == FieldType::ToMany && &field.target() == reference.owner &&
+                qstrcmp(field.inverse, fieldName) == 0)
                 rule = field.rule;
         }
         const QList<RecordRef> related = fetch(*reference.owner, FetchDescriptor(Column{fieldName} == id));
@@ -79,11 +79,11 @@ void ModelContext::applyDeleteRules(Record& record)
     }
     for (const Reference& reference : m_manyToManyTo.value(&entity)) {
         const QString joinTable = reference.owner->joinTable(reference.field);
-        const QList<RecordRef> holders =
-            fetch(*reference.owner, FetchDescriptor(Condition(
-                                        QStringLiteral("\"id\" IN (SELECT \"%1\" FROM \"%2\" WHERE \"%3\" = ?)")
-                                            .arg(reference.owner->name, joinTable, entity.name),
-                                        {id})));
+        const QList<RecordRef> holders = fetch(
+            *reference.owner,
+            FetchDescriptor(Condition(QStringLiteral("\"id\" IN (SELECT \"%1\" FROM \"%2\" WHERE \"%3\" = ?)")
+                                          .arg(reference.owner->name, joinTable, entity.name),
+                                      {id})));
         for (const RecordRef& holder : holders) {
             holder->loadManyToMany(reference.field);
             QStringList ids = holder->m_values[size_t(reference.field)].toStringList();
@@ -159,7 +159,8 @@ void ModelContext::write(Record& record)
     if (record.m_state == Record::State::Deleted || record.m_state == Record::State::New) {
         if (!record.m_inDatabase)
             return;
-        SqliteStatement statement = m_connection.prepare(QStringLiteral("DELETE FROM %1 WHERE \"id\" = ?").arg(table));
+        SqliteStatement statement =
+            m_connection.prepare(QStringLiteral("DELETE FROM %1 WHERE \"id\" = ?").arg(table));
         statement.bind(1, record.idText());
         statement.execute();
         record.m_inDatabase = false;
@@ -168,8 +169,9 @@ void ModelContext::write(Record& record)
     }
     if (!record.m_inDatabase) {
         QStringList marks(qsizetype(entity.columnFields.size()), QStringLiteral("?"));
-        SqliteStatement statement = m_connection.prepare(
-            QStringLiteral("INSERT INTO %1 (%2) VALUES (%3)").arg(table, entity.selectList, marks.join(QLatin1Char(','))));
+        SqliteStatement statement =
+            m_connection.prepare(QStringLiteral("INSERT INTO %1 (%2) VALUES (%3)")
+                                     .arg(table, entity.selectList, marks.join(QLatin1Char(','))));
         int bindIndex = 1;
         for (int field : entity.columnFields)
             statement.bind(bindIndex++, record.m_values[size_t(field)]);
@@ -188,13 +190,15 @@ void ModelContext::write(Record& record)
     QVariantList values;
     for (int field : entity.columnFields) {
         if (record.m_unflushedFields & (quint64(1) << field)) {
-            assignments << QLatin1Char('"') + QLatin1String(entity.fields[size_t(field)].name) + QStringLiteral("\" = ?");
+            assignments << QLatin1Char('"') + QLatin1String(entity.fields[size_t(field)].name) +
+                               QStringLiteral("\" = ?");
             values << record.m_values[size_t(field)];
         }
     }
     if (!assignments.isEmpty()) {
-        SqliteStatement statement = m_connection.prepare(
-            QStringLiteral("UPDATE %1 SET %2 WHERE \"id\" = ?").arg(table, assignments.join(QStringLiteral(", "))));
+        SqliteStatement statement =
+            m_connection.prepare(QStringLiteral("UPDATE %1 SET %2 WHERE \"id\" = ?")
+                                     .arg(table, assignments.join(QStringLiteral(", "))));
         statement.bindAll(values);
         statement.bind(int(values.size()) + 1, record.idText());
         statement.execute();
@@ -211,11 +215,12 @@ void ModelContext::writeJoinRows(Record& record, int field)
     const Entity& entity = record.entity();
     const QString joinTable = entity.joinTable(field);
     const QString target = entity.fields[size_t(field)].target().name;
-    SqliteStatement clear =
-        m_connection.prepare(QStringLiteral("DELETE FROM \"%1\" WHERE \"%2\" = ?").arg(joinTable, entity.name));
+    SqliteStatement clear = m_connection.prepare(
+        QStringLiteral("DELETE FROM \"%1\" WHERE \"%2\" = ?").arg(joinTable, entity.name));
     clear.bind(1, record.idText());
     clear.execute();
-    const QString insertSql = QStringLiteral("INSERT INTO \"%1\" (\"%2\", \"%3\") VALUES (?, ?)").arg(joinTable, entity.name, target);
+    const QString insertSql = QStringLiteral("INSERT INTO \"%1\" (\"%2\", \"%3\") VALUES (?, ?)")
+                                  .arg(joinTable, entity.name, target);
     for (const QString& id : record.m_values[size_t(field)].toStringList()) {
         SqliteStatement insert = m_connection.prepare(insertSql);
         insert.bind(1, record.idText());

@@ -33,8 +33,7 @@ public:
     RecordRef find(const Entity& entity, const QString& id);
     qint64 count(const Entity& entity, const Condition& filter = {});
 
-    template <class T>
-    QList<Ref<T>> fetch(const FetchDescriptor& descriptor = {})
+    template <class T> QList<Ref<T>> fetch(const FetchDescriptor& descriptor = {})
     {
         const QList<RecordRef> found = fetch(T::schema(), descriptor);
         QList<Ref<T>> result;
@@ -43,23 +42,17 @@ public:
             result.append(std::static_pointer_cast<T>(record));
         return result;
     }
-    template <class T>
-    Ref<T> fetchFirst(FetchDescriptor descriptor = {})
+    template <class T> Ref<T> fetchFirst(FetchDescriptor descriptor = {})
     {
         descriptor.limit = 1;
         const QList<RecordRef> found = fetch(T::schema(), descriptor);
         return found.isEmpty() ? nullptr : std::static_pointer_cast<T>(found.first());
     }
-    template <class T>
-    Ref<T> find(const QUuid& id)
+    template <class T> Ref<T> find(const QUuid& id)
     {
         return std::static_pointer_cast<T>(find(T::schema(), Record::uuidText(id)));
     }
-    template <class T>
-    qint64 count(const Condition& filter = {})
-    {
-        return count(T::schema(), filter);
-    }
+    template <class T> qint64 count(const Condition& filter = {}) { return count(T::schema(), filter); }
 
     // For answers the record API can't give (sums, the highest number); pending changes are
     // written first so the answer includes them.
@@ -92,8 +85,8 @@ private:
 
     SqliteConnection& m_connection;
     std::vector<const Entity*> m_schema;
-    QHash<const Entity*, QList<Reference>> m_referencesTo;     // ToOne fields pointing at an entity
-    QHash<const Entity*, QList<Reference>> m_manyToManyTo;     // ManyToMany fields pointing at an entity
+    QHash<const Entity*, QList<Reference>> m_referencesTo; // ToOne fields pointing at an entity
+    QHash<const Entity*, QList<Reference>> m_manyToManyTo; // ManyToMany fields pointing at an entity
     QHash<QString, std::weak_ptr<Record>> m_identity;
     qsizetype m_identityPurgeAt = 4096;
     QHash<Record*, RecordRef> m_changed; // everything changed since the last save

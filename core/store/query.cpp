@@ -8,7 +8,8 @@ Condition Condition::combine(const Condition& a, const Condition& b, const char*
         return b;
     if (b.isEmpty())
         return a;
-    return {QStringLiteral("(%1) %2 (%3)").arg(a.m_sql, QLatin1String(op), b.m_sql), a.m_bindings + b.m_bindings};
+    return {QStringLiteral("(%1) %2 (%3)").arg(a.m_sql, QLatin1String(op), b.m_sql),
+            a.m_bindings + b.m_bindings};
 }
 
 Condition operator!(const Condition& a)
@@ -28,9 +29,15 @@ QVariant toStoredValue(const QVariant& value)
     }
 }
 
-QVariant toStoredValue(const QDateTime& value) { return Record::secondsFromDate(value); }
+QVariant toStoredValue(const QDateTime& value)
+{
+    return Record::secondsFromDate(value);
+}
 
-QVariant toStoredValue(const QUuid& value) { return Record::uuidText(value); }
+QVariant toStoredValue(const QUuid& value)
+{
+    return Record::uuidText(value);
+}
 
 QVariant toStoredValue(const std::shared_ptr<Record>& value)
 {
@@ -43,7 +50,8 @@ Condition Column::contains(const QString& text) const
     escaped.replace(QLatin1Char('\\'), QStringLiteral("\\\\"))
         .replace(QLatin1Char('%'), QStringLiteral("\\%"))
         .replace(QLatin1Char('_'), QStringLiteral("\\_"));
-    return {quoted() + QStringLiteral(" LIKE ? ESCAPE '\\'"), {QLatin1Char('%') + escaped + QLatin1Char('%')}};
+    return {quoted() + QStringLiteral(" LIKE ? ESCAPE '\\'"),
+            {QLatin1Char('%') + escaped + QLatin1Char('%')}};
 }
 
 Condition Column::in(const QVariantList& values) const

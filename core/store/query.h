@@ -41,17 +41,34 @@ QVariant toStoredValue(const QVariant& value);
 QVariant toStoredValue(const QDateTime& value);
 QVariant toStoredValue(const QUuid& value);
 QVariant toStoredValue(const std::shared_ptr<Record>& value);
-template <class T>
-QVariant toStoredValue(const std::shared_ptr<T>& value)
+template <class T> QVariant toStoredValue(const std::shared_ptr<T>& value)
 {
     return toStoredValue(std::static_pointer_cast<Record>(value));
 }
-inline QVariant toStoredValue(const char* value) { return QString::fromUtf8(value); }
-inline QVariant toStoredValue(const QString& value) { return value; }
-inline QVariant toStoredValue(bool value) { return value; }
-inline QVariant toStoredValue(int value) { return qint64(value); }
-inline QVariant toStoredValue(qint64 value) { return value; }
-inline QVariant toStoredValue(double value) { return value; }
+inline QVariant toStoredValue(const char* value)
+{
+    return QString::fromUtf8(value);
+}
+inline QVariant toStoredValue(const QString& value)
+{
+    return value;
+}
+inline QVariant toStoredValue(bool value)
+{
+    return value;
+}
+inline QVariant toStoredValue(int value)
+{
+    return qint64(value);
+}
+inline QVariant toStoredValue(qint64 value)
+{
+    return value;
+}
+inline QVariant toStoredValue(double value)
+{
+    return value;
+}
 
 struct Column {
     const char* name;
@@ -64,8 +81,7 @@ struct Column {
     Condition contains(const QString& text) const;
     Condition in(const QVariantList& values) const;
 
-    template <class V>
-    Condition compare(const char* op, const V& value) const
+    template <class V> Condition compare(const char* op, const V& value) const
     {
         const QVariant stored = toStoredValue(value);
         if (stored.isNull() && (op == std::string_view("=") || op == std::string_view("!=")))
@@ -84,8 +100,14 @@ struct SortDescriptor {
     Column column;
     bool ascending = true;
 };
-inline SortDescriptor ascending(Column column) { return {column, true}; }
-inline SortDescriptor descending(Column column) { return {column, false}; }
+inline SortDescriptor ascending(Column column)
+{
+    return {column, true};
+}
+inline SortDescriptor descending(Column column)
+{
+    return {column, false};
+}
 
 struct FetchDescriptor {
     Condition filter;

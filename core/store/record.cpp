@@ -27,16 +27,25 @@ Record::Record(const Entity& entity, LoadingTag)
 
 Record::~Record() = default;
 
-QUuid Record::id() const { return QUuid::fromString(idText()); }
+QUuid Record::id() const
+{
+    return QUuid::fromString(idText());
+}
 
-QString Record::uuidText(const QUuid& uuid) { return uuid.toString(QUuid::WithoutBraces).toUpper(); }
+QString Record::uuidText(const QUuid& uuid)
+{
+    return uuid.toString(QUuid::WithoutBraces).toUpper();
+}
 
 QDateTime Record::dateFromSeconds(double seconds)
 {
     return QDateTime::fromMSecsSinceEpoch(std::llround(seconds * 1000.0));
 }
 
-double Record::secondsFromDate(const QDateTime& date) { return double(date.toMSecsSinceEpoch()) / 1000.0; }
+double Record::secondsFromDate(const QDateTime& date)
+{
+    return double(date.toMSecsSinceEpoch()) / 1000.0;
+}
 
 namespace {
 // Keeps each field in one QVariant type, so that comparing old and new values is exact.
@@ -73,8 +82,8 @@ QVariant normalized(FieldType type, const QVariant& value)
 void Record::setRawValue(int field, const QVariant& value)
 {
     const FieldDescription& description = entity().fields[size_t(field)];
-    Q_ASSERT(description.type != FieldType::Id && description.type != FieldType::ToMany
-             && description.type != FieldType::ManyToManyInverse);
+    Q_ASSERT(description.type != FieldType::Id && description.type != FieldType::ToMany &&
+             description.type != FieldType::ManyToManyInverse);
     const QVariant stored = normalized(description.type, value);
     QVariant& current = m_values[size_t(field)];
     if (current == stored && current.isNull() == stored.isNull())

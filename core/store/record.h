@@ -14,8 +14,7 @@
 
 class ModelContext;
 
-template <class T>
-using Ref = std::shared_ptr<T>;
+template <class T> using Ref = std::shared_ptr<T>;
 using RecordRef = std::shared_ptr<Record>;
 
 // A live object of the store: one per row in memory (the context's identity map sees to that).
@@ -82,13 +81,11 @@ protected:
     QList<RecordRef> manyToManyValue(int field) const;
     void setManyToMany(int field, const QList<RecordRef>& targets);
 
-    template <class T>
-    static Ref<T> cast(const RecordRef& record)
+    template <class T> static Ref<T> cast(const RecordRef& record)
     {
         return std::static_pointer_cast<T>(record);
     }
-    template <class T>
-    static QList<Ref<T>> castAll(const QList<RecordRef>& records)
+    template <class T> static QList<Ref<T>> castAll(const QList<RecordRef>& records)
     {
         QList<Ref<T>> result;
         result.reserve(records.size());
@@ -96,8 +93,7 @@ protected:
             result.append(std::static_pointer_cast<T>(record));
         return result;
     }
-    template <class T>
-    static QList<RecordRef> upcastAll(const QList<Ref<T>>& records)
+    template <class T> static QList<RecordRef> upcastAll(const QList<Ref<T>>& records)
     {
         return QList<RecordRef>(records.begin(), records.end());
     }
@@ -120,8 +116,8 @@ private:
     State m_state = State::New;
     std::optional<std::vector<QVariant>> m_snapshot; // values at the last save, kept on first change
     State m_stateAtSave = State::New;
-    bool m_inDatabase = false;         // a row exists in the open transaction
-    quint64 m_unflushedFields = 0;     // bit per field changed since the last flush
+    bool m_inDatabase = false;     // a row exists in the open transaction
+    quint64 m_unflushedFields = 0; // bit per field changed since the last flush
     bool m_queuedForFlush = false;
     std::vector<RecordRef> m_pendingTargets; // related records set before this one joined a context
 };

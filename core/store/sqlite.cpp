@@ -75,7 +75,10 @@ void SqliteStatement::execute()
     }
 }
 
-int SqliteStatement::columnCount() const { return sqlite3_column_count(m_statement); }
+int SqliteStatement::columnCount() const
+{
+    return sqlite3_column_count(m_statement);
+}
 
 bool SqliteStatement::isNull(int column) const
 {
@@ -88,9 +91,15 @@ QString SqliteStatement::text(int column) const
     return chars ? QString::fromUtf8(chars, sqlite3_column_bytes(m_statement, column)) : QString();
 }
 
-double SqliteStatement::real(int column) const { return sqlite3_column_double(m_statement, column); }
+double SqliteStatement::real(int column) const
+{
+    return sqlite3_column_double(m_statement, column);
+}
 
-qint64 SqliteStatement::integer(int column) const { return sqlite3_column_int64(m_statement, column); }
+qint64 SqliteStatement::integer(int column) const
+{
+    return sqlite3_column_int64(m_statement, column);
+}
 
 QByteArray SqliteStatement::blob(int column) const
 {
@@ -115,7 +124,10 @@ QVariant SqliteStatement::value(int column) const
     }
 }
 
-SqliteConnection::~SqliteConnection() { close(); }
+SqliteConnection::~SqliteConnection()
+{
+    close();
+}
 
 void SqliteConnection::open(const QString& path)
 {
@@ -124,7 +136,8 @@ void SqliteConnection::open(const QString& path)
     const int rc = sqlite3_open_v2(path.toUtf8().constData(), &m_db,
                                    SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE | SQLITE_OPEN_NOMUTEX, nullptr);
     if (rc != SQLITE_OK) {
-        const QString message = m_db ? QString::fromUtf8(sqlite3_errmsg(m_db)) : QString::fromUtf8(sqlite3_errstr(rc));
+        const QString message =
+            m_db ? QString::fromUtf8(sqlite3_errmsg(m_db)) : QString::fromUtf8(sqlite3_errstr(rc));
         sqlite3_close(m_db);
         m_db = nullptr;
         throw StoreError(QStringLiteral("The store file %1 could not be opened: %2").arg(path, message));
@@ -180,9 +193,15 @@ QString SqliteConnection::errorMessage() const
     return m_db ? QString::fromUtf8(sqlite3_errmsg(m_db)) : QStringLiteral("the store is not open");
 }
 
-qint64 SqliteConnection::changes() const { return sqlite3_changes64(m_db); }
+qint64 SqliteConnection::changes() const
+{
+    return sqlite3_changes64(m_db);
+}
 
-bool SqliteConnection::inTransaction() const { return m_db && !sqlite3_get_autocommit(m_db); }
+bool SqliteConnection::inTransaction() const
+{
+    return m_db && !sqlite3_get_autocommit(m_db);
+}
 
 void SqliteConnection::fail(const QString& what) const
 {

@@ -5,7 +5,8 @@
 #include <gtest/gtest.h>
 
 template <typename Names, typename Enum, size_t count>
-static std::string rawTexts(const std::array<Enum, count>& values) {
+static std::string rawTexts(const std::array<Enum, count>& values)
+{
     QStringList texts;
     for (Enum value : values) {
         texts << Names::raw(value);
@@ -15,7 +16,8 @@ static std::string rawTexts(const std::array<Enum, count>& values) {
 }
 
 // Raw texts live in every store and backup: a change here orphans existing rows.
-TEST(Enums, RawTextsArePinnedAndReadBack) {
+TEST(Enums, RawTextsArePinnedAndReadBack)
+{
     EXPECT_EQ(rawTexts<SellingUnits>(SellingUnits::all), "each,kg,g,litre,ml,metre,hour");
     EXPECT_EQ(rawTexts<PaymentMethodTypes>(PaymentMethodTypes::all), "cash,card,mobileMoney,other,onAccount");
     EXPECT_EQ(rawTexts<ProductTypes>(
@@ -27,7 +29,8 @@ TEST(Enums, RawTextsArePinnedAndReadBack) {
     EXPECT_EQ(rawTexts<UserRoles>(std::array{UserRole::admin, UserRole::cashier}), "admin,cashier");
 }
 
-TEST(Enums, UnknownRawTextFallsBackOrIsAbsent) {
+TEST(Enums, UnknownRawTextFallsBackOrIsAbsent)
+{
     // Raw texts are exact: a differently cased one is as unknown as a made-up one.
     for (const QString raw : {"", "widget", "Service", "KG"}) {
         EXPECT_EQ(ProductTypes::fromRaw(raw), ProductType::inventory);
@@ -39,7 +42,8 @@ TEST(Enums, UnknownRawTextFallsBackOrIsAbsent) {
     EXPECT_EQ(UserRoles::fromRaw("Admin"), std::nullopt);
 }
 
-TEST(Enums, SellingUnitParseAcceptsCommonSpellings) {
+TEST(Enums, SellingUnitParseAcceptsCommonSpellings)
+{
     const struct {
         const char* text;
         std::optional<SellingUnit> unit;
@@ -54,7 +58,8 @@ TEST(Enums, SellingUnitParseAcceptsCommonSpellings) {
         EXPECT_EQ(SellingUnits::parse(c.text), c.unit) << '"' << c.text << '"';
 }
 
-TEST(Enums, ProductTypeParseComparesLettersOnly) {
+TEST(Enums, ProductTypeParseComparesLettersOnly)
+{
     const struct {
         const char* text;
         std::optional<ProductType> type;

@@ -12,7 +12,8 @@ struct TextCase {
     const char* text;
 };
 
-TEST(Rounding, HalvesGoAwayFromZeroOnTheScaledDouble) {
+TEST(Rounding, HalvesGoAwayFromZeroOnTheScaledDouble)
+{
     // What the rule gives depends on the product in binary: 2.675 * 100 is exactly 267.5 and goes up,
     // while 1.005 * 100 is 100.49999999999999 and goes down.
     const struct {
@@ -32,7 +33,8 @@ TEST(Rounding, HalvesGoAwayFromZeroOnTheScaledDouble) {
     EXPECT_EQ(Rounding::toPlaces(1.23455, 4), 1.2346);
 }
 
-TEST(Currency, FormatsWithGroupingAndSign) {
+TEST(Currency, FormatsWithGroupingAndSign)
+{
     const TextCase cases[] = {
         {1234.5, "₵1,234.50"},
         {-1234.5, "-₵1,234.50"},
@@ -48,7 +50,8 @@ TEST(Currency, FormatsWithGroupingAndSign) {
     EXPECT_EQ(Currency::format(5, "GH₵", "USD").toStdString(), "GH₵5.00");
 }
 
-TEST(Currency, PercentTextDropsOnlyFractionZeros) {
+TEST(Currency, PercentTextDropsOnlyFractionZeros)
+{
     const TextCase cases[] = {
         {0.15, "15%"}, {0.025, "2.5%"}, {0, "0%"},        {0.125, "12.5%"},
         {0.1, "10%"},  {1, "100%"},     {0.155, "15.5%"},
@@ -57,7 +60,8 @@ TEST(Currency, PercentTextDropsOnlyFractionZeros) {
         EXPECT_EQ(Currency::percentText(c.value).toStdString(), c.text) << c.value;
 }
 
-TEST(Quantity, FormatsToThousandthsWithoutTrailingZeros) {
+TEST(Quantity, FormatsToThousandthsWithoutTrailingZeros)
+{
     const TextCase cases[] = {
         {1.5, "1.5"},  {2, "2"},         {1000, "1000"}, {0.1235, "0.124"},
         {1.0004, "1"}, {-1.25, "-1.25"}, {0.12, "0.12"}, {-0.0001, "0"}, // not "-0"

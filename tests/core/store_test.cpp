@@ -296,7 +296,8 @@ TEST(RecordLayer, SaveThatFailsMidwayLeavesTheFileAsItWas)
     makeSale(context, QStringLiteral("BEFORE"), 1);
     context.save();
     // A failure on the last row written stands in for a full disk.
-    runSql(store.path(), "CREATE TRIGGER refuse BEFORE INSERT ON Payment BEGIN SELECT RAISE(ABORT, 'disk is full'); END");
+    runSql(store.path(),
+           "CREATE TRIGGER refuse BEFORE INSERT ON Payment BEGIN SELECT RAISE(ABORT, 'disk is full'); END");
 
     QSignalSpy spy(&context, &ModelContext::didChange);
     auto sale = makeSale(context, QStringLiteral("FAILS"), 3);
@@ -330,7 +331,8 @@ TEST(RecordLayer, ChangesAfterAFailedSaveCanBeSavedOnceTheCauseIsGone)
     auto customer = std::make_shared<Customer>();
     context.insert(customer);
     context.save();
-    runSql(store.path(), "CREATE TRIGGER refuse BEFORE UPDATE ON Customer BEGIN SELECT RAISE(ABORT, 'locked'); END");
+    runSql(store.path(),
+           "CREATE TRIGGER refuse BEFORE UPDATE ON Customer BEGIN SELECT RAISE(ABORT, 'locked'); END");
     customer->setName(QStringLiteral("Esi"));
     EXPECT_THROW(context.save(), StoreError);
     runSql(store.path(), "DROP TRIGGER refuse");
@@ -372,7 +374,8 @@ TEST(StoreFile, ThatIsNotADatabaseIsRefusedWithAClearError)
         ModelContainer container(path, POSSchema::description());
         FAIL() << "opened a file of x's";
     } catch (const StoreError& error) {
-        EXPECT_TRUE(error.description().contains(QStringLiteral("could not be opened as a store"))) << error.what();
+        EXPECT_TRUE(error.description().contains(QStringLiteral("could not be opened as a store")))
+            << error.what();
         EXPECT_TRUE(error.description().contains(QStringLiteral("not a database"))) << error.what();
     }
 }
@@ -410,7 +413,8 @@ TEST(StoreFile, OfAnotherShapeIsRefusedAndAnOlderOneGainsItsNewColumns)
         store.reopen();
         FAIL();
     } catch (const StoreError& error) {
-        EXPECT_TRUE(error.description().contains(QStringLiteral("Sale.total holds TEXT where REAL is expected")))
+        EXPECT_TRUE(
+            error.description().contains(QStringLiteral("Sale.total holds TEXT where REAL is expected")))
             << error.what();
     }
 }
@@ -423,9 +427,11 @@ TEST(StoreFile, TablesAndColumnsCarryTheRecordAndFieldNames)
     EXPECT_EQ(POSSchema::all().back()->name, QStringLiteral("Appointment"));
     for (const Entity* entity : POSSchema::all()) {
         for (int field : entity->columnFields) {
-            const QString sql = QStringLiteral("SELECT COUNT(\"%1\") FROM \"%2\"").arg(QLatin1String(entity->fields[size_t(field)].name), entity->name);
+            const QString sql = QStringLiteral("SELECT COUNT(\"%1\") FROM \"%2\"")
+                                    .arg(QLatin1String(entity->fields[size_t(field)].name), entity->name);
             EXPECT_EQ(store.context().scalar(sql).toLongLong(), 0) << sql.toStdString();
         }
     }
-    EXPECT_EQ(store.context().scalar(QStringLiteral("PRAGMA journal_mode")).toString(), QStringLiteral("wal"));
+    EXPECT_EQ(store.context().scalar(QStringLiteral("PRAGMA journal_mode")).toString(),
+              QStringLiteral("wal"));
 }

@@ -4,14 +4,16 @@
 
 using Line = TaxCalculator::LineInput;
 
-static void expectLine(const LineCalculation& line, double share, double taxable, double tax, double total) {
+static void expectLine(const LineCalculation& line, double share, double taxable, double tax, double total)
+{
     EXPECT_EQ(line.saleDiscountShare, share);
     EXPECT_EQ(line.taxableAmount, taxable);
     EXPECT_EQ(line.taxAmount, tax);
     EXPECT_EQ(line.lineTotal, total);
 }
 
-TEST(TaxCalculator, SpreadsSaleDiscountOverNetAmountsBeforeTax) {
+TEST(TaxCalculator, SpreadsSaleDiscountOverNetAmountsBeforeTax)
+{
     const std::vector<Line> lines{{100, 0, 0.2}, {50, 10, 0}};
 
     const CartCalculation exclusive = TaxCalculator::calculate(lines, 14, false);
@@ -32,7 +34,8 @@ TEST(TaxCalculator, SpreadsSaleDiscountOverNetAmountsBeforeTax) {
     EXPECT_EQ(inclusive.total, 126);
 }
 
-TEST(TaxCalculator, SaleDiscountIsLimitedToWhatTheLinesAreWorth) {
+TEST(TaxCalculator, SaleDiscountIsLimitedToWhatTheLinesAreWorth)
+{
     const struct {
         const char* name;
         std::vector<Line> lines;
@@ -50,7 +53,8 @@ TEST(TaxCalculator, SaleDiscountIsLimitedToWhatTheLinesAreWorth) {
     }
 }
 
-TEST(TaxCalculator, LineDiscountAboveGrossCountsAsZeroNetButShowsInFull) {
+TEST(TaxCalculator, LineDiscountAboveGrossCountsAsZeroNetButShowsInFull)
+{
     const CartCalculation result = TaxCalculator::calculate({{10, 15, 0.1}, {20, 0, 0.1}}, 5, false);
     EXPECT_EQ(result.lineDiscountTotal, 15);
     // The whole sale discount lands on the only line with something left.
@@ -59,7 +63,8 @@ TEST(TaxCalculator, LineDiscountAboveGrossCountsAsZeroNetButShowsInFull) {
     EXPECT_EQ(result.total, 16.5);
 }
 
-TEST(TaxCalculator, TotalsRoundTheSumsNotTheRoundedLines) {
+TEST(TaxCalculator, TotalsRoundTheSumsNotTheRoundedLines)
+{
     const CartCalculation result =
         TaxCalculator::calculate({{0.333, 0, 0}, {0.333, 0, 0}, {0.333, 0, 0}}, 0, false);
     for (const LineCalculation& line : result.lines)
@@ -68,7 +73,8 @@ TEST(TaxCalculator, TotalsRoundTheSumsNotTheRoundedLines) {
     EXPECT_EQ(result.total, 1.0);
 }
 
-TEST(TaxCalculator, EmptyCartIsAllZero) {
+TEST(TaxCalculator, EmptyCartIsAllZero)
+{
     const CartCalculation result = TaxCalculator::calculate({}, 10, true);
     EXPECT_TRUE(result.lines.empty());
     for (double field : {result.subtotal, result.lineDiscountTotal, result.saleDiscount,

@@ -5,14 +5,16 @@
 
 #include <string>
 
-static std::string labelsAndAmounts(const std::vector<TaxAmount>& amounts) {
+static std::string labelsAndAmounts(const std::vector<TaxAmount>& amounts)
+{
     QString text;
     for (const TaxAmount& entry : amounts)
         text += entry.label + u'=' + QString::number(entry.amount) + u';';
     return text.toStdString();
 }
 
-TEST(TaxComponent, EncodingIsPinnedAndRoundTripsEveryDouble) {
+TEST(TaxComponent, EncodingIsPinnedAndRoundTripsEveryDouble)
+{
     const std::vector<TaxComponent> standard{
         {"NHIL (2.5%)", 0.025}, {"GETFund Levy (2.5%)", 0.025}, {"VAT (15%)", 0.15}};
     EXPECT_EQ(TaxComponent::encode(standard).toStdString(),
@@ -31,7 +33,8 @@ TEST(TaxComponent, EncodingIsPinnedAndRoundTripsEveryDouble) {
     }
 }
 
-TEST(TaxComponent, DecodeSkipsUnreadableLinesAndKeepsOrder) {
+TEST(TaxComponent, DecodeSkipsUnreadableLinesAndKeepsOrder)
+{
     const QString text =
         "\nVAT (15%)|0.15\nno bar\na|b|0.1\nNHIL|abc\nLevy|\nGETFund|nan\n\n|0.025\nNHIL (2.5%)|0.025\n";
     const std::vector<TaxComponent> decoded = TaxComponent::decode(text);
@@ -43,7 +46,8 @@ TEST(TaxComponent, DecodeSkipsUnreadableLinesAndKeepsOrder) {
     EXPECT_TRUE(TaxComponent::decode("").empty());
 }
 
-TEST(TaxBreakdown, ForLineSplitsTheLineTaxByShare) {
+TEST(TaxBreakdown, ForLineSplitsTheLineTaxByShare)
+{
     const std::vector<TaxComponent> standard{{"NHIL", 0.025}, {"GETFund", 0.025}, {"VAT", 0.15}};
     EXPECT_EQ(labelsAndAmounts(TaxBreakdown::forLine(standard, 2, 60, 20, 0.2, false)),
               "NHIL=2.5;GETFund=2.5;VAT=15;");
@@ -55,7 +59,8 @@ TEST(TaxBreakdown, ForLineSplitsTheLineTaxByShare) {
     EXPECT_TRUE(TaxBreakdown::forLine({{"Zero", 0}}, 1, 100, 0, 0.15, false).empty());
 }
 
-TEST(TaxBreakdown, CombineAddsUpExactlyToTheTotal) {
+TEST(TaxBreakdown, CombineAddsUpExactlyToTheTotal)
+{
     // clang-format off
     const struct {
         const char* name;

@@ -76,7 +76,8 @@ TEST(TaxSetupEnsure, OldStoreProductsGoToGroupsByRateOnce)
     EXPECT_EQ(tenB->taxGroup(), tenA->taxGroup()); // rates equal to six places share a group
     EXPECT_FALSE(exempt->isTaxable());
     EXPECT_FALSE(exempt->taxGroup());
-    EXPECT_EQ(TaxSetup::defaultGroup(context, settings)->name(), QStringLiteral("Standard (VAT + NHIL + GETFund)"));
+    EXPECT_EQ(TaxSetup::defaultGroup(context, settings)->name(),
+              QStringLiteral("Standard (VAT + NHIL + GETFund)"));
 
     // A second run does nothing, whatever has changed since.
     for (const auto& group : TaxSetup::groups(context))

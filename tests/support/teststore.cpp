@@ -25,7 +25,8 @@ qint64 countRowsOnDisk(const QString& path, const QString& table)
     sqlite3_stmt* statement = nullptr;
     const QByteArray sql = QStringLiteral("SELECT COUNT(*) FROM \"%1\"").arg(table).toUtf8();
     qint64 result = -1;
-    if (sqlite3_prepare_v2(db, sql.constData(), -1, &statement, nullptr) == SQLITE_OK && sqlite3_step(statement) == SQLITE_ROW)
+    if (sqlite3_prepare_v2(db, sql.constData(), -1, &statement, nullptr) == SQLITE_OK &&
+        sqlite3_step(statement) == SQLITE_ROW)
         result = sqlite3_column_int64(statement, 0);
     sqlite3_finalize(statement);
     sqlite3_close(db);

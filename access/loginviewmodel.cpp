@@ -1,0 +1,85 @@
+#include "access/loginviewmodel.h"
+
+#include "access/autherror.h"
+#include "store/storeerror.h"
+
+LoginViewModel::LoginViewModel(AuthServicing& auth, SessionStore& session, QObject* parent)
+    : QObject(parent)
+    , m_auth(auth)
+    , m_session(session)
+{
+}
+
+void LoginViewModel::setUsername(const QString& username)
+{
+    if (username == m_username)
+        return;
+    m_username = username;
+    Q_EMIT usernameChanged();
+}
+
+void LoginViewModel::setPassword(const QString& password)
+{
+    if (password == m_password)
+        return;
+    m_password = password;
+    Q_EMIT passwordChanged();
+}
+
+void LoginViewModel::setPin(const QString& pin)
+{
+    if (pin == m_pin)
+        return;
+    m_pin = pin;
+    Q_EMIT pinChanged();
+}
+
+void LoginViewModel::setIsUsingPin(bool isUsingPin)
+{
+    if (isUsingPin == m_isUsingPin)
+        return;
+    m_isUsingPin = isUsingPin;
+    Q_EMIT isUsingPinChanged();
+}
+
+void LoginViewModel::setErrorMessage(const std::optional<QString>& message)
+{
+    if (message == m_errorMessage)
+        return;
+    m_errorMessage = message;
+    Q_EMIT errorMessageChanged();
+}
+
+QString LoginViewModel::title() const
+{
+    const Ref<AppSettings> settings = m_session.settings();
+    return settings ? settings->businessName() : QStringLiteral("Brindle");
+}
+
+template <class Login, class ClearSecret> bool LoginViewModel::signIn(Login login, ClearSecret clearSecret)
+{
+    setErrorMessage(std::nullopt);
+    try {
+        const Ref<User> user = login();
+        // Cleared before the session changes: the sign-in screen may be torn down in reply to it.
+        clearSecret();
+        m_session.setCurrentUser(user);
+        return true;
+    } catch (const AuthError& error) {
+        setErrorMessage(error.description());
+    } catch (const StoreError& error) {
+        setErrorMessage(error.description());
+    }
+    return false;
+}
+
+bool LoginViewModel::loginWithPassword()
+{
+    return signIn([this] { return m_auth.login(m_username, m_password); },
+                  [this] { setPassword(QString()); });
+}
+
+bool LoginViewModel::loginWithPin()
+{
+    return signIn([this] { return m_auth.loginWithPin(m_pin); }, [this] { setPin(QString()); });
+}

@@ -1,0 +1,54 @@
+#pragma once
+
+#include "access/authservicing.h"
+#include "startup/sessionstore.h"
+
+#include <QObject>
+#include <QString>
+
+#include <optional>
+
+// The sign-in screen's state. A wrong entry only shows its message: nothing is counted or slowed
+// down, and what was typed stays to be corrected in place.
+class LoginViewModel : public QObject {
+    Q_OBJECT
+
+public:
+    LoginViewModel(AuthServicing& auth, SessionStore& session, QObject* parent = nullptr);
+
+    QString username() const { return m_username; }
+    void setUsername(const QString& username);
+    QString password() const { return m_password; }
+    void setPassword(const QString& password);
+    QString pin() const { return m_pin; }
+    void setPin(const QString& pin);
+    bool isUsingPin() const { return m_isUsingPin; }
+    void setIsUsingPin(bool isUsingPin);
+    std::optional<QString> errorMessage() const { return m_errorMessage; }
+
+    // The business's name once there are settings, else the product's.
+    QString title() const;
+
+    // Each signs the user into the session on success; returns whether it did.
+    bool loginWithPassword();
+    bool loginWithPin();
+
+Q_SIGNALS:
+    void usernameChanged();
+    void passwordChanged();
+    void pinChanged();
+    void isUsingPinChanged();
+    void errorMessageChanged();
+
+private:
+    void setErrorMessage(const std::optional<QString>& message);
+    template <class Login, class ClearSecret> bool signIn(Login login, ClearSecret clearSecret);
+
+    AuthServicing& m_auth;
+    SessionStore& m_session;
+    QString m_username;
+    QString m_password;
+    QString m_pin;
+    bool m_isUsingPin = false;
+    std::optional<QString> m_errorMessage;
+};

@@ -1,0 +1,57 @@
+#include "environment/tallyrunapp.h"
+
+#include "environment/startuperror.h"
+#include "records/posschema.h"
+#include "startup/appprofile.h"
+#include "startup/marketregistry.h"
+#include "store/storeerror.h"
+
+#include <QDir>
+
+TallyrunApp::TallyrunApp(MarketRegistry& registry, const QString& defaultStorePath)
+{
+    // The session is made on first use (session()).
+    SchemaDescription schema = POSSchema::description();
+
+    m_market = registry.bootstrapIfNeeded();
+    const QString path = storePath(m_market, registry, defaultStorePath);
+
+    m_storeLock = std::make_unique<StoreLock>(path);
+    if (!m_storeLock->acquire())
+        throw StartupError(QStringLiteral("This store is already open in another Tallyrun window."));
+
+    try {
+        m_modelContainer = std::make_unique<ModelContainer>(path, std::move(schema));
+    } catch (const StoreError& error) {
+        throw StartupError(
+            QStringLiteral("The store container could not be created. %1").arg(error.description()));
+    }
+    ModelContext& context = m_modelContainer->mainContext();
+
+    // StoreMaintenance::run(context) belongs here: the one-time repairs and seeding, before any
+    // service exists.
+
+    m_environment = std::make_unique<AppEnvironment>(context);
+}
+
+TallyrunApp::~TallyrunApp() = default;
+
+QString TallyrunApp::defaultStorePath()
+{
+    return AppProfile::supportDirectory() + QStringLiteral("/default.store");
+}
+
+QString TallyrunApp::storePath(const MarketInfo& market, const MarketRegistry& registry,
+                               const QString& defaultStorePath)
+{
+    if (market.isDefaultStore())
+        return defaultStorePath;
+    return QDir(registry.marketsDirectory()).filePath(market.storeFileName);
+}
+
+SessionStore& TallyrunApp::session()
+{
+    if (!m_session)
+        m_session = std::make_unique<SessionStore>();
+    return *m_session;
+}

@@ -1,0 +1,90 @@
+#include "startup/marketregistry.h"
+
+#include "clock/clock.h"
+#include "support/printers.h"
+
+#include <QJsonDocument>
+#include <QTemporaryDir>
+
+#include <gtest/gtest.h>
+
+namespace {
+// A preference file of the test's own, never the user's.
+struct Preferences {
+    QTemporaryDir folder;
+    QSettings settings{folder.filePath("preferences.ini"), QSettings::IniFormat};
+    MarketRegistry registry{settings};
+};
+
+MarketInfo market(const QString& file)
+{
+    return {QUuid::createUuid(), file, file, QDateTime::fromSecsSinceEpoch(1700000000)};
+}
+} // namespace
+
+TEST(MarketRegistry, FirstRunMakesOneActiveDefaultMarketAndKeepsIt)
+{
+    Preferences preferences;
+    const QDateTime now = QDateTime::fromSecsSinceEpoch(1710000000);
+    Clock::Override clock(now);
+
+    const MarketInfo made = preferences.registry.bootstrapIfNeeded();
+
+    EXPECT_EQ(made, (MarketInfo{made.id, "Default Market", "__default__", now}));
+    EXPECT_EQ(preferences.registry.bootstrapIfNeeded(), made);
+    EXPECT_EQ(preferences.registry.allMarkets(), QList<MarketInfo>{made});
+    EXPECT_EQ(preferences.settings.value("com.tallyrun.activeMarketID").toString(),
+              made.id.toString(QUuid::WithoutBraces).toUpper());
+}
+
+TEST(MarketRegistry, ActiveIdOfARemovedMarketFallsBackToTheFirst)
+{
+    Preferences preferences;
+    const MarketInfo first = market("A.store");
+    preferences.settings.setValue(MarketRegistry::marketsKey(),
+                                  MarketInfo::encodeList({first, market("B.store")}));
+    preferences.registry.setActive(market("Gone.store"));
+
+    EXPECT_EQ(preferences.registry.bootstrapIfNeeded(), first);
+    EXPECT_EQ(preferences.registry.activeMarket(), first);
+}
+
+TEST(MarketRegistry, UndecodableListCountsAsEmptyAndGivesWayToADefaultMarket)
+{
+    for (const QByteArray& bytes :
+         {QByteArray("not json"), QByteArray(R"({"id":1})"),
+          // one bad entry spoils the list: its id isn't a UUID
+          QByteArray(R"([{"id":"x","name":"A","storeFileName":"A","createdAt":0}])")}) {
+        Preferences preferences;
+        preferences.settings.setValue(MarketRegistry::marketsKey(), bytes);
+        EXPECT_TRUE(preferences.registry.allMarkets().isEmpty()) << bytes.constData();
+
+        const MarketInfo made = preferences.registry.bootstrapIfNeeded();
+        EXPECT_EQ(made.storeFileName, "__default__");
+        EXPECT_EQ(preferences.registry.allMarkets(), QList<MarketInfo>{made});
+    }
+}
+
+TEST(MarketRegistry, SeesAnotherWindowsChangeAtOnce)
+{
+    Preferences preferences;
+    preferences.registry.bootstrapIfNeeded();
+    QSettings other(preferences.settings.fileName(), QSettings::IniFormat);
+    const MarketInfo added = market("B.store");
+    other.setValue(MarketRegistry::marketsKey(), MarketInfo::encodeList({added}));
+    MarketRegistry(other).setActive(added);
+
+    EXPECT_EQ(preferences.registry.activeMarket(), added);
+}
+
+TEST(MarketInfo, ListLayoutIsPinned)
+{
+    // In every user's preferences: a changed key or unit loses their stores.
+    const QByteArray stored = R"([{"createdAt":1700000000.5,"id":"0F8FAD5B-D9CB-469F-A165-70867728950E",)"
+                              R"("name":"Front shop","storeFileName":"__default__"}])";
+    const QList<MarketInfo> markets = MarketInfo::decodeList(stored);
+    ASSERT_EQ(markets.size(), 1);
+    EXPECT_EQ(markets[0].id, QUuid::fromString(QStringLiteral("0f8fad5b-d9cb-469f-a165-70867728950e")));
+    EXPECT_EQ(markets[0].createdAt.toMSecsSinceEpoch(), 1700000000500);
+    EXPECT_EQ(QJsonDocument::fromJson(MarketInfo::encodeList(markets)), QJsonDocument::fromJson(stored));
+}
