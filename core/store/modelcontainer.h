@@ -4,6 +4,8 @@
 #include "store/modelcontext.h"
 #include "store/sqlite.h"
 
+#include <QSet>
+
 #include <memory>
 #include <vector>
 
@@ -36,12 +38,16 @@ public:
 private:
     void configure();
     void createOrUpgrade();
-    void createTable(const Entity& entity);
-    void upgradeTable(const Entity& entity);
-    void createRelationshipTables(const Entity& entity); // indexes and join tables
+    // These add to a plan of statements that runs in one transaction, only when it isn't empty.
+    void createTable(const Entity& entity, QStringList& plan);
+    void upgradeTable(const Entity& entity, QStringList& plan);
+    void createRelationshipTables(const Entity& entity, QStringList& plan); // indexes and join tables
+    void addIndex(const QString& name, const QString& table, const QString& columns, QStringList& plan);
+    bool coveredByDeclaredIndex(const Entity& entity, const char* column) const;
     QString columnDefinition(const FieldDescription& field) const;
 
     SqliteConnection m_connection;
     SchemaDescription m_schema;
+    QSet<QString> m_existingNames; // tables and indexes in the file
     std::unique_ptr<ModelContext> m_context;
 };
