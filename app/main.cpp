@@ -2,7 +2,10 @@
 #include "environment/tallyrunapp.h"
 #include "startup/appprofile.h"
 #include "startup/marketregistry.h"
+#include "stores/apprelauncher.h"
+#include "stores/marketswitcher.h"
 #include "ui/mainwindow.h"
+#include "ui/style/theme.h"
 
 #include <QApplication>
 #include <QMessageBox>
@@ -27,6 +30,7 @@ int main(int argc, char* argv[])
     QCoreApplication::setOrganizationName(AppProfile::organizationName());
     QCoreApplication::setApplicationName(AppProfile::applicationName());
     QApplication application(argc, argv);
+    Theme::apply(application);
 
     MarketRegistry registry(AppProfile::defaults());
     std::unique_ptr<TallyrunApp> app;
@@ -36,7 +40,9 @@ int main(int argc, char* argv[])
         return stopAtStartup(error.description());
     }
 
-    MainWindow window(app->environment(), app->session(), app->market().name);
+    SystemAppRelauncher relauncher([&app] { app->releaseStoreLock(); });
+    MarketSwitcher switcher(registry, relauncher);
+    MainWindow window(app->environment(), app->session(), registry, switcher, app->market().name);
     window.show();
     return application.exec();
 }

@@ -1,9 +1,11 @@
 #include "environment/appenvironment.h"
 
+#include "access/authservice.h"
 #include "store/storeerror.h"
 
-AppEnvironment::AppEnvironment(ModelContext& modelContext)
+AppEnvironment::AppEnvironment(ModelContext& modelContext, std::unique_ptr<AuthServicing> authService)
     : m_modelContext(modelContext)
+    , m_authService(authService ? std::move(authService) : std::make_unique<AuthService>(modelContext))
     , m_tillService(modelContext)
 {
 }

@@ -1,17 +1,22 @@
 #pragma once
 
+#include "access/authservicing.h"
 #include "records/appsettings.h"
 #include "store/modelcontext.h"
 #include "till/tillservice.h"
 
+#include <memory>
+
 // The program's services, built once on the one model context and shared by every screen.
 class AppEnvironment {
 public:
-    explicit AppEnvironment(ModelContext& modelContext);
+    // A service left out is built on the context; one handed in (a test double) is used instead.
+    explicit AppEnvironment(ModelContext& modelContext, std::unique_ptr<AuthServicing> authService = nullptr);
     AppEnvironment(const AppEnvironment&) = delete;
     AppEnvironment& operator=(const AppEnvironment&) = delete;
 
     ModelContext& modelContext() const { return m_modelContext; }
+    AuthServicing& authService() { return *m_authService; }
     TillService& tillService() { return m_tillService; }
 
     // The store's one settings record, made with its defaults when there is none. Never fails: a
@@ -20,5 +25,6 @@ public:
 
 private:
     ModelContext& m_modelContext;
+    std::unique_ptr<AuthServicing> m_authService;
     TillService m_tillService;
 };

@@ -2,24 +2,63 @@
 
 #include "environment/appenvironment.h"
 #include "startup/sessionstore.h"
-#include "ui/welcomepanel.h"
+#include "ui/access/firstrunsetupview.h"
+#include "ui/access/loginview.h"
+#include "ui/navigation/mainnavigationview.h"
+#include "ui/navigation/poscommands.h"
+#include "ui/settings/settingsview.h"
+#include "ui/stores/marketcommands.h"
+#include "ui/stores/newmarketsheet.h"
 
-MainWindow::MainWindow(AppEnvironment& environment, SessionStore& session, const QString& storeName,
-                       QWidget* parent)
+#include <QMenuBar>
+
+MainWindow::MainWindow(AppEnvironment& environment, SessionStore& session, MarketRegistry& registry,
+                       MarketSwitcher& switcher, const QString& storeName, QWidget* parent)
     : QMainWindow(parent)
     , m_environment(environment)
     , m_session(session)
+    , m_registry(registry)
+    , m_switcher(switcher)
 {
-    setWindowTitle(tr("Tallyrun — %1").arg(storeName));
+    setWindowTitle(tr("Brindle — %1").arg(storeName));
     setMinimumSize(1100, 720);
-    m_rootView = new RootView(environment, session, screens(storeName), this);
+    installMenus();
+    m_rootView = new RootView(environment, session, screens(), this);
     setCentralWidget(m_rootView);
 }
 
-RootView::ScreenFactories MainWindow::screens(const QString& storeName)
+void MainWindow::installMenus()
 {
-    auto welcome = [this, storeName] { return new WelcomePanel(m_session, storeName); };
-    return {welcome, welcome, welcome};
+    menuBar()->addMenu(new POSCommands(m_actionBus, this));
+    menuBar()->addMenu(new MarketCommands(m_registry, m_switcher, m_actionBus, this));
+    connect(&m_actionBus, &POSActionBus::showNewMarketSheetChanged, this, [this](bool show) {
+        if (show)
+            showNewMarketSheet();
+    });
+}
+
+void MainWindow::showNewMarketSheet()
+{
+    auto* sheet = new NewMarketSheet(m_registry, m_switcher, this);
+    sheet->setAttribute(Qt::WA_DeleteOnClose);
+    connect(sheet, &QDialog::finished, this, [this] { m_actionBus.setShowNewMarketSheet(false); });
+    sheet->open();
+}
+
+RootView::ScreenFactories MainWindow::screens()
+{
+    return {
+        [this] { return new FirstRunSetupView(m_environment, m_session); },
+        [this] { return new LoginView(m_environment.authService(), m_session); },
+        [this] { return new MainNavigationView(m_environment, m_session, m_actionBus, sectionScreens()); },
+    };
+}
+
+SectionScreens MainWindow::sectionScreens()
+{
+    SectionScreens screens;
+    screens.add(AppSection::settings, [this] { return new SettingsView(m_environment, m_session); });
+    return screens;
 }
 
 void MainWindow::showEvent(QShowEvent* event)

@@ -1,10 +1,14 @@
 #pragma once
 
+#include "ui/navigation/posactionbus.h"
+#include "ui/navigation/sectionscreens.h"
 #include "ui/rootview.h"
 
 #include <QMainWindow>
 
 class AppEnvironment;
+class MarketRegistry;
+class MarketSwitcher;
 class SessionStore;
 
 // The one window of the program, showing one store; its content is the RootView.
@@ -12,19 +16,28 @@ class MainWindow : public QMainWindow {
     Q_OBJECT
 
 public:
-    MainWindow(AppEnvironment& environment, SessionStore& session, const QString& storeName,
-               QWidget* parent = nullptr);
+    MainWindow(AppEnvironment& environment, SessionStore& session, MarketRegistry& registry,
+               MarketSwitcher& switcher, const QString& storeName, QWidget* parent = nullptr);
 
     RootView* rootView() const { return m_rootView; }
+    POSActionBus& actionBus() { return m_actionBus; }
 
 protected:
     void showEvent(QShowEvent* event) override;
 
 private:
-    RootView::ScreenFactories screens(const QString& storeName);
+    void installMenus();
+    void showNewMarketSheet();
+    RootView::ScreenFactories screens();
+    // The main navigation's sections that have a screen; a section joins the sidebar once its
+    // screen is registered here.
+    SectionScreens sectionScreens();
 
     AppEnvironment& m_environment;
     SessionStore& m_session;
+    MarketRegistry& m_registry;
+    MarketSwitcher& m_switcher;
+    POSActionBus m_actionBus;
     RootView* m_rootView;
     bool m_hasAppeared = false;
 };

@@ -18,18 +18,19 @@ RootView::RootView(AppEnvironment& environment, SessionStore& session, ScreenFac
                 if (names.contains(User::schema().name))
                     evaluate();
             });
-    connect(&m_session, &SessionStore::currentUserChanged, this, &RootView::evaluate);
+    // Another person means another main window: nothing of the last one's may carry over.
+    connect(&m_session, &SessionStore::currentUserChanged, this, [this] { evaluate(true); });
     evaluate();
 }
 
-void RootView::evaluate()
+void RootView::evaluate(bool userChanged)
 {
     if (!anyUserExists())
-        present(Screen::firstRunSetup);
+        present(Screen::firstRunSetup, false);
     else if (m_session.currentUser())
-        present(Screen::mainNavigation);
+        present(Screen::mainNavigation, userChanged);
     else
-        present(Screen::signIn);
+        present(Screen::signIn, false);
 }
 
 bool RootView::anyUserExists() const
@@ -42,9 +43,9 @@ bool RootView::anyUserExists() const
     }
 }
 
-void RootView::present(Screen screen)
+void RootView::present(Screen screen, bool anew)
 {
-    if (m_current && screen == m_screen)
+    if (m_current && screen == m_screen && !anew)
         return;
     const ScreenFactory& factory = screen == Screen::firstRunSetup ? m_factories.firstRunSetup
                                    : screen == Screen::signIn      ? m_factories.signIn

@@ -29,9 +29,9 @@ public:
     Screen screen() const { return m_screen; }
 
 private:
-    void evaluate();
+    void evaluate(bool userChanged = false);
     bool anyUserExists() const;
-    void present(Screen screen);
+    void present(Screen screen, bool anew);
 
     AppEnvironment& m_environment;
     SessionStore& m_session;

@@ -259,3 +259,82 @@ QString UserRoles::label(UserRole role)
     }
     Q_UNREACHABLE();
 }
+
+QString InventoryMovementTypes::raw(InventoryMovementType type)
+{
+    switch (type) {
+    case InventoryMovementType::stockIn:
+        return QStringLiteral("stockIn");
+    case InventoryMovementType::stockOut:
+        return QStringLiteral("stockOut");
+    case InventoryMovementType::adjustment:
+        return QStringLiteral("adjustment");
+    case InventoryMovementType::saleDeduction:
+        return QStringLiteral("saleDeduction");
+    case InventoryMovementType::returnRestock:
+        return QStringLiteral("returnRestock");
+    case InventoryMovementType::supplierDelivery:
+        return QStringLiteral("supplierDelivery");
+    case InventoryMovementType::voidRestock:
+        return QStringLiteral("voidRestock");
+    case InventoryMovementType::costChange:
+        return QStringLiteral("costChange");
+    }
+    Q_UNREACHABLE();
+}
+
+InventoryMovementType InventoryMovementTypes::fromRaw(const QString& raw)
+{
+    return findRaw<InventoryMovementType>(raw, all, &InventoryMovementTypes::raw)
+        .value_or(InventoryMovementType::adjustment);
+}
+
+QString InventoryMovementTypes::label(InventoryMovementType type)
+{
+    switch (type) {
+    case InventoryMovementType::stockIn:
+        return QStringLiteral("Stock In");
+    case InventoryMovementType::stockOut:
+        return QStringLiteral("Stock Out");
+    case InventoryMovementType::adjustment:
+        return QStringLiteral("Adjustment");
+    case InventoryMovementType::saleDeduction:
+        return QStringLiteral("Sale");
+    case InventoryMovementType::returnRestock:
+        return QStringLiteral("Return Restock");
+    case InventoryMovementType::supplierDelivery:
+        return QStringLiteral("Supplier Delivery");
+    case InventoryMovementType::voidRestock:
+        return QStringLiteral("Void Restock");
+    case InventoryMovementType::costChange:
+        return QStringLiteral("Cost Change");
+    }
+    Q_UNREACHABLE();
+}
+
+QString CashMovementTypes::raw(CashMovementType type)
+{
+    switch (type) {
+    case CashMovementType::payIn:
+        return QStringLiteral("payIn");
+    case CashMovementType::payOut:
+        return QStringLiteral("payOut");
+    }
+    Q_UNREACHABLE();
+}
+
+CashMovementType CashMovementTypes::fromRaw(const QString& raw)
+{
+    return findRaw<CashMovementType>(raw, all, &CashMovementTypes::raw).value_or(CashMovementType::payIn);
+}
+
+QString CashMovementTypes::label(CashMovementType type)
+{
+    switch (type) {
+    case CashMovementType::payIn:
+        return QStringLiteral("Paid In");
+    case CashMovementType::payOut:
+        return QStringLiteral("Paid Out");
+    }
+    Q_UNREACHABLE();
+}

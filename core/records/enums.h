@@ -69,3 +69,39 @@ struct UserRoles {
     static std::optional<UserRole> fromRaw(const QString& raw);
     static QString label(UserRole role);
 };
+
+enum class InventoryMovementType {
+    stockIn,
+    stockOut,
+    adjustment,
+    saleDeduction,
+    returnRestock,
+    supplierDelivery,
+    voidRestock,
+    costChange
+};
+
+struct InventoryMovementTypes {
+    static constexpr std::array<InventoryMovementType, 8> all{
+        InventoryMovementType::stockIn,       InventoryMovementType::stockOut,
+        InventoryMovementType::adjustment,    InventoryMovementType::saleDeduction,
+        InventoryMovementType::returnRestock, InventoryMovementType::supplierDelivery,
+        InventoryMovementType::voidRestock,   InventoryMovementType::costChange};
+
+    static QString raw(InventoryMovementType type);
+    // Unknown text reads as adjustment: a row of unknown kind still shows its quantity.
+    static InventoryMovementType fromRaw(const QString& raw);
+    // The name in the movement history.
+    static QString label(InventoryMovementType type);
+};
+
+enum class CashMovementType { payIn, payOut };
+
+struct CashMovementTypes {
+    static constexpr std::array<CashMovementType, 2> all{CashMovementType::payIn, CashMovementType::payOut};
+
+    static QString raw(CashMovementType type);
+    // Unknown text reads as payIn: only a row that says so takes cash out of the drawer.
+    static CashMovementType fromRaw(const QString& raw);
+    static QString label(CashMovementType type);
+};

@@ -1,7 +1,10 @@
 #pragma once
 
+#include "records/enums.h"
 #include "records/recordsfwd.h"
 #include "store/recordmacros.h"
+
+#include <optional>
 
 // clang-format off
 #define TALLY_INVENTORY_MOVEMENT_FIELDS(X, C) \
@@ -22,4 +25,11 @@
 
 class InventoryMovement final : public Record {
     TALLY_RECORD(InventoryMovement, TALLY_INVENTORY_MOVEMENT_FIELDS)
+
+public:
+    InventoryMovementType type() const { return InventoryMovementTypes::fromRaw(typeRaw()); }
+    void setType(InventoryMovementType type) { setTypeRaw(InventoryMovementTypes::raw(type)); }
+    // "Delivered at ₵3.00 · cost ₵2.00 → ₵2.33" for a costed delivery; absent when no cost was
+    // recorded. Always the fixed sign, like the other history texts.
+    std::optional<QString> costLine() const;
 };

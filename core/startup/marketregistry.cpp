@@ -19,8 +19,7 @@ QList<MarketInfo> MarketRegistry::allMarkets() const
 
 std::optional<MarketInfo> MarketRegistry::activeMarket() const
 {
-    m_preferences.sync();
-    const QUuid activeID = QUuid::fromString(m_preferences.value(activeMarketIDKey()).toString());
+    const QUuid activeID = activeMarketID();
     if (activeID.isNull())
         return std::nullopt;
     for (const MarketInfo& market : allMarkets()) {
@@ -30,9 +29,15 @@ std::optional<MarketInfo> MarketRegistry::activeMarket() const
     return std::nullopt;
 }
 
-void MarketRegistry::setActive(const MarketInfo& market)
+QUuid MarketRegistry::activeMarketID() const
 {
-    m_preferences.setValue(activeMarketIDKey(), Record::uuidText(market.id));
+    m_preferences.sync();
+    return QUuid::fromString(m_preferences.value(activeMarketIDKey()).toString());
+}
+
+void MarketRegistry::setActive(const QUuid& id)
+{
+    m_preferences.setValue(activeMarketIDKey(), Record::uuidText(id));
     m_preferences.sync();
 }
 
@@ -60,8 +65,36 @@ MarketInfo MarketRegistry::bootstrapIfNeeded()
     return market;
 }
 
+MarketInfo MarketRegistry::createMarket(const QString& name, const std::optional<QString>& storeFileName)
+{
+    const QUuid id = QUuid::createUuid();
+    const MarketInfo market{id, name, storeFileName.value_or(Record::uuidText(id) + QStringLiteral(".store")),
+                            Clock::now()};
+    QList<MarketInfo> markets = allMarkets();
+    markets.append(market);
+    storeMarkets(markets);
+    return market;
+}
+
+void MarketRegistry::removeMarket(const QUuid& id)
+{
+    QList<MarketInfo> markets = allMarkets();
+    markets.removeIf([&id](const MarketInfo& market) { return market.id == id; });
+    storeMarkets(markets);
+    if (activeMarketID() != id)
+        return;
+    if (markets.isEmpty()) {
+        m_preferences.remove(activeMarketIDKey());
+        m_preferences.sync();
+    } else {
+        setActive(markets.first());
+    }
+}
+
 void MarketRegistry::storeMarkets(const QList<MarketInfo>& markets)
 {
-    m_preferences.setValue(marketsKey(), MarketInfo::encodeList(markets));
+    // Encoded in full before anything is written, so a failure leaves the stored list as it was.
+    const QByteArray encoded = MarketInfo::encodeList(markets);
+    m_preferences.setValue(marketsKey(), encoded);
     m_preferences.sync();
 }

@@ -18,7 +18,10 @@ public:
     // Empty when the key is absent or doesn't decode.
     QList<MarketInfo> allMarkets() const;
     std::optional<MarketInfo> activeMarket() const;
-    void setActive(const MarketInfo& market);
+    // The stored id as it is, even one whose market has gone; null when there is none.
+    QUuid activeMarketID() const;
+    void setActive(const MarketInfo& market) { setActive(market.id); }
+    void setActive(const QUuid& id);
 
     // AppProfile::supportDirectory()/Markets unless overridden; made on each call.
     QString marketsDirectory() const;
@@ -30,6 +33,12 @@ public:
     // The store to open: the active one, else the first listed (made active), else a new
     // "Default Market" at the default location.
     MarketInfo bootstrapIfNeeded();
+
+    // Appends a market with a new id, made now; without a file name it gets "{id}.store".
+    MarketInfo createMarket(const QString& name, const std::optional<QString>& storeFileName = std::nullopt);
+    // Only the list entry goes: the store's files stay where they are. When it was the active
+    // one, the first market left becomes active, or none.
+    void removeMarket(const QUuid& id);
 
 private:
     void storeMarkets(const QList<MarketInfo>& markets);

@@ -77,6 +77,43 @@ TEST(MarketRegistry, SeesAnotherWindowsChangeAtOnce)
     EXPECT_EQ(preferences.registry.activeMarket(), added);
 }
 
+TEST(MarketRegistry, CreateMarketAppendsAndNamesItsFileAfterTheNewId)
+{
+    Preferences preferences;
+    const MarketInfo first = preferences.registry.bootstrapIfNeeded();
+    const QDateTime now = QDateTime::fromSecsSinceEpoch(1720000000);
+    Clock::Override clock(now);
+
+    const MarketInfo annex = preferences.registry.createMarket("Annex");
+    const MarketInfo named = preferences.registry.createMarket("Osu", QStringLiteral("0A.store"));
+
+    EXPECT_EQ(annex, (MarketInfo{annex.id, "Annex",
+                                 annex.id.toString(QUuid::WithoutBraces).toUpper() + ".store", now}));
+    EXPECT_EQ(named.storeFileName, "0A.store");
+    EXPECT_EQ(preferences.registry.allMarkets(), (QList<MarketInfo>{first, annex, named}));
+    EXPECT_EQ(preferences.registry.activeMarket(), first);
+}
+
+TEST(MarketRegistry, RemoveMarketMovesTheActiveIdToTheFirstLeftOrClearsIt)
+{
+    Preferences preferences;
+    const MarketInfo a = preferences.registry.createMarket("A");
+    const MarketInfo b = preferences.registry.createMarket("B");
+    const MarketInfo c = preferences.registry.createMarket("C");
+    preferences.registry.setActive(c);
+
+    preferences.registry.removeMarket(a.id); // not the active one: the choice stays
+    EXPECT_EQ(preferences.registry.allMarkets(), (QList<MarketInfo>{b, c}));
+    EXPECT_EQ(preferences.registry.activeMarket(), c);
+
+    preferences.registry.removeMarket(c.id);
+    EXPECT_EQ(preferences.registry.activeMarket(), b);
+
+    preferences.registry.removeMarket(b.id);
+    EXPECT_TRUE(preferences.registry.allMarkets().isEmpty());
+    EXPECT_FALSE(preferences.settings.contains(MarketRegistry::activeMarketIDKey()));
+}
+
 TEST(MarketInfo, ListLayoutIsPinned)
 {
     // In every user's preferences: a changed key or unit loses their stores.

@@ -3,7 +3,10 @@
 
 #include "environment/appenvironment.h"
 #include "startup/sessionstore.h"
+#include "stores/marketswitcher.h"
+#include "support/countingrelauncher.h"
 #include "support/printers.h"
+#include "support/testmarkets.h"
 #include "support/teststore.h"
 
 #include <QCoreApplication>
@@ -81,8 +84,11 @@ TEST(MainWindow, AppearingLoadsSettingsAndTheOpenShiftButSignsNobodyIn)
     AppEnvironment environment(store.context());
     SessionStore session;
 
-    MainWindow window(environment, session, "Front shop");
-    EXPECT_EQ(window.windowTitle(), "Tallyrun — Front shop");
+    TestMarkets markets;
+    CountingRelauncher relauncher(markets.registry);
+    MarketSwitcher switcher(markets.registry, relauncher);
+    MainWindow window(environment, session, markets.registry, switcher, "Front shop");
+    EXPECT_EQ(window.windowTitle(), "Brindle — Front shop");
     window.show();
 
     ASSERT_NE(session.settings(), nullptr);

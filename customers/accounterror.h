@@ -1,0 +1,78 @@
+#pragma once
+
+#include "money/currency.h"
+
+#include <QString>
+
+#include <stdexcept>
+
+// Why an account charge or payment was refused; description() is the text shown as it is.
+// Amounts carry the fixed sign, like the checkout errors these appear beside.
+class AccountError : public std::runtime_error {
+public:
+    enum class Case {
+        creditNotAllowed,
+        creditLimitExceeded,
+        moreThanOwed,
+        needsCustomer,
+        invalidAmount,
+        notATender
+    };
+
+    static AccountError creditNotAllowed(const QString& customerName)
+    {
+        return AccountError(Case::creditNotAllowed, customerName);
+    }
+    static AccountError creditLimitExceeded(const QString& customerName, double available)
+    {
+        return AccountError(Case::creditLimitExceeded, customerName, available);
+    }
+    static AccountError moreThanOwed(double owed) { return AccountError(Case::moreThanOwed, {}, owed); }
+    static AccountError needsCustomer() { return AccountError(Case::needsCustomer); }
+    static AccountError invalidAmount() { return AccountError(Case::invalidAmount); }
+    static AccountError notATender() { return AccountError(Case::notATender); }
+
+    Case errorCase() const { return m_case; }
+    QString customerName() const { return m_customerName; }
+    // The available credit, or what is owed; 0 for the other cases.
+    double amount() const { return m_amount; }
+    QString description() const { return describe(m_case, m_customerName, m_amount); }
+
+private:
+    AccountError(Case errorCase, const QString& customerName = {}, double amount = 0)
+        : std::runtime_error(describe(errorCase, customerName, amount).toStdString())
+        , m_case(errorCase)
+        , m_customerName(customerName)
+        , m_amount(amount)
+    {
+    }
+
+    static QString describe(Case errorCase, const QString& customerName, double amount)
+    {
+        switch (errorCase) {
+        case Case::creditNotAllowed:
+            return QStringLiteral(
+                       "%1 isn't set up to buy on credit. Turn on Allow Credit in Customers first.")
+                .arg(customerName);
+        case Case::creditLimitExceeded:
+            return QStringLiteral(
+                       "This would take %1 over their credit limit. They can have up to %2 more on "
+                       "account.")
+                .arg(customerName, Currency::format(amount, Currency::fixedSign));
+        case Case::moreThanOwed:
+            return QStringLiteral("That's more than the customer owes (%1).")
+                .arg(Currency::format(amount, Currency::fixedSign));
+        case Case::needsCustomer:
+            return QStringLiteral("Add a customer to the sale to put it On Account.");
+        case Case::invalidAmount:
+            return QStringLiteral("Enter an amount greater than zero.");
+        case Case::notATender:
+            return QStringLiteral("Choose how the customer paid: cash, card, mobile money or other.");
+        }
+        Q_UNREACHABLE();
+    }
+
+    Case m_case;
+    QString m_customerName;
+    double m_amount;
+};

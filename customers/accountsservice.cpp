@@ -1,0 +1,332 @@
+#include "customers/accountsservice.h"
+
+#include "clock/clock.h"
+#include "customers/accounterror.h"
+#include "money/currency.h"
+#include "money/rounding.h"
+#include "money/tolerances.h"
+#include "records/payment.h"
+#include "records/sale.h"
+#include "store/storeerror.h"
+
+#include <algorithm>
+
+namespace {
+QString raw(PaymentMethodType method)
+{
+    return PaymentMethodTypes::raw(method);
+}
+
+QString voidedRaw()
+{
+    return SaleStatuses::raw(SaleStatus::voided);
+}
+
+// Mirrors PaymentMethodTypes::fromRaw in SQL: anything that isn't another method reads as cash.
+QString readsAsCashSql(const char* column)
+{
+    return QStringLiteral("%1 NOT IN (?, ?, ?, ?)").arg(QLatin1String(column));
+}
+
+QVariantList notCash()
+{
+    return {raw(PaymentMethodType::card), raw(PaymentMethodType::mobileMoney), raw(PaymentMethodType::other),
+            raw(PaymentMethodType::onAccount)};
+}
+
+QString money(double amount)
+{
+    return Currency::format(amount, Currency::fixedSign);
+}
+
+QString dateText(const QDateTime& date)
+{
+    return date.toLocalTime().toString(QStringLiteral("yyyy-MM-dd"));
+}
+} // namespace
+
+QString AccountEntry::description() const
+{
+    switch (kind) {
+    case Kind::creditSale:
+        return QStringLiteral("Sale ") + reference;
+    case Kind::refundToAccount:
+        return QStringLiteral("Refund ") + reference;
+    case Kind::payment:
+        return reference.isEmpty() ? QStringLiteral("Payment received")
+                                   : QStringLiteral("Payment received — ") + reference;
+    }
+    Q_UNREACHABLE();
+}
+
+double AgedBalance::balance() const
+{
+    return Rounding::toCents(current + days31to60 + days61to90 + over90);
+}
+
+AccountsService::AccountsService(ModelContext& context)
+    : m_context(context)
+{
+}
+
+QList<AccountEntry> AccountsService::ledger(const Ref<Customer>& customer)
+{
+    Q_ASSERT(customer);
+    const QString onAccount = raw(PaymentMethodType::onAccount);
+    // Both queries start from Sale(customer, timestamp). "+methodRaw" keeps SQLite off
+    // Payment(methodRaw, timestamp), which would walk every on-account payment of the store.
+    const QList<Ref<Sale>> sales = m_context.fetch<Sale>(
+        FetchDescriptor(
+            Condition(QStringLiteral("\"customer\" = ? AND \"statusRaw\" != ? AND EXISTS (SELECT 1 "
+                                     "FROM \"Payment\" p WHERE p.\"sale\" = \"Sale\".\"id\" AND "
+                                     "+p.\"methodRaw\" = ?)"),
+                      {customer->idText(), voidedRaw(), onAccount}))
+            .sortedBy(ascending(Sale::Col::timestamp)));
+    const QList<Ref<Payment>> payments = m_context.fetch<Payment>(FetchDescriptor(
+        Condition(QStringLiteral("\"sale\" IN (SELECT \"id\" FROM \"Sale\" WHERE \"customer\" = ? AND "
+                                 "\"statusRaw\" != ?) AND +\"methodRaw\" = ?"),
+                  {customer->idText(), voidedRaw(), onAccount})));
+    QHash<QString, QList<Ref<Payment>>> paymentsOfSale;
+    for (const Ref<Payment>& payment : payments)
+        paymentsOfSale[payment->rawValue(Payment::saleField).toString()].append(payment);
+
+    QList<AccountEntry> entries;
+    for (const Ref<Sale>& sale : sales) {
+        for (const Ref<Payment>& payment : paymentsOfSale.value(sale->idText())) {
+            AccountEntry entry;
+            entry.id = payment->id();
+            entry.date = sale->timestamp();
+            entry.reference = sale->invoiceNumber();
+            if (payment->amount() >= 0) {
+                entry.kind = AccountEntry::Kind::creditSale;
+                entry.charge = payment->amount();
+            } else {
+                entry.kind = AccountEntry::Kind::refundToAccount;
+                entry.credit = -payment->amount();
+            }
+            entries.append(entry);
+        }
+    }
+    const QList<Ref<CustomerPayment>> received =
+        m_context.fetch<CustomerPayment>(FetchDescriptor(CustomerPayment::Col::customer == customer)
+                                             .sortedBy(ascending(CustomerPayment::Col::timestamp)));
+    for (const Ref<CustomerPayment>& payment : received) {
+        QStringList parts{PaymentMethodTypes::label(PaymentMethodTypes::fromRaw(payment->methodRaw()))};
+        if (!payment->reference().isEmpty())
+            parts.append(payment->reference());
+        AccountEntry entry;
+        entry.id = payment->id();
+        entry.date = payment->timestamp();
+        entry.kind = AccountEntry::Kind::payment;
+        entry.reference = parts.join(QLatin1Char(' '));
+        entry.credit = payment->amount();
+        entries.append(entry);
+    }
+
+    std::stable_sort(entries.begin(), entries.end(),
+                     [](const AccountEntry& a, const AccountEntry& b) { return a.date < b.date; });
+    double running = 0;
+    for (AccountEntry& entry : entries) {
+        running = Rounding::toCents(running + entry.charge - entry.credit);
+        entry.balance = running;
+    }
+    return entries;
+}
+
+double AccountsService::balance(const Ref<Customer>& customer)
+{
+    const QList<AccountEntry> entries = ledger(customer);
+    return entries.isEmpty() ? 0.0 : Rounding::toCents(entries.last().balance);
+}
+
+std::optional<double> AccountsService::availableCredit(const Ref<Customer>& customer)
+{
+    Q_ASSERT(customer);
+    if (customer->creditLimit() <= 0)
+        return std::nullopt;
+    return Rounding::toCents(customer->creditLimit() - balance(customer));
+}
+
+void AccountsService::checkCredit(const Ref<Customer>& customer, double amount)
+{
+    if (amount <= Tolerance::credit)
+        return;
+    if (!customer)
+        throw AccountError::needsCustomer();
+    if (!customer->allowCredit())
+        throw AccountError::creditNotAllowed(customer->name());
+    const std::optional<double> available = availableCredit(customer);
+    if (available && amount > *available + Tolerance::credit)
+        throw AccountError::creditLimitExceeded(customer->name(), *available);
+}
+
+Ref<CustomerPayment> AccountsService::receivePayment(const Ref<Customer>& customer, double amount,
+                                                     PaymentMethodType method, const QString& reference,
+                                                     const QString& note, const Ref<User>& by,
+                                                     const Ref<TillShift>& tillShift)
+{
+    Q_ASSERT(customer);
+    const double rounded = Rounding::toCents(amount);
+    // NaN fails the comparison too, so it is refused with the rest.
+    if (!(rounded > 0))
+        throw AccountError::invalidAmount();
+    if (method == PaymentMethodType::onAccount)
+        throw AccountError::notATender();
+    const double owed = balance(customer);
+    if (rounded > owed + Tolerance::credit)
+        throw AccountError::moreThanOwed(owed);
+
+    auto payment = std::make_shared<CustomerPayment>();
+    payment->setCustomer(customer);
+    payment->setAmount(rounded);
+    payment->setMethodRaw(raw(method));
+    payment->setReference(reference);
+    payment->setNote(note);
+    payment->setReceivedBy(by);
+    payment->setTillShift(tillShift);
+    payment->setTimestamp(Clock::now());
+    m_context.insert(payment);
+    try {
+        m_context.save();
+    } catch (const StoreError&) {
+        m_context.rollback();
+        throw;
+    }
+    return payment;
+}
+
+double AccountsService::cashReceived(const Ref<TillShift>& shift)
+{
+    Q_ASSERT(shift);
+    QVariantList bindings{shift->idText()};
+    bindings.append(notCash());
+    return Rounding::toCents(
+        m_context
+            .scalar(QStringLiteral(
+                        "SELECT TOTAL(\"amount\") FROM \"CustomerPayment\" WHERE \"tillShift\" = ? AND ") +
+                        readsAsCashSql("\"methodRaw\""),
+                    bindings)
+            .toDouble());
+}
+
+QHash<QString, double> AccountsService::balancesByCustomer()
+{
+    // The store answers single values, so each grouped sum comes back as "id=total;id=total".
+    const auto sumsById = [this](const QString& grouped, const QVariantList& bindings) {
+        const QString text =
+            m_context
+                .scalar(QStringLiteral("SELECT group_concat(customer || '=' || total, ';') FROM (%1)")
+                            .arg(grouped),
+                        bindings)
+                .toString();
+        QHash<QString, double> sums;
+        for (const QString& pair : text.split(QLatin1Char(';'), Qt::SkipEmptyParts)) {
+            const qsizetype equals = pair.indexOf(QLatin1Char('='));
+            sums.insert(pair.left(equals), pair.mid(equals + 1).toDouble());
+        }
+        return sums;
+    };
+    // Driven by Payment(methodRaw, timestamp) over the on-account payments alone, a small share of all.
+    const QHash<QString, double> charges = sumsById(
+        QStringLiteral(
+            "SELECT s.\"customer\" AS customer, TOTAL(p.\"amount\") AS total FROM \"Payment\" p JOIN "
+            "\"Sale\" s ON s.\"id\" = p.\"sale\" WHERE p.\"methodRaw\" = ? AND s.\"statusRaw\" != ? AND "
+            "s.\"customer\" IS NOT NULL GROUP BY s.\"customer\""),
+        {raw(PaymentMethodType::onAccount), voidedRaw()});
+    const QHash<QString, double> credits = sumsById(
+        QStringLiteral(
+            "SELECT \"customer\" AS customer, TOTAL(\"amount\") AS total FROM \"CustomerPayment\" WHERE "
+            "\"customer\" IS NOT NULL GROUP BY \"customer\""),
+        {});
+    QHash<QString, double> balances;
+    for (auto it = charges.cbegin(); it != charges.cend(); ++it)
+        balances.insert(it.key(), it.value());
+    for (auto it = credits.cbegin(); it != credits.cend(); ++it)
+        balances[it.key()] -= it.value();
+    for (double& balance : balances)
+        balance = Rounding::toCents(balance);
+    return balances;
+}
+
+AgeBuckets AccountsService::age(const QList<AccountEntry>& ledger, const QDateTime& asOf)
+{
+    double pool = 0;
+    for (const AccountEntry& entry : ledger)
+        pool += entry.credit;
+
+    AgeBuckets buckets;
+    const QDate today = asOf.toLocalTime().date();
+    for (const AccountEntry& entry : ledger) {
+        if (entry.charge <= 0)
+            continue;
+        const double applied = std::min(entry.charge, pool);
+        pool -= applied;
+        const double left = entry.charge - applied;
+        if (left <= Tolerance::credit)
+            continue;
+        const QDate day = entry.date.toLocalTime().date();
+        const qint64 days = day.isValid() && today.isValid() ? day.daysTo(today) : 0;
+        if (days <= 30)
+            buckets.current += left;
+        else if (days <= 60)
+            buckets.days31to60 += left;
+        else if (days <= 90)
+            buckets.days61to90 += left;
+        else
+            buckets.over90 += left;
+    }
+    buckets.current = Rounding::toCents(buckets.current);
+    buckets.days31to60 = Rounding::toCents(buckets.days31to60);
+    buckets.days61to90 = Rounding::toCents(buckets.days61to90);
+    buckets.over90 = Rounding::toCents(buckets.over90);
+    return buckets;
+}
+
+QList<AgedBalance> AccountsService::agedBalances(const QList<Ref<Customer>>& customers, const QDateTime& asOf)
+{
+    // Unpaid charges never add up to more than the balance, so only those owing need a ledger.
+    const QHash<QString, double> balances = balancesByCustomer();
+    QList<AgedBalance> rows;
+    for (const Ref<Customer>& customer : customers) {
+        if (balances.value(customer->idText()) <= Tolerance::credit)
+            continue;
+        const AgeBuckets buckets = age(ledger(customer), asOf);
+        AgedBalance row{customer->id(),  customer->name(),   customer->phone(),  customer->creditLimit(),
+                        buckets.current, buckets.days31to60, buckets.days61to90, buckets.over90};
+        if (row.balance() > Tolerance::credit)
+            rows.append(row);
+    }
+    std::stable_sort(rows.begin(), rows.end(),
+                     [](const AgedBalance& a, const AgedBalance& b) { return a.balance() > b.balance(); });
+    return rows;
+}
+
+AccountStatement AccountsService::statement(const Ref<Customer>& customer, std::optional<QDate> from)
+{
+    Q_ASSERT(customer);
+    AccountStatement result;
+    result.title = QStringLiteral("Statement — ") + customer->name();
+    result.headers = {QStringLiteral("Date"), QStringLiteral("Details"), QStringLiteral("Charges"),
+                      QStringLiteral("Payments"), QStringLiteral("Balance")};
+
+    const QList<AccountEntry> entries = ledger(customer);
+    qsizetype first = 0;
+    if (from) {
+        const QDateTime start = from->startOfDay();
+        double broughtForward = 0;
+        while (first < entries.size() && entries[first].date < start)
+            broughtForward = entries[first++].balance;
+        result.rows.append({from->toString(QStringLiteral("yyyy-MM-dd")),
+                            QStringLiteral("Balance brought forward"), QString(), QString(),
+                            money(broughtForward)});
+    }
+    for (qsizetype i = first; i < entries.size(); ++i) {
+        const AccountEntry& entry = entries[i];
+        result.rows.append({dateText(entry.date), entry.description(),
+                            entry.charge == 0 ? QString() : money(entry.charge),
+                            entry.credit == 0 ? QString() : money(entry.credit), money(entry.balance)});
+    }
+    const double owed = entries.isEmpty() ? 0.0 : Rounding::toCents(entries.last().balance);
+    result.rows.append({QString(), QStringLiteral("Balance owed"), QString(), QString(), money(owed)});
+    return result;
+}

@@ -1,0 +1,97 @@
+#pragma once
+
+#include "records/customer.h"
+#include "records/customerpayment.h"
+#include "records/enums.h"
+#include "records/tillshift.h"
+#include "records/user.h"
+#include "store/modelcontext.h"
+
+#include <QDate>
+#include <QDateTime>
+#include <QHash>
+#include <QStringList>
+#include <QUuid>
+
+#include <optional>
+
+// One line of a customer's account, worked out from the records; nothing of it is stored.
+struct AccountEntry {
+    enum class Kind { creditSale, refundToAccount, payment };
+
+    QUuid id; // of the Payment or CustomerPayment
+    QDateTime date;
+    Kind kind = Kind::creditSale;
+    QString reference;
+    double charge = 0;
+    double credit = 0;
+    double balance = 0; // running, in cents
+
+    QString description() const;
+};
+
+// What one customer owes, by age of the charges still unpaid.
+struct AgeBuckets {
+    double current = 0; // 0 to 30 days
+    double days31to60 = 0;
+    double days61to90 = 0;
+    double over90 = 0;
+};
+
+struct AgedBalance {
+    QUuid id; // the customer's
+    QString customerName;
+    QString phone;
+    double creditLimit = 0;
+    double current = 0;
+    double days31to60 = 0;
+    double days61to90 = 0;
+    double over90 = 0;
+
+    double balance() const;
+};
+
+// A statement as a table of finished text, for the PDF table document.
+struct AccountStatement {
+    QString title;
+    QStringList headers;
+    QList<QStringList> rows;
+};
+
+// Customers' accounts on credit. There is no balance field: every answer is worked out again from
+// the on-account payments of the customer's sales and the customer's own payments, so a voided
+// sale drops out by itself. Reads throw StoreError.
+class AccountsService {
+public:
+    explicit AccountsService(ModelContext& context);
+
+    // Oldest first; at one instant, sales before payments.
+    QList<AccountEntry> ledger(const Ref<Customer>& customer);
+    // Negative when the customer is in credit.
+    double balance(const Ref<Customer>& customer);
+    // Absent when the customer has no limit (0 or less); negative when over it.
+    std::optional<double> availableCredit(const Ref<Customer>& customer);
+    // Throws AccountError when `amount` may not go on the customer's account; the customer may be absent.
+    void checkCredit(const Ref<Customer>& customer, double amount);
+    // Saves; throws AccountError before writing anything, or StoreError after rolling back.
+    Ref<CustomerPayment> receivePayment(const Ref<Customer>& customer, double amount,
+                                        PaymentMethodType method, const QString& reference,
+                                        const QString& note, const Ref<User>& by,
+                                        const Ref<TillShift>& tillShift);
+    // Cash (or an unknown method) taken for accounts during the shift, in cents.
+    double cashReceived(const Ref<TillShift>& shift);
+
+    // Customers owing anything, largest balance first; the input order among equals.
+    QList<AgedBalance> agedBalances(const QList<Ref<Customer>>& customers, const QDateTime& asOf);
+    // Payments and refunds settle the oldest charges first; a leftover credit is ignored.
+    static AgeBuckets age(const QList<AccountEntry>& ledger, const QDateTime& asOf);
+    // Entries before the start of `from` are summed into a brought-forward row.
+    AccountStatement statement(const Ref<Customer>& customer, std::optional<QDate> from);
+
+    // The balance of every customer with any account activity, by id, from two grouped sums rather
+    // than a ledger each; equal to balance() while amounts are in cents, as every writer keeps them.
+    QHash<QString, double> balancesByCustomer();
+
+private:
+    ModelContext& m_context;
+};

@@ -1,0 +1,69 @@
+#pragma once
+
+#include "customers/loyaltyservice.h"
+#include "records/customer.h"
+#include "startup/sessionstore.h"
+
+#include <QObject>
+#include <QString>
+
+#include <functional>
+#include <optional>
+
+// The "Adjust Points" sheet: a signed change with a required reason, made by the signed-in user.
+class AdjustPointsModel : public QObject {
+    Q_OBJECT
+
+public:
+    enum class Direction { add, remove };
+
+    static QString title() { return QStringLiteral("Adjust Points"); }
+    static QString directionLabel(Direction direction)
+    {
+        return direction == Direction::add ? QStringLiteral("Add Points") : QStringLiteral("Remove Points");
+    }
+    static QString pointsTitle() { return QStringLiteral("Points"); }
+    static QString pointsHint() { return QStringLiteral("0"); }
+    static QString reasonTitle() { return QStringLiteral("Reason (required) — e.g. goodwill, correction"); }
+    static QString cancelTitle() { return QStringLiteral("Cancel"); }
+    static QString saveTitle() { return QStringLiteral("Save Adjustment"); }
+
+    AdjustPointsModel(LoyaltyService& loyalty, SessionStore& session, Ref<Customer> customer,
+                      std::function<void()> onDone, QObject* parent = nullptr);
+
+    Ref<Customer> customer() const { return m_customer; }
+    Direction direction() const { return m_direction; }
+    void setDirection(Direction direction);
+    QString pointsText() const { return m_pointsText; }
+    void setPointsText(const QString& text);
+    QString reason() const { return m_reason; }
+    void setReason(const QString& text);
+    std::optional<QString> errorMessage() const { return m_errorMessage; }
+
+    // "{name} has {points} points."
+    QString balanceLine() const;
+    // The trimmed entry as a whole number (0 when it isn't one), signed by the direction.
+    qint64 points() const;
+    // "New balance: {n} points" while the entry is a whole number above 0.
+    std::optional<QString> newBalanceText() const;
+
+    // On success calls onDone and returns true; otherwise errorMessage says why.
+    bool save();
+
+Q_SIGNALS:
+    void fieldsChanged();
+    void errorMessageChanged();
+
+private:
+    qint64 enteredPoints() const;
+    void setErrorMessage(const std::optional<QString>& message);
+
+    LoyaltyService& m_loyalty;
+    SessionStore& m_session;
+    Ref<Customer> m_customer;
+    std::function<void()> m_onDone;
+    Direction m_direction = Direction::add;
+    QString m_pointsText;
+    QString m_reason;
+    std::optional<QString> m_errorMessage;
+};

@@ -1,0 +1,119 @@
+#pragma once
+
+#include "customers/accountsservice.h"
+#include "customers/loyaltyservice.h"
+#include "records/customer.h"
+#include "records/loyaltyentry.h"
+#include "records/sale.h"
+#include "startup/sessionstore.h"
+#include "store/modelcontext.h"
+
+#include <QObject>
+#include <QString>
+#include <QStringList>
+
+#include <optional>
+
+// The detail of one customer: contact and credit edits kept until "Save", the points, the account
+// and the purchases, the statement, and deleting with its warnings. Failures go to errorMessage.
+class CustomerDetailModel : public QObject {
+    Q_OBJECT
+
+public:
+    static constexpr int purchasePageSize = 50;
+
+    static QString contactSection() { return QStringLiteral("Contact"); }
+    static QString nameTitle() { return QStringLiteral("Name"); }
+    static QString phoneTitle() { return QStringLiteral("Phone"); }
+    static QString emailTitle() { return QStringLiteral("Email"); }
+    static QString addressTitle() { return QStringLiteral("Address"); }
+    static QString loyaltySection() { return QStringLiteral("Loyalty Points"); }
+    static QString pointsBalanceTitle() { return QStringLiteral("Points Balance"); }
+    static QString adjustPointsTitle() { return QStringLiteral("Adjust Points…"); }
+    static QString pointsHistoryTitle() { return QStringLiteral("Points History"); }
+    static QString noPointsMessage()
+    {
+        return QStringLiteral(
+            "No points yet. Points are earned automatically when this customer is on a sale.");
+    }
+    static QString accountSection() { return QStringLiteral("Account (credit sales)"); }
+    static QString allowCreditTitle() { return QStringLiteral("Allow Credit (On Account)"); }
+    static QString creditLimitTitle() { return QStringLiteral("Credit Limit"); }
+    static QString creditLimitNote() { return QStringLiteral("(0 = no limit)"); }
+    static QString balanceOwedTitle() { return QStringLiteral("Balance Owed"); }
+    static QString receivePaymentTitle() { return QStringLiteral("Receive Payment…"); }
+    static QString statementTitle() { return QStringLiteral("Statement PDF"); }
+    static QString accountHistoryTitle() { return QStringLiteral("Account History"); }
+    static QString purchaseSection() { return QStringLiteral("Purchase History"); }
+    static QString noPurchasesMessage() { return QStringLiteral("No purchases yet."); }
+    static QString voidedMark() { return QStringLiteral("Voided"); }
+    static QString saveTitle() { return QStringLiteral("Save"); }
+    static QString deleteTitle() { return QStringLiteral("Delete this customer?"); }
+    static QString deleteConfirmTitle() { return QStringLiteral("Delete"); }
+
+    CustomerDetailModel(AccountsService& accounts, LoyaltyService& loyalty, ModelContext& context,
+                        SessionStore& session, Ref<Customer> customer, QObject* parent = nullptr);
+
+    Ref<Customer> customer() const { return m_customer; }
+    QString name() const { return m_name; }
+    void setName(const QString& text);
+    QString phone() const { return m_phone; }
+    void setPhone(const QString& text);
+    QString email() const { return m_email; }
+    void setEmail(const QString& text);
+    QString address() const { return m_address; }
+    void setAddress(const QString& text);
+    bool allowCredit() const { return m_allowCredit; }
+    void setAllowCredit(bool allow);
+    // A money field: text that isn't a number counts as 0, which means no limit.
+    QString creditLimitText() const { return m_creditLimitText; }
+    void setCreditLimitText(const QString& text);
+    std::optional<QString> errorMessage() const { return m_errorMessage; }
+
+    // Writes the edits to the customer and saves; a failure puts the record back and keeps the edits.
+    bool save();
+
+    QString pointsBalanceText() const;
+    QList<Ref<LoyaltyEntry>> pointsHistory();
+    // 0 when the store can't be read, with errorMessage saying so.
+    double balanceOwed();
+    QString balanceOwedText();
+    QList<AccountEntry> accountHistory();
+    // Newest first, a page at a time; `offset` counts rows already shown. Voided ones included.
+    QList<Ref<Sale>> purchases(int offset = 0);
+
+    AccountStatement statement(std::optional<QDate> from);
+    QString statementSubtitle() const;
+    // Without extension: the save dialog adds ".pdf".
+    QString statementFileName() const;
+
+    // The lines under "Delete this customer?", in order; the last is always "This cannot be undone."
+    QStringList deleteWarnings();
+    // Sales keep their own record, without the customer; the account history goes with it.
+    bool deleteCustomer();
+
+Q_SIGNALS:
+    void fieldsChanged();
+    void errorMessageChanged();
+    // A save or rollback touched what this detail shows.
+    void detailChanged();
+
+private:
+    QString money(double amount) const;
+    void assign(QString& field, const QString& value);
+    void setErrorMessage(const std::optional<QString>& message);
+    template <class Result, class Read> Result reading(Result fallback, Read read);
+
+    AccountsService& m_accounts;
+    LoyaltyService& m_loyalty;
+    ModelContext& m_context;
+    SessionStore& m_session;
+    Ref<Customer> m_customer;
+    QString m_name;
+    QString m_phone;
+    QString m_email;
+    QString m_address;
+    bool m_allowCredit = false;
+    QString m_creditLimitText;
+    std::optional<QString> m_errorMessage;
+};

@@ -1,0 +1,99 @@
+#include "customers/customersviewmodel.h"
+
+#include "clock/clock.h"
+#include "money/currency.h"
+#include "records/customerpayment.h"
+#include "records/payment.h"
+#include "records/sale.h"
+#include "store/storeerror.h"
+
+CustomersViewModel::CustomersViewModel(AccountsService& accounts, ModelContext& context,
+                                       SessionStore& session, QObject* parent)
+    : QObject(parent)
+    , m_accounts(accounts)
+    , m_context(context)
+    , m_session(session)
+{
+    connect(&m_context, &ModelContext::didChange, this, [this](const QSet<QString>& names) {
+        for (const Entity* entity :
+             {&Customer::schema(), &Sale::schema(), &Payment::schema(), &CustomerPayment::schema()}) {
+            if (names.contains(entity->name)) {
+                Q_EMIT customersChanged();
+                return;
+            }
+        }
+    });
+}
+
+void CustomersViewModel::setSearchText(const QString& text)
+{
+    if (text == m_searchText)
+        return;
+    m_searchText = text;
+    Q_EMIT searchTextChanged();
+}
+
+void CustomersViewModel::setErrorMessage(const std::optional<QString>& message)
+{
+    if (message == m_errorMessage)
+        return;
+    m_errorMessage = message;
+    Q_EMIT errorMessageChanged();
+}
+
+QList<Ref<Customer>> CustomersViewModel::filteredCustomers(const QList<Ref<Customer>>& customers) const
+{
+    const QString needle = m_searchText.toLower();
+    if (needle.isEmpty())
+        return customers;
+    QList<Ref<Customer>> result;
+    for (const Ref<Customer>& customer : customers) {
+        if (customer->name().toLower().contains(needle) || customer->phone().toLower().contains(needle) ||
+            customer->email().toLower().contains(needle))
+            result.append(customer);
+    }
+    return result;
+}
+
+QList<CustomerRow> CustomersViewModel::rows()
+{
+    try {
+        // The search runs in memory, where lower-casing is Unicode's.
+        const QList<Ref<Customer>> customers = filteredCustomers(
+            m_context.fetch<Customer>(FetchDescriptor().sortedBy(ascending(Customer::Col::name))));
+        const QHash<QString, double> balances = m_accounts.balancesByCustomer();
+        const Ref<AppSettings> settings = m_session.settings();
+        const QString symbol = settings ? settings->currencySymbol() : Currency::fixedSign;
+        QList<CustomerRow> result;
+        result.reserve(customers.size());
+        for (const Ref<Customer>& customer : customers) {
+            CustomerRow row{customer, customer->name(), std::nullopt};
+            const double owed = balances.value(customer->idText());
+            if (owed > 0)
+                row.owesText = QStringLiteral("Owes ") + Currency::format(owed, symbol);
+            result.append(row);
+        }
+        setErrorMessage(std::nullopt);
+        return result;
+    } catch (const StoreError& error) {
+        setErrorMessage(error.description());
+        return {};
+    }
+}
+
+Ref<Customer> CustomersViewModel::addCustomer()
+{
+    auto customer = std::make_shared<Customer>();
+    customer->setName(newCustomerTitle());
+    customer->setCreatedAt(Clock::now());
+    m_context.insert(customer);
+    try {
+        m_context.save();
+    } catch (const StoreError& error) {
+        m_context.rollback();
+        setErrorMessage(error.description());
+        return nullptr;
+    }
+    setErrorMessage(std::nullopt);
+    return customer;
+}

@@ -1,0 +1,68 @@
+#pragma once
+
+#include "customers/accountsservice.h"
+#include "records/customer.h"
+#include "startup/sessionstore.h"
+#include "store/modelcontext.h"
+
+#include <QObject>
+#include <QString>
+
+#include <optional>
+
+// One line of the customers list, in finished text.
+struct CustomerRow {
+    Ref<Customer> customer;
+    QString name;
+    // "Owes ₵20.00" while the balance is above 0.
+    std::optional<QString> owesText;
+};
+
+// The Customers screen: the searchable list and "New Customer". A store that can't be read gives
+// an empty list and says so in errorMessage.
+class CustomersViewModel : public QObject {
+    Q_OBJECT
+
+public:
+    static QString searchPrompt() { return QStringLiteral("Search customers"); }
+    static QString newCustomerTitle() { return QStringLiteral("New Customer"); }
+    static QString emptyTitle() { return QStringLiteral("No customers"); }
+    static QString emptyMessage()
+    {
+        return QStringLiteral("Add a customer to track purchase history and loyalty points.");
+    }
+    static QString noSelectionTitle() { return QStringLiteral("Select a customer"); }
+    static QString noSelectionMessage()
+    {
+        return QStringLiteral("Choose a customer to view details and purchase history.");
+    }
+
+    CustomersViewModel(AccountsService& accounts, ModelContext& context, SessionStore& session,
+                       QObject* parent = nullptr);
+
+    QString searchText() const { return m_searchText; }
+    void setSearchText(const QString& text);
+    std::optional<QString> errorMessage() const { return m_errorMessage; }
+
+    // Those whose name, phone or e-mail contains the lower-cased search; order kept.
+    QList<Ref<Customer>> filteredCustomers(const QList<Ref<Customer>>& customers) const;
+    // Every customer by name, through filteredCustomers.
+    QList<CustomerRow> rows();
+    // Saved at once, named "New Customer" for the detail to rename; absent when the save fails.
+    Ref<Customer> addCustomer();
+
+Q_SIGNALS:
+    void searchTextChanged();
+    void errorMessageChanged();
+    // A save or rollback touched customers or their accounts: the rows are out of date.
+    void customersChanged();
+
+private:
+    void setErrorMessage(const std::optional<QString>& message);
+
+    AccountsService& m_accounts;
+    ModelContext& m_context;
+    SessionStore& m_session;
+    QString m_searchText;
+    std::optional<QString> m_errorMessage;
+};

@@ -1,0 +1,119 @@
+#include "stock/inventoryviewmodel.h"
+
+#include "money/currency.h"
+#include "store/storeerror.h"
+
+namespace {
+// Mirrors Product::tracksStock in SQL: an unknown type counts stock.
+QString tracksStockSql()
+{
+    return QStringLiteral("\"productTypeRaw\" NOT IN (?, ?)");
+}
+
+QVariantList untrackedTypes()
+{
+    return {ProductTypes::raw(ProductType::nonInventory), ProductTypes::raw(ProductType::service)};
+}
+} // namespace
+
+InventoryViewModel::InventoryViewModel(ModelContext& context, QObject* parent)
+    : QObject(parent)
+    , m_context(context)
+{
+    connect(&m_context, &ModelContext::didChange, this, [this](const QSet<QString>& entityNames) {
+        if (entityNames.contains(Product::schema().name) ||
+            entityNames.contains(InventoryMovement::schema().name))
+            Q_EMIT inventoryChanged();
+    });
+}
+
+void InventoryViewModel::setSearchText(const QString& text)
+{
+    if (text == m_searchText)
+        return;
+    m_searchText = text;
+    Q_EMIT searchTextChanged();
+}
+
+void InventoryViewModel::setErrorMessage(const std::optional<QString>& message)
+{
+    if (message == m_errorMessage)
+        return;
+    m_errorMessage = message;
+    Q_EMIT errorMessageChanged();
+}
+
+template <class Result, class Read> Result InventoryViewModel::reading(Result fallback, Read read)
+{
+    try {
+        Result result = read();
+        setErrorMessage(std::nullopt);
+        return result;
+    } catch (const StoreError& error) {
+        setErrorMessage(error.description());
+        return fallback;
+    }
+}
+
+QList<Ref<Product>> InventoryViewModel::filteredProducts(const QList<Ref<Product>>& products) const
+{
+    const QString needle = m_searchText.toLower();
+    QList<Ref<Product>> result;
+    for (const Ref<Product>& product : products) {
+        if (!product->tracksStock())
+            continue;
+        if (!needle.isEmpty() && !product->name().toLower().contains(needle) &&
+            !product->sku().toLower().contains(needle))
+            continue;
+        result.append(product);
+    }
+    return result;
+}
+
+QList<Ref<Product>> InventoryViewModel::products()
+{
+    return reading(QList<Ref<Product>>(), [this] {
+        // The type is filtered in SQL; the search runs in memory, where lower-casing is Unicode's.
+        const FetchDescriptor tracked = FetchDescriptor(Condition(tracksStockSql(), untrackedTypes()))
+                                            .sortedBy(ascending(Product::Col::name));
+        return filteredProducts(m_context.fetch<Product>(tracked));
+    });
+}
+
+QList<Ref<InventoryMovement>> InventoryViewModel::movements(const Ref<Product>& product, int offset)
+{
+    Q_ASSERT(product);
+    return reading(QList<Ref<InventoryMovement>>(), [&] {
+        // Rows of one instant come newest insert first, so pages neither skip nor repeat them.
+        return m_context.fetch<InventoryMovement>(FetchDescriptor(InventoryMovement::Col::product == product)
+                                                      .sortedBy(descending(InventoryMovement::Col::timestamp))
+                                                      .sortedBy(descending(Column{"rowid"}))
+                                                      .limitedTo(movementPageSize, offset));
+    });
+}
+
+double InventoryViewModel::stockValue()
+{
+    return reading(0.0, [this] {
+        return m_context
+            .scalar(
+                QStringLiteral("SELECT TOTAL(\"costPrice\" * \"stockQuantity\") FROM \"Product\" WHERE ") +
+                    tracksStockSql(),
+                untrackedTypes())
+            .toDouble();
+    });
+}
+
+QString InventoryViewModel::stockValueText(const QString& currencySymbol)
+{
+    return Currency::format(stockValue(), currencySymbol);
+}
+
+qint64 InventoryViewModel::lowStockCount()
+{
+    return reading(qint64(0), [this] {
+        return m_context.count<Product>(
+            Condition(tracksStockSql(), untrackedTypes()) &&
+            Condition(QStringLiteral("\"stockQuantity\" <= \"reorderLevel\""), {}));
+    });
+}

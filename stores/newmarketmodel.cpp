@@ -1,0 +1,54 @@
+#include "stores/newmarketmodel.h"
+
+#include "startup/marketregistry.h"
+#include "startup/storefiles.h"
+#include "store/record.h"
+#include "store/storeerror.h"
+#include "stores/marketprovisioner.h"
+#include "stores/marketprovisioningerror.h"
+
+#include <QDir>
+#include <QUuid>
+
+NewMarketModel::NewMarketModel(MarketRegistry& registry, Provision provision, QObject* parent)
+    : QObject(parent)
+    , m_registry(registry)
+    , m_provision(provision ? std::move(provision) : Provision(&MarketProvisioner::provision))
+{
+}
+
+void NewMarketModel::setErrorMessage(const std::optional<QString>& message)
+{
+    if (message == m_errorMessage)
+        return;
+    m_errorMessage = message;
+    Q_EMIT errorMessageChanged();
+}
+
+bool NewMarketModel::create()
+{
+    setErrorMessage(std::nullopt);
+    if (m_adminPassword != m_confirmPassword) {
+        setErrorMessage(QStringLiteral("Passwords don't match."));
+        return false;
+    }
+
+    const QString fileName = Record::uuidText(QUuid::createUuid()) + QStringLiteral(".store");
+    const QString path = QDir(m_registry.marketsDirectory()).filePath(fileName);
+    try {
+        m_provision(path, m_marketName, m_adminName, m_adminUsername, m_adminPassword);
+    } catch (const MarketProvisioningError& error) {
+        setErrorMessage(error.description());
+        return false;
+    } catch (const StoreError& error) {
+        // A file the save didn't finish would otherwise lie in Markets, listed nowhere.
+        StoreFiles::remove(path);
+        setErrorMessage(error.description());
+        return false;
+    }
+
+    // Listed only once its file is complete, so the menu never offers a store that can't open.
+    m_createdMarket = m_registry.createMarket(m_marketName.trimmed(), fileName);
+    Q_EMIT createdMarketChanged();
+    return true;
+}

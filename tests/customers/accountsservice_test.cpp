@@ -1,0 +1,243 @@
+#include "customers/accountsservice.h"
+
+#include "accountbuilders.h"
+#include "customers/accounterror.h"
+#include "records/customerpayment.h"
+#include "store/storeerror.h"
+#include "support/printers.h"
+#include "support/teststore.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+using Kind = AccountEntry::Kind;
+constexpr auto onAccount = PaymentMethodType::onAccount;
+
+class AccountsServiceTest : public ::testing::Test {
+protected:
+    TestStore store;
+    ModelContext& context = store.context();
+    AccountsService accounts{context};
+};
+
+TEST_F(AccountsServiceTest, LedgerRunsInDateOrderAndAVoidedSaleDropsOut)
+{
+    const Ref<Customer> kofi = addCustomer(context);
+    const Ref<Customer> other = addCustomer(context, {.name = QStringLiteral("Other")});
+    // Written out of date order, so the ledger must sort; the cash part of the mixed sale isn't charged.
+    const Ref<Sale> sale = addSale(context, {.invoice = QStringLiteral("INV-1"),
+                                             .customer = kofi,
+                                             .at = localAt(2026, 3, 1),
+                                             .tenders = {{onAccount, 100}, {PaymentMethodType::cash, 25}}});
+    {
+        // At the very instant of the refund below, which must still come first.
+        Clock::Override today(localAt(2026, 3, 2));
+        accounts.receivePayment(kofi, 50, PaymentMethodType::mobileMoney, QStringLiteral("MM77"), {}, nullptr,
+                                nullptr);
+    }
+    addSale(context, {.invoice = QStringLiteral("INV-2"),
+                      .customer = kofi,
+                      .at = localAt(2026, 3, 2),
+                      .tenders = {{onAccount, -30}}});
+    addSale(context, {.invoice = QStringLiteral("INV-3"), .customer = other, .tenders = {{onAccount, 999}}});
+
+    const QList<AccountEntry> ledger = accounts.ledger(kofi);
+    ASSERT_EQ(ledger.size(), 3);
+    EXPECT_EQ(ledger[0].kind, Kind::creditSale);
+    EXPECT_EQ(ledger[0].description(), QStringLiteral("Sale INV-1"));
+    EXPECT_EQ(ledger[0].charge, 100);
+    EXPECT_EQ(ledger[1].kind, Kind::refundToAccount);
+    EXPECT_EQ(ledger[1].description(), QStringLiteral("Refund INV-2"));
+    EXPECT_EQ(ledger[1].credit, 30);
+    EXPECT_EQ(ledger[2].kind, Kind::payment);
+    EXPECT_EQ(ledger[2].description(), QStringLiteral("Payment received — Mobile Money MM77"));
+    EXPECT_EQ(ledger[0].balance, 100);
+    EXPECT_EQ(ledger[1].balance, 70);
+    EXPECT_EQ(ledger[2].balance, 20);
+    EXPECT_EQ(accounts.balance(kofi), 20);
+
+    // Unsaved, as the void would be mid-operation: the ledger already sees it.
+    sale->setStatus(SaleStatus::voided);
+    EXPECT_EQ(accounts.ledger(kofi).size(), 2);
+    EXPECT_EQ(accounts.balance(kofi), -80);
+}
+
+TEST_F(AccountsServiceTest, CheckCreditAllowsHalfACentAndTreatsLimitZeroAsNone)
+{
+    const struct {
+        const char* name;
+        bool allowCredit;
+        double limit;
+        double owed;
+        double amount;
+        const char* error; // empty when it passes
+    } cases[] = {
+        {"within tolerance", true, 100, 0, 100.004, ""},
+        {"just over", true, 100, 0, 100.006,
+         "This would take Kofi over their credit limit. They can have up to ₵100.00 more on account."},
+        {"owed lowers what is left", true, 100, 60, 40.01,
+         "This would take Kofi over their credit limit. They can have up to ₵40.00 more on account."},
+        {"already over the limit", true, 100, 120, 1,
+         "This would take Kofi over their credit limit. They can have up to -₵20.00 more on account."},
+        {"limit 0 is no limit", true, 0, 5000, 1000000, ""},
+        {"negative limit is no limit", true, -5, 0, 1000000, ""},
+        {"credit off", false, 100, 0, 10,
+         "Kofi isn't set up to buy on credit. Turn on Allow Credit in Customers first."},
+        {"nothing on account is no charge", false, 100, 0, 0.005, ""},
+    };
+    for (const auto& c : cases) {
+        TestStore fresh;
+        AccountsService service(fresh.context());
+        const Ref<Customer> kofi =
+            addCustomer(fresh.context(), {.allowCredit = c.allowCredit, .creditLimit = c.limit});
+        if (c.owed > 0)
+            addSale(fresh.context(), {.customer = kofi, .tenders = {{onAccount, c.owed}}});
+        EXPECT_EQ(failureOf<AccountError>([&] { service.checkCredit(kofi, c.amount); }),
+                  QString::fromUtf8(c.error))
+            << c.name;
+    }
+    EXPECT_EQ(failureOf<AccountError>([&] { accounts.checkCredit(nullptr, 1); }),
+              QStringLiteral("Add a customer to the sale to put it On Account."));
+}
+
+TEST_F(AccountsServiceTest, AgeingCountsCalendarDaysAtTheBucketEdges)
+{
+    // A late-evening charge and an early-morning asOf: whole days by the calendar, not by 24 hours.
+    const QDateTime asOf = localAt(2026, 6, 30, 0, 5);
+    const struct {
+        int days;
+        AgeBuckets expected;
+    } cases[] = {
+        {0, {100, 0, 0, 0}},  {30, {100, 0, 0, 0}}, {31, {0, 100, 0, 0}}, {60, {0, 100, 0, 0}},
+        {61, {0, 0, 100, 0}}, {90, {0, 0, 100, 0}}, {91, {0, 0, 0, 100}},
+    };
+    for (const auto& c : cases) {
+        AccountEntry charge;
+        charge.charge = 100;
+        charge.date = QDateTime(asOf.date().addDays(-c.days), QTime(23, 50));
+        const AgeBuckets got = AccountsService::age({charge}, asOf);
+        EXPECT_EQ(got.current, c.expected.current) << c.days;
+        EXPECT_EQ(got.days31to60, c.expected.days31to60) << c.days;
+        EXPECT_EQ(got.days61to90, c.expected.days61to90) << c.days;
+        EXPECT_EQ(got.over90, c.expected.over90) << c.days;
+    }
+}
+
+TEST_F(AccountsServiceTest, AgedBalancesPayTheOldestChargeFirstAndSkipCustomersInCredit)
+{
+    const QDateTime today = localAt(2026, 6, 30);
+    Clock::Override now(today);
+    const Ref<Customer> ama = addCustomer(context, {.name = QStringLiteral("Ama")});
+    addSale(context, {.customer = ama, .at = today.addDays(-40), .tenders = {{onAccount, 100}}});
+    addSale(context, {.customer = ama, .at = today.addDays(-5), .tenders = {{onAccount, 30}}});
+    accounts.receivePayment(ama, 50, PaymentMethodType::cash, {}, {}, nullptr, nullptr);
+    const Ref<Customer> kwame = addCustomer(context, {.name = QStringLiteral("Kwame")});
+    addSale(context, {.customer = kwame, .at = today.addDays(-100), .tenders = {{onAccount, 200}}});
+    const Ref<Customer> inCredit = addCustomer(context, {.name = QStringLiteral("Esi")});
+    addSale(context, {.customer = inCredit, .tenders = {{onAccount, 10}}});
+    addSale(context, {.customer = inCredit, .tenders = {{onAccount, -25}}});
+    const Ref<Customer> cashOnly = addCustomer(context, {.name = QStringLiteral("Yaw")});
+    addSale(context, {.customer = cashOnly, .tenders = {{PaymentMethodType::cash, 10}}});
+
+    const QList<AgedBalance> rows = accounts.agedBalances({ama, kwame, inCredit, cashOnly}, today);
+    ASSERT_EQ(rows.size(), 2);
+    EXPECT_EQ(rows[0].customerName, QStringLiteral("Kwame"));
+    EXPECT_EQ(rows[0].over90, 200);
+    EXPECT_EQ(rows[1].customerName, QStringLiteral("Ama"));
+    EXPECT_EQ(rows[1].days31to60, 50);
+    EXPECT_EQ(rows[1].current, 30);
+    EXPECT_EQ(rows[1].balance(), 80);
+}
+
+TEST_F(AccountsServiceTest, ReceivePaymentRoundsThenChecksWhatIsOwed)
+{
+    const struct {
+        const char* name;
+        double amount;
+        PaymentMethodType method;
+        const char* error; // empty when accepted
+    } cases[] = {
+        {"half a cent over rounds away", 100.004, PaymentMethodType::cash, ""},
+        {"a cent over", 100.01, PaymentMethodType::cash, "That's more than the customer owes (₵100.00)."},
+        {"rounds to nothing", 0.004, PaymentMethodType::card, "Enter an amount greater than zero."},
+        {"negative", -5, PaymentMethodType::card, "Enter an amount greater than zero."},
+        {"on account is no tender", 10, PaymentMethodType::onAccount,
+         "Choose how the customer paid: cash, card, mobile money or other."},
+    };
+    for (const auto& c : cases) {
+        TestStore fresh;
+        AccountsService service(fresh.context());
+        const Ref<Customer> kofi = addCustomer(fresh.context());
+        const Ref<TillShift> shift = addShift(fresh.context());
+        addSale(fresh.context(), {.customer = kofi, .tenders = {{onAccount, 100}}});
+        Ref<CustomerPayment> made;
+        const QString error = failureOf<AccountError>([&] {
+            made = service.receivePayment(kofi, c.amount, c.method, QStringLiteral("r"), QStringLiteral("n"),
+                                          nullptr, shift);
+        });
+        EXPECT_EQ(error, QString::fromUtf8(c.error)) << c.name;
+        EXPECT_EQ(countRowsOnDisk(fresh.path(), QStringLiteral("CustomerPayment")), made ? 1 : 0) << c.name;
+        if (made) {
+            EXPECT_EQ(made->amount(), 100.0) << c.name;
+            EXPECT_EQ(made->tillShift(), shift) << c.name;
+            EXPECT_EQ(service.balance(kofi), 0) << c.name;
+        }
+    }
+}
+
+TEST_F(AccountsServiceTest, FailedPaymentSaveRollsBack)
+{
+    const Ref<Customer> kofi = addCustomer(context);
+    addSale(context, {.customer = kofi, .tenders = {{onAccount, 100}}});
+    context.connection().execute(QStringLiteral("CREATE TRIGGER refuse BEFORE INSERT ON \"CustomerPayment\" "
+                                                "BEGIN SELECT RAISE(ABORT, 'disk full'); END"));
+    EXPECT_THROW(accounts.receivePayment(kofi, 40, PaymentMethodType::cash, {}, {}, nullptr, nullptr),
+                 StoreError);
+    EXPECT_FALSE(context.hasChanges());
+    EXPECT_EQ(accounts.balance(kofi), 100);
+}
+
+TEST_F(AccountsServiceTest, CashReceivedCountsOnlyTheShiftsCash)
+{
+    const Ref<Customer> kofi = addCustomer(context);
+    addSale(context, {.customer = kofi, .tenders = {{onAccount, 1000}}});
+    const Ref<TillShift> shift = addShift(context);
+    const Ref<TillShift> otherShift = addShift(context);
+    const auto pay = [&](PaymentMethodType method, double amount, const Ref<TillShift>& in) {
+        return accounts.receivePayment(kofi, amount, method, {}, {}, nullptr, in);
+    };
+    pay(PaymentMethodType::cash, 10, shift);
+    pay(PaymentMethodType::card, 20, shift);
+    pay(PaymentMethodType::mobileMoney, 5, shift);
+    pay(PaymentMethodType::other, 6, shift);
+    pay(PaymentMethodType::cash, 7, otherShift);
+    pay(PaymentMethodType::cash, 4, nullptr);
+    // A method this version doesn't know reads as cash.
+    pay(PaymentMethodType::cash, 3, shift)->setMethodRaw(QStringLiteral("voucher"));
+    EXPECT_EQ(accounts.cashReceived(shift), 13);
+}
+
+TEST_F(AccountsServiceTest, StatementBringsEarlierEntriesForward)
+{
+    const Ref<Customer> kofi = addCustomer(context);
+    addSale(context, {.invoice = QStringLiteral("INV-1"),
+                      .customer = kofi,
+                      .at = localAt(2026, 3, 1, 23, 59),
+                      .tenders = {{onAccount, 100}}});
+    addSale(context, {.invoice = QStringLiteral("INV-2"),
+                      .customer = kofi,
+                      .at = localAt(2026, 3, 2, 0, 1),
+                      .tenders = {{onAccount, 1250.5}}});
+
+    const AccountStatement all = accounts.statement(kofi, std::nullopt);
+    EXPECT_EQ(all.title, QStringLiteral("Statement — Kofi"));
+    ASSERT_EQ(all.rows.size(), 3);
+    EXPECT_EQ(all.rows[0], (QStringList{"2026-03-01", "Sale INV-1", "₵100.00", "", "₵100.00"}));
+    EXPECT_EQ(all.rows[2], (QStringList{"", "Balance owed", "", "", "₵1,350.50"}));
+
+    const AccountStatement fromSecond = accounts.statement(kofi, QDate(2026, 3, 2));
+    ASSERT_EQ(fromSecond.rows.size(), 3);
+    EXPECT_EQ(fromSecond.rows[0], (QStringList{"2026-03-02", "Balance brought forward", "", "", "₵100.00"}));
+    EXPECT_EQ(fromSecond.rows[1][1], QStringLiteral("Sale INV-2"));
+}
+} // namespace

@@ -1,0 +1,123 @@
+#include "customers/adjustpointsmodel.h"
+#include "customers/customerdetailmodel.h"
+#include "customers/customersviewmodel.h"
+#include "customers/receiveaccountpaymentmodel.h"
+
+#include "accountbuilders.h"
+#include "records/customerpayment.h"
+#include "support/printers.h"
+#include "support/teststore.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+class CustomerScreensTest : public ::testing::Test {
+protected:
+    TestStore store;
+    ModelContext& context = store.context();
+    AccountsService accounts{context};
+    LoyaltyService loyalty{context};
+    SessionStore session;
+    int done = 0;
+};
+
+TEST_F(CustomerScreensTest, ListSearchesNamePhoneAndEmailAndShowsWhoOwes)
+{
+    const Ref<Customer> ama = addCustomer(context, {.name = QStringLiteral("Ama Mensah")});
+    ama->setEmail(QStringLiteral("AMA@EXAMPLE.COM"));
+    const Ref<Customer> kofi = addCustomer(context, {.name = QStringLiteral("Kofi")});
+    kofi->setPhone(QStringLiteral("024 555"));
+    context.save();
+    addSale(context, {.customer = ama, .tenders = {{PaymentMethodType::onAccount, 20}}});
+
+    CustomersViewModel list(accounts, context, session);
+    QList<CustomerRow> rows = list.rows();
+    ASSERT_EQ(rows.size(), 2);
+    EXPECT_EQ(rows[0].owesText, QStringLiteral("Owes ₵20.00"));
+    EXPECT_EQ(rows[1].owesText, std::nullopt);
+
+    list.setSearchText(QStringLiteral("example.com"));
+    ASSERT_EQ(list.rows().size(), 1);
+    list.setSearchText(QStringLiteral("555"));
+    ASSERT_EQ(list.rows().size(), 1);
+    EXPECT_EQ(list.rows()[0].customer, kofi);
+}
+
+TEST_F(CustomerScreensTest, DeleteWarnsAboutTheBalanceAndSalesThenUnlinksThem)
+{
+    const Ref<Customer> ama = addCustomer(context, {.name = QStringLiteral("Ama")});
+    const Ref<Sale> sale =
+        addSale(context, {.customer = ama, .tenders = {{PaymentMethodType::onAccount, 20}}});
+    addSale(context, {.customer = ama, .tenders = {{PaymentMethodType::cash, 5}}});
+    CustomerDetailModel detail(accounts, loyalty, context, session, ama);
+    EXPECT_EQ(detail.deleteWarnings(),
+              (QStringList{
+                  "Ama still owes ₵20.00. Deleting removes the account — record their payment first if you "
+                  "can.",
+                  "2 past sale(s) will keep their own record — they'll just no longer be linked to this "
+                  "customer.",
+                  "This cannot be undone."}));
+
+    EXPECT_TRUE(detail.deleteCustomer());
+    EXPECT_EQ(sale->customer(), nullptr);
+    EXPECT_EQ(countRowsOnDisk(store.path(), QStringLiteral("Sale")), 2);
+    EXPECT_EQ(countRowsOnDisk(store.path(), QStringLiteral("Customer")), 0);
+}
+
+TEST_F(CustomerScreensTest, ReceivePaymentReadsACommaAndPutsOnlyCashInTheTill)
+{
+    const Ref<Customer> ama = addCustomer(context, {.name = QStringLiteral("Ama")});
+    addSale(context, {.customer = ama, .tenders = {{PaymentMethodType::onAccount, 50}}});
+    const Ref<TillShift> shift = addShift(context);
+    session.setCurrentTillShift(shift);
+
+    ReceiveAccountPaymentModel cash(accounts, session, ama, 50, [this] { ++done; });
+    EXPECT_EQ(cash.owesLine(), QStringLiteral("Ama owes ₵50.00."));
+    EXPECT_EQ(cash.tillNote(),
+              QStringLiteral("The cash goes into the open till and is included in Expected Cash."));
+    cash.setAmountText(QStringLiteral("12,50"));
+    EXPECT_TRUE(cash.record());
+    EXPECT_EQ(done, 1);
+
+    ReceiveAccountPaymentModel card(accounts, session, ama, 37.5, [this] { ++done; });
+    card.setMethod(PaymentMethodType::card);
+    EXPECT_EQ(card.tillNote(), std::nullopt);
+    card.setAmountText(QStringLiteral("abc"));
+    EXPECT_FALSE(card.record());
+    EXPECT_EQ(card.errorMessage(), QStringLiteral("Enter an amount greater than zero."));
+    card.fillFullBalance();
+    EXPECT_EQ(card.amountText(), QStringLiteral("37.50"));
+    EXPECT_TRUE(card.record());
+
+    EXPECT_EQ(accounts.cashReceived(shift), 12.5);
+    EXPECT_EQ(accounts.balance(ama), 0);
+    const QList<Ref<CustomerPayment>> payments = context.fetch<CustomerPayment>(
+        FetchDescriptor(CustomerPayment::Col::methodRaw == QStringLiteral("card")));
+    ASSERT_EQ(payments.size(), 1);
+    EXPECT_EQ(payments[0]->tillShift(), nullptr);
+
+    session.setCurrentTillShift(nullptr);
+    EXPECT_EQ(cash.tillNote(),
+              QStringLiteral("No till is open, so this cash won't be counted in a till shift."));
+}
+
+TEST_F(CustomerScreensTest, AdjustPointsSignsByDirectionAndShowsTheNewBalance)
+{
+    const Ref<Customer> ama = addCustomer(context, {.name = QStringLiteral("Ama"), .points = 10});
+    AdjustPointsModel sheet(loyalty, session, ama, [this] { ++done; });
+    EXPECT_EQ(sheet.balanceLine(), QStringLiteral("Ama has 10 points."));
+    sheet.setDirection(AdjustPointsModel::Direction::remove);
+    sheet.setPointsText(QStringLiteral(" 4 "));
+    EXPECT_EQ(sheet.newBalanceText(), QStringLiteral("New balance: 6 points"));
+    sheet.setPointsText(QStringLiteral("2.5"));
+    EXPECT_EQ(sheet.newBalanceText(), std::nullopt);
+    EXPECT_FALSE(sheet.save());
+    EXPECT_EQ(sheet.errorMessage(), QStringLiteral("Enter a number of points other than zero."));
+
+    sheet.setPointsText(QStringLiteral("4"));
+    sheet.setReason(QStringLiteral("correction"));
+    EXPECT_TRUE(sheet.save());
+    EXPECT_EQ(done, 1);
+    EXPECT_EQ(ama->loyaltyPoints(), 6);
+}
+} // namespace

@@ -1,0 +1,56 @@
+#include "ui/access/firstrunsetupview.h"
+
+#include "ui/controls/errorlabel.h"
+#include "ui/navigation/mainnavigationview.h"
+#include "ui/windowtest.h"
+
+#include <QLineEdit>
+#include <QPushButton>
+
+using Field = FirstRunSetupView::Field;
+
+TEST_F(WindowTest, FirstRunRefusesEachGapInTheFormThenSignsTheNewAdminIn)
+{
+    openWindow();
+    FirstRunSetupView* view = screen<FirstRunSetupView>();
+    ASSERT_NE(view, nullptr);
+    ASSERT_EQ(focused(), view->field(Field::businessName));
+
+    // Tab and Return both walk the form in order; Return on the last field creates the account.
+    const QStringList typed{"  ", "Adwoa Mensah", "Adwoa", "12345", "12345"};
+    for (int index = 0; index < typed.size(); ++index) {
+        ASSERT_EQ(focused(), view->field(static_cast<Field>(index))) << index;
+        QTest::keyClicks(focused(), typed[index]);
+        QTest::keyClick(focused(), index % 2 || index == typed.size() - 1 ? Qt::Key_Return : Qt::Key_Tab);
+    }
+    EXPECT_EQ(view->errorLabel()->text(), "Enter a business name, your name, and a username.");
+
+    const struct {
+        Field field;
+        const char* text;
+        const char* message;
+    } corrections[] = {
+        {Field::businessName, "Osu Salon", "Password must be at least 6 characters."},
+        {Field::adminPassword, "secret1", "Passwords don't match."},
+    };
+    for (const auto& correction : corrections) {
+        view->field(correction.field)->selectAll();
+        QTest::keyClicks(view->field(correction.field), correction.text);
+        view->createButton()->click();
+        EXPECT_EQ(view->errorLabel()->text(), correction.message);
+        EXPECT_TRUE(view->errorLabel()->isVisible());
+    }
+    EXPECT_EQ(store.context().count<User>(), 0);
+
+    view->field(Field::confirmPassword)->selectAll();
+    QTest::keyClicks(view->field(Field::confirmPassword), "secret1");
+    QTest::keyClick(view->field(Field::confirmPassword), Qt::Key_Return);
+
+    const Ref<User> admin = session.currentUser();
+    ASSERT_NE(admin, nullptr);
+    EXPECT_EQ(admin->username(), "adwoa");
+    EXPECT_EQ(admin->role(), UserRole::admin);
+    EXPECT_EQ(session.settings()->businessName(), "Osu Salon");
+    EXPECT_EQ(window->rootView()->screen(), RootView::Screen::mainNavigation);
+    EXPECT_NE(screen<MainNavigationView>(), nullptr);
+}

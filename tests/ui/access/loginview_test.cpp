@@ -1,0 +1,85 @@
+#include "ui/access/loginview.h"
+
+#include "ui/controls/errorlabel.h"
+#include "ui/controls/segmentedcontrol.h"
+#include "ui/windowtest.h"
+
+#include <QLineEdit>
+#include <QPushButton>
+
+namespace {
+class LoginViewTest : public WindowTest {
+protected:
+    void SetUp() override
+    {
+        ama = addUser(store.context(), {.pin = QStringLiteral("1234")});
+        openWindow();
+        view = screen<LoginView>();
+        ASSERT_NE(view, nullptr);
+    }
+
+    QLineEdit* field(LoginView::Field which) const { return view->field(which); }
+
+    Ref<User> ama;
+    LoginView* view = nullptr;
+};
+} // namespace
+
+TEST_F(LoginViewTest, PasswordSignInByKeyboardShowsTheMistakeThenSignsIn)
+{
+    EXPECT_EQ(focused(), field(LoginView::Field::username));
+    QTest::keyClick(focused(), Qt::Key_Tab);
+    EXPECT_EQ(focused(), field(LoginView::Field::password));
+    QTest::keyClick(focused(), Qt::Key_Tab);
+    EXPECT_EQ(focused(), view->signInButton());
+
+    QTest::keyClicks(field(LoginView::Field::username), QStringLiteral(" AMA "));
+    QTest::keyClick(field(LoginView::Field::username), Qt::Key_Return);
+    ASSERT_EQ(focused(), field(LoginView::Field::password));
+    EXPECT_EQ(field(LoginView::Field::password)->echoMode(), QLineEdit::Password);
+    QTest::keyClicks(focused(), QStringLiteral("wrong1"));
+    QTest::keyClick(focused(), Qt::Key_Return);
+
+    EXPECT_TRUE(view->errorLabel()->isVisible());
+    EXPECT_EQ(view->errorLabel()->text(), "Incorrect username or password.");
+    EXPECT_EQ(session.currentUser(), nullptr);
+    // What was typed stays, selected, so typing again replaces it.
+    EXPECT_EQ(field(LoginView::Field::password)->selectedText(), "wrong1");
+
+    QTest::keyClicks(focused(), QStringLiteral("secret1"));
+    view->signInButton()->click();
+    EXPECT_EQ(session.currentUser(), ama);
+    EXPECT_EQ(window->rootView()->screen(), RootView::Screen::mainNavigation);
+}
+
+TEST_F(LoginViewTest, QuickPinShowsOnlyTheMaskedPinAndSignsInByIt)
+{
+    QTest::mouseClick(view->methodPicker()->segment(1), Qt::LeftButton);
+    EXPECT_FALSE(field(LoginView::Field::username)->isVisible());
+    ASSERT_TRUE(field(LoginView::Field::pin)->isVisible());
+    EXPECT_EQ(field(LoginView::Field::pin)->echoMode(), QLineEdit::Password);
+    ASSERT_EQ(focused(), field(LoginView::Field::pin));
+
+    QTest::keyClicks(focused(), QStringLiteral("12345"));
+    QTest::keyClick(focused(), Qt::Key_Return);
+    EXPECT_EQ(view->errorLabel()->text(), "Incorrect PIN.");
+
+    QTest::keyClicks(focused(), QStringLiteral("1234"));
+    QTest::keyClick(focused(), Qt::Key_Return);
+    EXPECT_EQ(session.currentUser(), ama);
+}
+
+TEST(LoginView, TitleIsTheBusinessOnceSettingsArriveAndBrindleUntilThen)
+{
+    TestStore store;
+    AppEnvironment environment(store.context());
+    SessionStore session;
+    LoginView view(environment.authService(), session);
+    EXPECT_EQ(view.titleLabel()->text(), "Brindle");
+
+    // The window loads the settings as it appears, after this screen was made.
+    const Ref<AppSettings> settings = environment.loadOrCreateSettings();
+    settings->setBusinessName(QStringLiteral("Adwoa's Salon"));
+    session.setSettings(settings);
+    EXPECT_EQ(view.titleLabel()->text(), "Adwoa's Salon");
+}

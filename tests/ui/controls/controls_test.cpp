@@ -1,0 +1,89 @@
+#include "ui/controls/currencyfield.h"
+#include "ui/controls/numerickeypad.h"
+
+#include "support/printers.h"
+
+#include <QLineEdit>
+#include <QPushButton>
+#include <QSignalSpy>
+#include <QTest>
+
+#include <gtest/gtest.h>
+
+TEST(NumericKeypad, Tap)
+{
+    const QString back = NumericKeypad::backspaceKey();
+    const struct {
+        const char* fault;
+        const char* text;
+        QString key;
+        const char* expected;
+    } cases[] = {
+        {"a leading zero kept", "0", "5", "5"},
+        {"the zero before a point lost", "0", ".", "0."},
+        {"a second point taken", "1.5", ".", "1.5"},
+        {"a bare point on nothing", "", ".", "0."},
+        {"a zero inside a number dropped", "10", "0", "100"},
+        {"a zero on nothing lost", "", "0", "0"},
+        {"zero on zero doubled", "0", "0", "0"},
+        {"backspace on nothing failed", "", back, ""},
+        {"backspace took more than one", "12.", back, "12"},
+    };
+    for (const auto& c : cases)
+        EXPECT_EQ(NumericKeypad::tap(c.text, c.key), c.expected) << c.fault;
+}
+
+TEST(NumericKeypad, KeysEditTheTextWithoutTakingFocus)
+{
+    NumericKeypad keypad;
+    QSignalSpy edited(&keypad, &NumericKeypad::textEdited);
+    const auto press = [&keypad](const QString& key) {
+        for (QPushButton* button : keypad.findChildren<QPushButton*>())
+            if (button->text() == key)
+                return QTest::mouseClick(button, Qt::LeftButton);
+        FAIL() << "no key " << key.toStdString();
+    };
+    for (const char* key : {"0", "5", ".", ".", "2", "⌫", "7"})
+        press(QString::fromUtf8(key));
+    EXPECT_EQ(keypad.text(), "5.7");
+    EXPECT_EQ(edited.size(), 7);
+    EXPECT_EQ(keypad.findChildren<QPushButton*>().size(), 12);
+    for (QPushButton* button : keypad.findChildren<QPushButton*>())
+        EXPECT_EQ(button->focusPolicy(), Qt::NoFocus);
+}
+
+TEST(CurrencyField, Read)
+{
+    const struct {
+        const char* text;
+        std::optional<double> expected;
+    } cases[] = {
+        {"12.5", 12.5},        {" 7 ", 7.0},          {"1,234.50", 1234.5},    {"-3", -3.0},
+        {"", std::nullopt},    {"12a", std::nullopt}, {"1.2.3", std::nullopt}, {"12,5", std::nullopt},
+        {"inf", std::nullopt}, {"nan", std::nullopt},
+    };
+    for (const auto& c : cases)
+        EXPECT_EQ(CurrencyField::read(c.text), c.expected) << c.text;
+}
+
+TEST(CurrencyField, TypingThatIsNotANumberKeepsTheLastGoodValue)
+{
+    CurrencyField field(QStringLiteral("Opening float"));
+    QSignalSpy changed(&field, &CurrencyField::valueChanged);
+    field.setValue(20);
+    QLineEdit* edit = field.lineEdit();
+    EXPECT_EQ(edit->text(), "20.00");
+
+    edit->selectAll();
+    QTest::keyClicks(edit, "45.5");
+    EXPECT_EQ(field.value(), 45.5);
+    const qsizetype announced = changed.size();
+    QTest::keyClicks(edit, "x");
+    EXPECT_EQ(field.value(), 45.5);
+    QTest::keyClick(edit, Qt::Key_A, Qt::ControlModifier);
+    QTest::keyClick(edit, Qt::Key_Backspace);
+    EXPECT_EQ(field.value(), 45.5) << "an empty field is no number either";
+    Q_EMIT edit->editingFinished();
+    EXPECT_EQ(edit->text(), "45.50");
+    EXPECT_EQ(changed.size(), announced);
+}

@@ -1,0 +1,154 @@
+#include "ui/navigation/mainnavigationview.h"
+
+#include "ui/access/loginview.h"
+#include "ui/settings/settingsview.h"
+#include "ui/windowtest.h"
+
+#include <QLabel>
+#include <QListWidget>
+#include <QPointer>
+#include <QPushButton>
+
+namespace {
+QStringList sidebarTitles(const MainNavigationView& view)
+{
+    QStringList titles;
+    for (int row = 0; row < view.sidebar()->count(); ++row)
+        titles.append(view.sidebar()->item(row)->text());
+    return titles;
+}
+
+QStringList labelTexts(const QWidget& widget)
+{
+    QStringList texts;
+    for (const QLabel* label : widget.findChildren<QLabel*>())
+        if (label->isVisibleTo(&widget))
+            texts.append(label->text());
+    return texts;
+}
+} // namespace
+
+TEST_F(WindowTest, ACashierGetsNoAdminSectionsAndACalmNoteInstead)
+{
+    const Ref<User> kofi = addUser(store.context(), {.username = QStringLiteral("kofi"), .name = "Kofi"});
+    openWindow();
+    session.setCurrentUser(kofi);
+
+    MainNavigationView* view = screen<MainNavigationView>();
+    ASSERT_NE(view, nullptr);
+    EXPECT_EQ(sidebarTitles(*view), QStringList());
+    EXPECT_FALSE(view->sidebar()->isVisible());
+    const QStringList texts = labelTexts(*view);
+    EXPECT_TRUE(texts.contains("Kofi, you're signed in.")) << texts.join(" | ").toStdString();
+    EXPECT_TRUE(texts.contains("Cashier"));
+    EXPECT_EQ(focused(), view) << "not on Sign Out, where a stray Space would sign the cashier out";
+
+    // Asking for Settings from elsewhere doesn't take a cashier there, and the request is used up.
+    window->actionBus().setRequestedSection(AppSection::settings);
+    EXPECT_EQ(view->model().selection(), std::nullopt);
+    EXPECT_EQ(window->actionBus().requestedSection(), std::nullopt);
+}
+
+TEST_F(WindowTest, AnAdminLandsOnSettingsAndSignOutLeavesTheShiftOpen)
+{
+    const Ref<User> boss =
+        addUser(store.context(), {.username = QStringLiteral("boss"), .role = UserRole::admin});
+    openWindow();
+    auto shift = std::make_shared<TillShift>();
+    session.setCurrentTillShift(shift);
+    session.setCurrentUser(boss);
+
+    MainNavigationView* view = screen<MainNavigationView>();
+    ASSERT_NE(view, nullptr);
+    EXPECT_EQ(sidebarTitles(*view), QStringList{"Settings"});
+    EXPECT_EQ(view->sidebar()->currentRow(), 0);
+    EXPECT_NE(qobject_cast<SettingsView*>(view->currentScreen()), nullptr);
+    EXPECT_TRUE(labelTexts(*view).contains("Admin"));
+
+    QTest::mouseClick(view->signOutButton(), Qt::LeftButton);
+    EXPECT_EQ(session.currentUser(), nullptr);
+    EXPECT_EQ(session.currentTillShift(), shift);
+    EXPECT_NE(screen<LoginView>(), nullptr);
+}
+
+TEST_F(WindowTest, AnotherUserGetsAFreshMainWindow)
+{
+    const Ref<User> boss =
+        addUser(store.context(), {.username = QStringLiteral("boss"), .role = UserRole::admin});
+    const Ref<User> kofi = addUser(store.context(), {.username = QStringLiteral("kofi")});
+    openWindow();
+    session.setCurrentUser(boss);
+    QPointer<MainNavigationView> first = screen<MainNavigationView>();
+
+    session.setCurrentUser(kofi);
+    ASSERT_NE(screen<MainNavigationView>(), nullptr);
+    EXPECT_NE(screen<MainNavigationView>(), first.data());
+    EXPECT_EQ(sidebarTitles(*screen<MainNavigationView>()), QStringList());
+}
+
+namespace {
+// Sections with stand-in screens, so that the rules can be seen with more than Settings present.
+class MainNavigationModelTest : public ::testing::Test {
+protected:
+    SectionScreens screensFor(std::initializer_list<AppSection> sections)
+    {
+        SectionScreens screens;
+        for (AppSection section : sections)
+            screens.add(section, [] { return new QLabel; });
+        return screens;
+    }
+
+    void signIn(UserRole role) { session.setCurrentUser(addUser(store.context(), {.role = role})); }
+
+    TestStore store;
+    AppEnvironment environment{store.context()};
+    SessionStore session;
+    POSActionBus bus;
+};
+} // namespace
+
+TEST_F(MainNavigationModelTest, ANonAdminNeverStaysOnAnAdminOnlySection)
+{
+    session.setSettings(environment.loadOrCreateSettings());
+    signIn(UserRole::cashier);
+    {
+        MainNavigationModel withPos(
+            session, store.context(), bus,
+            screensFor({AppSection::pos, AppSection::customers, AppSection::settings}));
+        EXPECT_EQ(withPos.sections(), (QList<AppSection>{AppSection::pos, AppSection::customers}));
+        withPos.setSelection(AppSection::customers);
+        withPos.setSelection(AppSection::settings);
+        EXPECT_EQ(withPos.selection(), AppSection::pos);
+    }
+
+    MainNavigationModel withoutPos(
+        session, store.context(), bus,
+        screensFor({AppSection::customers, AppSection::till, AppSection::reports}));
+    withoutPos.setSelection(AppSection::till);
+    withoutPos.setSelection(AppSection::reports);
+    EXPECT_EQ(withoutPos.selection(), AppSection::customers);
+
+    // A request for a section the cashier has goes through.
+    bus.setRequestedSection(AppSection::till);
+    EXPECT_EQ(withoutPos.selection(), AppSection::till);
+    EXPECT_EQ(bus.requestedSection(), std::nullopt);
+}
+
+TEST_F(MainNavigationModelTest, TheAppointmentBookFollowsItsSwitchWhileSignedIn)
+{
+    const Ref<AppSettings> settings = environment.loadOrCreateSettings();
+    signIn(UserRole::cashier);
+    MainNavigationModel model(session, store.context(), bus,
+                              screensFor({AppSection::appointments, AppSection::customers}));
+    // Settings not loaded yet: no book.
+    EXPECT_EQ(model.sections(), QList<AppSection>{AppSection::customers});
+
+    session.setSettings(settings);
+    EXPECT_EQ(model.sections(), (QList<AppSection>{AppSection::appointments, AppSection::customers}));
+    model.setSelection(AppSection::appointments);
+
+    settings->setAppointmentsEnabled(false);
+    store.context().save();
+    EXPECT_EQ(model.sections(), QList<AppSection>{AppSection::customers});
+    EXPECT_EQ(model.selection(), AppSection::customers);
+}

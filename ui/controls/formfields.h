@@ -1,0 +1,26 @@
+#pragma once
+
+#include <QLineEdit>
+#include <QString>
+
+class QBoxLayout;
+class QLabel;
+
+// A field with its label above it; the label's mnemonic and screen readers point at the field.
+QLabel* addLabelledField(QBoxLayout* layout, const QString& label, QWidget* field);
+
+// Keeps a line edit and a view model's text in step both ways: what the person types goes to the
+// model, and the model's own changes (a cleared form) come back to the field.
+template <class Model>
+void bindText(QLineEdit* edit, Model& model, QString (Model::*getter)() const,
+              void (Model::*setter)(const QString&), void (Model::*changed)())
+{
+    edit->setText((model.*getter)());
+    QObject::connect(edit, &QLineEdit::textEdited, &model,
+                     [&model, setter](const QString& text) { (model.*setter)(text); });
+    QObject::connect(&model, changed, edit, [edit, &model, getter] {
+        const QString text = (model.*getter)();
+        if (edit->text() != text)
+            edit->setText(text);
+    });
+}

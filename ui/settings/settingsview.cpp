@@ -1,0 +1,56 @@
+#include "ui/settings/settingsview.h"
+
+#include "environment/appenvironment.h"
+#include "startup/sessionstore.h"
+#include "ui/settings/useraccountssection.h"
+#include "ui/style/theme.h"
+
+#include <QLabel>
+#include <QVBoxLayout>
+
+SettingsView::SettingsView(AppEnvironment& environment, SessionStore& session, QWidget* parent)
+    : QScrollArea(parent)
+    , m_environment(environment)
+    , m_session(session)
+{
+    setWidgetResizable(true);
+    setFrameShape(QFrame::NoFrame);
+    auto* page = new QWidget(this);
+    auto* column = new QVBoxLayout(page);
+    column->setContentsMargins(32, 28, 32, 32);
+    column->setSpacing(24);
+    column->addWidget(Theme::label(QStringLiteral("Settings"), Theme::Text::title, page));
+    m_sections = new QVBoxLayout;
+    m_sections->setSpacing(28);
+    column->addLayout(m_sections);
+    column->addStretch();
+    setWidget(page);
+
+    if (m_session.settings()) {
+        build();
+        return;
+    }
+    auto* loading = Theme::label(QStringLiteral("Loading settings…"), Theme::Text::note, page);
+    m_sections->addWidget(loading);
+    connect(&m_session, &SessionStore::settingsChanged, this, [this, loading] {
+        if (m_built || !m_session.settings())
+            return;
+        delete loading;
+        build();
+    });
+}
+
+void SettingsView::build()
+{
+    m_built = true;
+    // Sections follow in their fixed order; the rows of each write to the record and save at once.
+    for (QWidget* section : {usersSection()}) {
+        section->setMaximumWidth(860);
+        m_sections->addWidget(section);
+    }
+}
+
+QWidget* SettingsView::usersSection()
+{
+    return new UserAccountsSection(m_environment.modelContext(), m_environment.authService(), m_session);
+}

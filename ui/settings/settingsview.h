@@ -1,0 +1,25 @@
+#pragma once
+
+#include <QScrollArea>
+
+class AppEnvironment;
+class QVBoxLayout;
+class SessionStore;
+
+// The "Settings" section: one form over the store's settings, a section for each concern in a
+// fixed order. Admins only; the navigation never shows it to anyone else.
+class SettingsView : public QScrollArea {
+    Q_OBJECT
+
+public:
+    SettingsView(AppEnvironment& environment, SessionStore& session, QWidget* parent = nullptr);
+
+private:
+    void build();
+    QWidget* usersSection();
+
+    AppEnvironment& m_environment;
+    SessionStore& m_session;
+    QVBoxLayout* m_sections;
+    bool m_built = false;
+};
