@@ -1,7 +1,10 @@
 #pragma once
 
 #include "access/authservicing.h"
+#include "customers/accountsservice.h"
 #include "records/appsettings.h"
+#include "selling/salesservice.h"
+#include "stock/inventoryservicing.h"
 #include "store/modelcontext.h"
 #include "till/tillservice.h"
 
@@ -11,13 +14,17 @@
 class AppEnvironment {
 public:
     // A service left out is built on the context; one handed in (a test double) is used instead.
-    explicit AppEnvironment(ModelContext& modelContext, std::unique_ptr<AuthServicing> authService = nullptr);
+    explicit AppEnvironment(ModelContext& modelContext, std::unique_ptr<AuthServicing> authService = nullptr,
+                            std::unique_ptr<InventoryServicing> inventoryService = nullptr);
     AppEnvironment(const AppEnvironment&) = delete;
     AppEnvironment& operator=(const AppEnvironment&) = delete;
 
     ModelContext& modelContext() const { return m_modelContext; }
     AuthServicing& authService() { return *m_authService; }
     TillService& tillService() { return m_tillService; }
+    InventoryServicing& inventoryService() { return *m_inventoryService; }
+    AccountsService& accountsService() { return m_accountsService; }
+    SalesService& salesService() { return m_salesService; }
 
     // The store's one settings record, made with its defaults when there is none. Never fails: a
     // read error counts as no record and a failed save leaves the new record in memory only.
@@ -26,5 +33,8 @@ public:
 private:
     ModelContext& m_modelContext;
     std::unique_ptr<AuthServicing> m_authService;
+    std::unique_ptr<InventoryServicing> m_inventoryService;
     TillService m_tillService;
+    AccountsService m_accountsService;
+    SalesService m_salesService; // declared after the inventory service it stands on
 };

@@ -1,6 +1,7 @@
 #include "environment/tallyrunapp.h"
 
 #include "environment/startuperror.h"
+#include "environment/storemaintenance.h"
 #include "records/posschema.h"
 #include "startup/appprofile.h"
 #include "startup/marketregistry.h"
@@ -28,8 +29,7 @@ TallyrunApp::TallyrunApp(MarketRegistry& registry, const QString& defaultStorePa
     }
     ModelContext& context = m_modelContainer->mainContext();
 
-    // StoreMaintenance::run(context) belongs here: the one-time repairs and seeding, before any
-    // service exists.
+    StoreMaintenance::run(context);
 
     m_environment = std::make_unique<AppEnvironment>(context);
 }

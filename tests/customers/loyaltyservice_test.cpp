@@ -189,3 +189,17 @@ TEST_F(LoyaltyServiceTest, OpeningBalancesExplainOnlyCustomersWithoutEntries)
     EXPECT_EQ(loyalty.history(explained).size(), 1);
 }
 } // namespace
+
+namespace {
+// Stored in every store and backup: a renamed text would misread old entries.
+TEST(LoyaltyEntryKinds, RawTextsArePinnedAndUnknownReadsAsEarned)
+{
+    const char* raws[] = {"earned",     "redeemed",       "refundReversal", "refundReturn",
+                          "adjustment", "openingBalance", "voidReversal",   "voidReturn"};
+    for (size_t i = 0; i < LoyaltyEntryKinds::all.size(); ++i) {
+        EXPECT_EQ(LoyaltyEntryKinds::raw(LoyaltyEntryKinds::all[i]), QString::fromUtf8(raws[i]));
+        EXPECT_EQ(LoyaltyEntryKinds::fromRaw(QString::fromUtf8(raws[i])), LoyaltyEntryKinds::all[i]);
+    }
+    EXPECT_EQ(LoyaltyEntryKinds::fromRaw(QStringLiteral("bonus")), LoyaltyEntryKind::earned);
+}
+} // namespace

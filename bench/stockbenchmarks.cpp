@@ -1,0 +1,231 @@
+// Benchmarks of the stock screens and the till's per-keystroke work: pricing a big cart, finding
+// a scanned code among many products, and the first page of a long movement history.
+
+#include "storegenerator.h"
+
+#include "records/posschema.h"
+#include "records/records.h"
+#include "selling/cart.h"
+#include "stock/inventoryviewmodel.h"
+#include "store/modelcontainer.h"
+
+#include <benchmark/benchmark.h>
+
+#include <QDir>
+#include <QFileInfo>
+#include <QTemporaryDir>
+
+#include <cstdio>
+#include <random>
+
+namespace {
+
+// The same cached file as benchmarks.cpp uses, so the five-year store is generated only once.
+QString fiveYearStorePath()
+{
+    static const QString path = [] {
+        QString file = qEnvironmentVariable("TALLYRUN_BENCH_STORE");
+        if (file.isEmpty())
+            file = QDir::tempPath() + QStringLiteral("/tallyrun-bench/five-year.store");
+        if (!QFileInfo::exists(file)) {
+            QDir().mkpath(QFileInfo(file).absolutePath());
+            std::fprintf(stderr, "Generating %s; later runs reuse it.\n", qPrintable(file));
+            StoreGenerator(StoreGenerator::Options()).generate(file);
+        }
+        return file;
+    }();
+    return path;
+}
+
+// The EXPLAIN QUERY PLAN lines of a statement, joined with " | ".
+QString queryPlan(ModelContext& context, const QString& sql, const QVariantList& bindings)
+{
+    SqliteStatement statement = context.connection().prepare(QStringLiteral("EXPLAIN QUERY PLAN ") + sql);
+    statement.bindAll(bindings);
+    QStringList lines;
+    while (statement.step())
+        lines << statement.text(3);
+    return lines.join(QStringLiteral(" | "));
+}
+
+// The text ModelContext::fetch sends for a descriptor, so that its plan can be checked.
+QString fetchSql(const Entity& entity, const FetchDescriptor& descriptor)
+{
+    QString sql = QStringLiteral("SELECT %1 FROM \"%2\" WHERE %3 ORDER BY ")
+                      .arg(entity.selectList, entity.name, descriptor.filter.sql());
+    for (const SortDescriptor& sort : descriptor.sort)
+        sql += sort.column.quoted() + (sort.ascending ? QStringLiteral(" ASC, ") : QStringLiteral(" DESC, "));
+    return sql + QStringLiteral("rowid LIMIT %1 OFFSET %2").arg(descriptor.limit).arg(descriptor.offset);
+}
+
+// A basket as big as a wholesale customer's: mixed tax rates and units, some line discounts, a
+// sale discount and points to spread over it all.
+void BM_CartCalculation100Lines(benchmark::State& state)
+{
+    Cart cart;
+    for (int i = 0; i < 100; ++i) {
+        auto product = std::make_shared<Product>();
+        product->setName(QStringLiteral("Item %1").arg(i));
+        product->setSellingPrice(1.5 + (i * 37 % 200) * 0.85);
+        product->setTaxRate(i % 5 == 0 ? 0.0 : 0.219);
+        product->setSellingUnit(i % 9 == 0 ? SellingUnit::kg : SellingUnit::each);
+        cart.addOrIncrement(product, i % 9 == 0 ? 1.25 : 1 + i % 4);
+        if (i % 7 == 0)
+            cart.setLineDiscount(cart.lines().last().id, 1.0);
+    }
+    cart.setSaleDiscount(5.0);
+    cart.setValuePerPoint(0.05);
+    cart.setPointsToRedeem(40);
+    const bool inclusive = state.range(0) != 0;
+    for (auto _ : state) {
+        CartCalculation calculation = cart.calculation(inclusive);
+        benchmark::DoNotOptimize(calculation);
+    }
+}
+BENCHMARK(BM_CartCalculation100Lines)->ArgName("inclusive")->Arg(0)->Arg(1)->Unit(benchmark::kMicrosecond);
+
+// 50,000 products with unique SKUs and barcodes, a few without a barcode; made once per run.
+class ManyProductsStore {
+public:
+    static constexpr int productCount = 50000;
+
+    static ManyProductsStore& instance()
+    {
+        static ManyProductsStore store;
+        return store;
+    }
+
+    QString path() const { return m_folder.filePath(QStringLiteral("many-products.store")); }
+    const QStringList& barcodes() const { return m_barcodes; }
+    const QStringList& skus() const { return m_skus; }
+
+private:
+    ManyProductsStore()
+    {
+        std::mt19937_64 random(20261121);
+        ModelContainer container(path(), POSSchema::description());
+        ModelContext& context = container.mainContext();
+        for (int i = 0; i < productCount; ++i) {
+            auto product = std::make_shared<Product>();
+            const QString sku = QStringLiteral("SKU-%1").arg(i, 6, 10, QLatin1Char('0'));
+            // Loose goods and services often carry no barcode.
+            const QString barcode = i % 12 == 0 ? QString()
+                                                : QStringLiteral("6%1").arg(random() % 1000000000000ULL, 12,
+                                                                            10, QLatin1Char('0'));
+            product->setSku(sku);
+            product->setBarcode(barcode);
+            product->setName(QStringLiteral("Product %1").arg(i));
+            product->setSellingPrice(double(1 + i % 300));
+            context.insert(product);
+            m_skus << sku;
+            if (!barcode.isEmpty())
+                m_barcodes << barcode;
+        }
+        context.save();
+        // Closing runs the planner's statistics, as the program does when it quits.
+    }
+
+    QTemporaryDir m_folder;
+    QStringList m_barcodes;
+    QStringList m_skus;
+};
+
+// What a scan or a typed code does at the till: one product by exact barcode or SKU.
+void BM_FindProductByCode(benchmark::State& state)
+{
+    ManyProductsStore& store = ManyProductsStore::instance();
+    ModelContainer container(store.path(), POSSchema::description());
+    ModelContext& context = container.mainContext();
+    const auto lookFor = [](const QString& code) {
+        return FetchDescriptor(Product::Col::barcode == code || Product::Col::sku == code).limitedTo(1);
+    };
+
+    const QString plan = queryPlan(context, fetchSql(Product::schema(), lookFor(store.skus().first())),
+                                   lookFor(store.skus().first()).filter.bindings());
+    if (!plan.contains(QStringLiteral("MULTI-INDEX OR")) ||
+        !plan.contains(QStringLiteral("Product_barcode")) || !plan.contains(QStringLiteral("Product_sku"))) {
+        state.SkipWithError(qPrintable(QStringLiteral("not both indexes: ") + plan));
+        return;
+    }
+    static const bool told = std::fprintf(stderr, "Code lookup plan: %s\n", qPrintable(plan)) > 0;
+    (void)told;
+
+    // By barcode, by SKU, or a code nobody has; spread over the table so each lookup reads new pages.
+    const int kind = int(state.range(0));
+    QStringList codes;
+    std::mt19937 random(7);
+    for (int i = 0; i < 4096; ++i) {
+        const QStringList& pool = kind == 0 ? store.barcodes() : store.skus();
+        codes << (kind == 2 ? QStringLiteral("4%1").arg(random()) : pool[int(random() % pool.size())]);
+    }
+    qsizetype next = 0;
+    qint64 found = 0;
+    for (auto _ : state) {
+        const Ref<Product> product = context.fetchFirst<Product>(lookFor(codes[next++ % codes.size()]));
+        found += product != nullptr;
+    }
+    if ((kind == 2) != (found == 0))
+        state.SkipWithError("a lookup found the wrong thing");
+}
+BENCHMARK(BM_FindProductByCode)
+    ->ArgName("barcode0_sku1_unknown2")
+    ->Arg(0)
+    ->Arg(1)
+    ->Arg(2)
+    ->Unit(benchmark::kMicrosecond);
+
+// The products of the five-year store with about 5,000 movements each, the busiest kind of item.
+QStringList productsWithAbout5000Movements(ModelContext& context)
+{
+    SqliteStatement statement = context.connection().prepare(QStringLiteral(
+        "SELECT product FROM InventoryMovement GROUP BY product HAVING COUNT(*) BETWEEN 4500 AND 5500 "
+        "ORDER BY product LIMIT 16"));
+    QStringList ids;
+    while (statement.step())
+        ids << statement.text(0);
+    return ids;
+}
+
+// Opening a product on the Inventory screen: the newest page of its history. A later page shows
+// that scrolling far down costs about the same.
+void BM_MovementHistoryPage(benchmark::State& state)
+{
+    ModelContainer container(fiveYearStorePath(), POSSchema::description());
+    ModelContext& context = container.mainContext();
+    QList<Ref<Product>> products;
+    for (const QString& id : productsWithAbout5000Movements(context))
+        products << context.find<Product>(QUuid(id));
+    if (products.isEmpty()) {
+        state.SkipWithError("no product has about 5,000 movements");
+        return;
+    }
+    const int offset = int(state.range(0));
+    const FetchDescriptor page = FetchDescriptor(InventoryMovement::Col::product == products.first())
+                                     .sortedBy(descending(InventoryMovement::Col::timestamp))
+                                     .sortedBy(descending(Column{"rowid"}))
+                                     .limitedTo(InventoryViewModel::movementPageSize, offset);
+    const QString plan =
+        queryPlan(context, fetchSql(InventoryMovement::schema(), page), page.filter.bindings());
+    if (plan.contains(QStringLiteral("TEMP B-TREE"))) {
+        state.SkipWithError(qPrintable(QStringLiteral("the page is sorted in memory: ") + plan));
+        return;
+    }
+
+    InventoryViewModel inventory(context);
+    qsizetype next = 0;
+    qint64 rows = 0;
+    for (auto _ : state) {
+        // Another product each time: its rows aren't live objects yet, as when the screen opens it.
+        rows += inventory.movements(products[next++ % products.size()], offset).size();
+    }
+    state.counters["products"] = double(products.size());
+    state.counters["rows"] = benchmark::Counter(double(rows), benchmark::Counter::kAvgIterations);
+}
+BENCHMARK(BM_MovementHistoryPage)
+    ->ArgName("offset")
+    ->Arg(0)
+    ->Arg(2500)
+    ->UseRealTime()
+    ->Unit(benchmark::kMillisecond);
+
+} // namespace

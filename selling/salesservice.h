@@ -1,0 +1,46 @@
+#pragma once
+
+#include "customers/accountsservice.h"
+#include "customers/loyaltyservice.h"
+#include "money/tolerances.h"
+#include "records/appsettings.h"
+#include "records/sale.h"
+#include "records/tillshift.h"
+#include "records/user.h"
+#include "selling/cart.h"
+#include "selling/paymentinput.h"
+#include "stock/inventoryservicing.h"
+#include "store/modelcontext.h"
+
+#include <QList>
+
+// The one place where a sale comes into being: everything that can be checked is checked before
+// anything is written, and the writing is one unit of work that is saved once or rolled back whole,
+// the receipt sequence included.
+class SalesService {
+public:
+    SalesService(ModelContext& context, InventoryServicing& inventoryService);
+
+    double paymentTolerance() const { return m_paymentTolerance; }
+
+    // Throws SalesError, InventoryError, LoyaltyError or AccountError before anything is written,
+    // or whatever writing the sale threw (InventoryError, StoreError) after rolling the context
+    // back to the last save; that rollback takes every unsaved change with it, not only this
+    // sale's. The cart is never touched, so a failed checkout can be tried again as it stands.
+    // Cashier and shift may be null; settings must be the store's live record, as its receipt
+    // sequence moves on.
+    Ref<Sale> checkout(const Cart& cart, const QList<PaymentInput>& payments, const Ref<User>& cashier,
+                       const Ref<TillShift>& tillShift, AppSettings& settings);
+
+private:
+    Ref<Sale> writeSale(const Cart& cart, const CartCalculation& calculation,
+                        const QList<PaymentInput>& payments, const Ref<User>& cashier,
+                        const Ref<TillShift>& tillShift, AppSettings& settings);
+    void completeAppointment(const QUuid& appointmentID, const QString& invoiceNumber);
+
+    ModelContext& m_context;
+    InventoryServicing& m_inventoryService;
+    const double m_paymentTolerance = Tolerance::payment;
+    AccountsService m_accounts;
+    LoyaltyService m_loyalty;
+};

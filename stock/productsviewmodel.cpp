@@ -1,0 +1,586 @@
+#include "stock/productsviewmodel.h"
+
+#include "clock/clock.h"
+#include "money/currency.h"
+#include "money/quantity.h"
+#include "money/rounding.h"
+#include "money/taxsetup.h"
+#include "money/tolerances.h"
+#include "store/storeerror.h"
+
+#include <QLocale>
+
+#include <cmath>
+
+namespace {
+// Mirrors Product::tracksStock in SQL: an unknown type counts stock.
+Condition tracksStock()
+{
+    return Condition(QStringLiteral("\"productTypeRaw\" NOT IN (?, ?)"),
+                     {ProductTypes::raw(ProductType::nonInventory), ProductTypes::raw(ProductType::service)});
+}
+
+Condition ofType(ProductType type)
+{
+    if (type == ProductType::inventory)
+        return tracksStock();
+    return Product::Col::productTypeRaw == ProductTypes::raw(type);
+}
+
+// "Cost Price (per kg)"; a unit counted in whole items needs no "per".
+QString perUnit(const QString& title, SellingUnit unit)
+{
+    if (unit == SellingUnit::each)
+        return title;
+    return QStringLiteral("%1 (per %2)").arg(title, SellingUnits::symbol(unit));
+}
+} // namespace
+
+ProductsViewModel::ProductsViewModel(ModelContext& context, SessionStore& session, QObject* parent)
+    : QObject(parent)
+    , m_context(context)
+    , m_session(session)
+{
+    connect(&m_context, &ModelContext::didChange, this, [this](const QSet<QString>& names) {
+        for (const Entity* entity : {&Product::schema(), &Category::schema(), &Supplier::schema(),
+                                     &TaxGroup::schema(), &InventoryMovement::schema()}) {
+            if (names.contains(entity->name)) {
+                Q_EMIT productsChanged();
+                return;
+            }
+        }
+    });
+}
+
+QString ProductsViewModel::typeFilterTitle(ProductType type)
+{
+    switch (type) {
+    case ProductType::inventory:
+        return QStringLiteral("Inventory Items");
+    case ProductType::nonInventory:
+        return QStringLiteral("Non-Inventory Items");
+    case ProductType::service:
+        return QStringLiteral("Services");
+    }
+    Q_UNREACHABLE();
+}
+
+QString ProductsViewModel::newProductHelp(ProductType type)
+{
+    return QStringLiteral("New %1 — change the default in Settings > Products & Inventory")
+        .arg(ProductTypes::label(type));
+}
+
+QString ProductsViewModel::draftName(ProductType type)
+{
+    switch (type) {
+    case ProductType::inventory:
+        return QStringLiteral("New Product");
+    case ProductType::nonInventory:
+        return QStringLiteral("New Non-Inventory Item");
+    case ProductType::service:
+        return QStringLiteral("New Service");
+    }
+    Q_UNREACHABLE();
+}
+
+void ProductsViewModel::setSearchText(const QString& text)
+{
+    if (text == m_searchText)
+        return;
+    m_searchText = text;
+    Q_EMIT filtersChanged();
+}
+
+void ProductsViewModel::setSelectedCategoryID(const std::optional<QUuid>& id)
+{
+    if (id == m_selectedCategoryID)
+        return;
+    m_selectedCategoryID = id;
+    Q_EMIT filtersChanged();
+}
+
+void ProductsViewModel::setShowOnlyLowStock(bool on)
+{
+    if (on == m_showOnlyLowStock)
+        return;
+    m_showOnlyLowStock = on;
+    Q_EMIT filtersChanged();
+}
+
+void ProductsViewModel::setShowOnlyInactive(bool on)
+{
+    if (on == m_showOnlyInactive)
+        return;
+    m_showOnlyInactive = on;
+    Q_EMIT filtersChanged();
+}
+
+void ProductsViewModel::setTypeFilter(const std::optional<ProductType>& type)
+{
+    if (type == m_typeFilter)
+        return;
+    m_typeFilter = type;
+    Q_EMIT filtersChanged();
+}
+
+void ProductsViewModel::setErrorMessage(const std::optional<QString>& message)
+{
+    if (message == m_errorMessage)
+        return;
+    m_errorMessage = message;
+    Q_EMIT errorMessageChanged();
+}
+
+template <class Result, class Read> Result ProductsViewModel::reading(Result fallback, Read read)
+{
+    try {
+        Result result = read();
+        setErrorMessage(std::nullopt);
+        return result;
+    } catch (const StoreError& error) {
+        setErrorMessage(error.description());
+        return fallback;
+    }
+}
+
+QList<Ref<Product>> ProductsViewModel::filtered(const QList<Ref<Product>>& products) const
+{
+    const QString needle = m_searchText.toLower();
+    QList<Ref<Product>> result;
+    for (const Ref<Product>& product : products) {
+        if (m_showOnlyLowStock && !product->isLowStock())
+            continue;
+        if (m_showOnlyInactive && product->isActive())
+            continue;
+        if (m_typeFilter && product->productType() != *m_typeFilter)
+            continue;
+        if (m_selectedCategoryID) {
+            const Ref<Category> category = product->category();
+            if (!category || category->id() != *m_selectedCategoryID)
+                continue;
+        }
+        if (!needle.isEmpty() && !product->name().toLower().contains(needle) &&
+            !product->sku().toLower().contains(needle) && !product->barcode().contains(needle))
+            continue;
+        result.append(product);
+    }
+    return result;
+}
+
+QList<Ref<Product>> ProductsViewModel::products()
+{
+    return reading(QList<Ref<Product>>(), [this] {
+        Condition where;
+        if (m_showOnlyLowStock)
+            where = where && tracksStock() &&
+                    Condition(QStringLiteral("\"stockQuantity\" <= \"reorderLevel\""), {});
+        if (m_showOnlyInactive)
+            where = where && (Product::Col::isActive == false);
+        if (m_typeFilter)
+            where = where && ofType(*m_typeFilter);
+        if (m_selectedCategoryID)
+            where = where && (Product::Col::category == *m_selectedCategoryID);
+        // Categories are few: held here so that each row finds its own in the identity map.
+        m_liveCategories = m_context.fetch<Category>();
+        // The search runs in memory, where lower-casing is Unicode's.
+        return filtered(
+            m_context.fetch<Product>(FetchDescriptor(where).sortedBy(ascending(Product::Col::name))));
+    });
+}
+
+QString ProductsViewModel::currencySymbol() const
+{
+    const Ref<AppSettings> settings = m_session.settings();
+    return settings ? settings->currencySymbol() : Currency::fixedSign;
+}
+
+QString ProductsViewModel::money(double amount) const
+{
+    return Currency::format(amount, currencySymbol());
+}
+
+ProductListRow ProductsViewModel::row(const Ref<Product>& product) const
+{
+    ProductListRow row;
+    row.product = product;
+    row.name = product->name();
+    row.sku = product->sku();
+    if (const Ref<Category> category = product->category())
+        row.category = category->name();
+    row.price = money(product->sellingPrice());
+    row.isInactive = !product->isActive();
+    row.stockText = product->tracksStock()
+                        ? QStringLiteral("%1 in stock")
+                              .arg(Quantity::format(product->stockQuantity(), product->sellingUnit()))
+                        : QStringLiteral("Not stocked");
+    row.typeBadge = ProductTypes::label(product->productType());
+    return row;
+}
+
+QList<Ref<Category>> ProductsViewModel::categories()
+{
+    return reading(QList<Ref<Category>>(), [this] {
+        return m_context.fetch<Category>(FetchDescriptor()
+                                             .sortedBy(ascending(Category::Col::sortOrder))
+                                             .sortedBy(ascending(Category::Col::name)));
+    });
+}
+
+QList<Ref<Supplier>> ProductsViewModel::suppliers()
+{
+    return reading(QList<Ref<Supplier>>(), [this] {
+        return m_context.fetch<Supplier>(
+            FetchDescriptor(Supplier::Col::isActive == true).sortedBy(ascending(Supplier::Col::name)));
+    });
+}
+
+QList<Ref<TaxGroup>> ProductsViewModel::taxGroups()
+{
+    return TaxSetup::groups(m_context);
+}
+
+Ref<Product> ProductsViewModel::createDraft(ModelContext& context, const Ref<Category>& category,
+                                            const Ref<AppSettings>& settings, std::optional<ProductType> type)
+{
+    const auto defaults = settings ? settings : std::make_shared<AppSettings>();
+    const ProductType chosen = type.value_or(ProductTypes::fromRaw(defaults->defaultProductTypeRaw()));
+    const QDateTime now = Clock::now();
+    auto product = std::make_shared<Product>();
+    product->setProductType(chosen);
+    product->setName(draftName(chosen));
+    product->setTaxRate(defaults->defaultTaxRate());
+    product->setReorderLevel(defaults->lowStockDefaultThreshold());
+    product->setSellingUnit(SellingUnit::each);
+    product->setCreatedAt(now);
+    product->setUpdatedAt(now);
+    product->setCategory(category);
+    context.insert(product);
+    TaxSetup::applyDefault(product, context, settings);
+    return product;
+}
+
+ProductType ProductsViewModel::defaultType() const
+{
+    const Ref<AppSettings> settings = m_session.settings();
+    return ProductTypes::fromRaw(settings ? settings->defaultProductTypeRaw()
+                                          : ProductTypes::raw(ProductType::inventory));
+}
+
+Ref<Product> ProductsViewModel::newProduct(std::optional<ProductType> type)
+{
+    try {
+        const Ref<Category> category =
+            m_selectedCategoryID ? m_context.find<Category>(*m_selectedCategoryID) : nullptr;
+        const Ref<Product> draft = createDraft(m_context, category, m_session.settings(), type);
+        m_context.save();
+        setErrorMessage(std::nullopt);
+        if (filtered({draft}).isEmpty()) {
+            m_searchText.clear();
+            m_typeFilter.reset();
+            m_showOnlyLowStock = false;
+            m_showOnlyInactive = false;
+            Q_EMIT filtersChanged();
+        }
+        select(draft);
+        return draft;
+    } catch (const StoreError& error) {
+        setErrorMessage(error.description());
+        return nullptr;
+    }
+}
+
+void ProductsViewModel::select(const Ref<Product>& product)
+{
+    if (product == m_selectedProduct)
+        return;
+    trackCostEdits(m_costWhenOpened);
+    m_selectedProduct = product;
+    reopenForm();
+    Q_EMIT selectionChanged();
+}
+
+void ProductsViewModel::closeForm()
+{
+    trackCostEdits(m_costWhenOpened);
+    m_costWhenOpened.reset();
+}
+
+void ProductsViewModel::reopenForm()
+{
+    m_costWhenOpened.reset();
+    if (m_selectedProduct)
+        m_costWhenOpened = CostOpening{m_selectedProduct->id(), m_selectedProduct->costPrice()};
+}
+
+bool ProductsViewModel::trackCostEdits(const std::optional<CostOpening>& opening)
+{
+    if (!opening)
+        return false;
+    try {
+        const Ref<Product> product = m_context.find<Product>(opening->id);
+        if (!product || product->isDeleted())
+            return false;
+        if (std::abs(product->costPrice() - opening->cost) <= Tolerance::costChange)
+            return false;
+        auto movement = std::make_shared<InventoryMovement>();
+        movement->setProduct(product);
+        movement->setType(InventoryMovementType::costChange);
+        movement->setQuantityChange(0);
+        movement->setStockAfter(product->stockQuantity());
+        movement->setReason(costEditReason());
+        movement->setCostBefore(opening->cost);
+        movement->setCostAfter(product->costPrice());
+        movement->setTimestamp(Clock::now());
+        movement->setPerformedBy(m_session.currentUser());
+        m_context.insert(movement);
+        m_context.save();
+        setErrorMessage(std::nullopt);
+        return true;
+    } catch (const StoreError& error) {
+        setErrorMessage(error.description());
+        return false;
+    }
+}
+
+std::optional<QString> ProductsViewModel::save(const Ref<Product>& product)
+{
+    Q_ASSERT(product);
+    // A stray blank would hide the product from a scan or a search.
+    product->setName(product->name().trimmed());
+    product->setSku(product->sku().trimmed());
+    product->setBarcode(product->barcode().trimmed());
+    product->setUpdatedAt(Clock::now());
+    try {
+        m_context.save();
+        return std::nullopt;
+    } catch (const StoreError& error) {
+        return error.description();
+    }
+}
+
+bool ProductsViewModel::deleteProduct(const Ref<Product>& product)
+{
+    Q_ASSERT(product);
+    if (product == m_selectedProduct) {
+        // Its cost history goes with it: nothing left to book against.
+        m_costWhenOpened.reset();
+        m_selectedProduct = nullptr;
+        Q_EMIT selectionChanged();
+    }
+    try {
+        m_context.remove(product);
+        m_context.save();
+        setErrorMessage(std::nullopt);
+        return true;
+    } catch (const StoreError& error) {
+        setErrorMessage(error.description());
+        return false;
+    }
+}
+
+QList<Ref<InventoryMovement>> ProductsViewModel::costHistory(const Ref<Product>& product, int limit)
+{
+    Q_ASSERT(product);
+    return reading(QList<Ref<InventoryMovement>>(), [&] {
+        // Rows of one instant come newest insert first.
+        return m_context.fetch<InventoryMovement>(
+            FetchDescriptor(InventoryMovement::Col::product == product &&
+                            InventoryMovement::Col::costAfter.isNotNull())
+                .sortedBy(descending(InventoryMovement::Col::timestamp))
+                .sortedBy(descending(Column{"rowid"}))
+                .limitedTo(limit));
+    });
+}
+
+qint64 ProductsViewModel::costHistoryCount(const Ref<Product>& product)
+{
+    Q_ASSERT(product);
+    return reading(qint64(0), [&] {
+        return m_context.count<InventoryMovement>(InventoryMovement::Col::product == product &&
+                                                  InventoryMovement::Col::costAfter.isNotNull());
+    });
+}
+
+QList<CostHistoryRow> ProductsViewModel::costHistoryRows(const Ref<Product>& product)
+{
+    const QLocale english(QLocale::English, QLocale::UnitedStates);
+    QList<CostHistoryRow> rows;
+    for (const Ref<InventoryMovement>& movement : costHistory(product)) {
+        CostHistoryRow row;
+        row.date = english.toString(movement->timestamp().toLocalTime(), QStringLiteral("MMM d, yyyy"));
+        if (movement->type() == InventoryMovementType::costChange)
+            row.what = QStringLiteral("Edited");
+        else
+            row.what = QStringLiteral("Delivery %1 at %2")
+                           .arg(Quantity::format(movement->quantityChange(), product->sellingUnit()),
+                                money(movement->unitCost().value_or(*movement->costAfter())));
+        row.change =
+            money(movement->costBefore().value_or(0)) + QStringLiteral(" → ") + money(*movement->costAfter());
+        rows.append(row);
+    }
+    return rows;
+}
+
+std::optional<QString> ProductsViewModel::costHistoryMoreText(qint64 total)
+{
+    if (total <= costHistoryLimit)
+        return std::nullopt;
+    return QStringLiteral("Latest %1 of %2. Reports → Cost Changes shows them all.")
+        .arg(costHistoryLimit)
+        .arg(total);
+}
+
+QString ProductsViewModel::costHistoryEmptyText(const Product& product)
+{
+    if (product.productType() == ProductType::inventory)
+        return QStringLiteral("No cost changes yet. Stock In with the delivery's unit cost updates the cost "
+                              "price to the weighted average.");
+    return QStringLiteral("No cost changes yet. Edits to Cost Price are recorded here.");
+}
+
+QString ProductsViewModel::costPriceTitle(SellingUnit unit)
+{
+    return perUnit(QStringLiteral("Cost Price"), unit);
+}
+
+QString ProductsViewModel::sellingPriceTitle(SellingUnit unit)
+{
+    return perUnit(QStringLiteral("Selling Price"), unit);
+}
+
+QString ProductsViewModel::marginText(const Product& product) const
+{
+    return money(product.marginPerUnit());
+}
+
+QString ProductsViewModel::taxSummary(const Product& product)
+{
+    const std::vector<TaxComponent> components = product.taxComponents();
+    QStringList labels;
+    for (const TaxComponent& component : components)
+        labels.append(component.label);
+    // One tax of a group says no more than the group's name.
+    if (labels.size() == 1 && product.taxGroup())
+        return {};
+    if (labels.size() < 2)
+        return labels.join(QString());
+    return labels.join(QStringLiteral(" + ")) + QStringLiteral(" = ") +
+           Currency::percentText(product.taxRate());
+}
+
+QString ProductsViewModel::stockOnHandText(const Product& product)
+{
+    return Quantity::format(product.stockQuantity(), product.sellingUnit());
+}
+
+std::optional<QString> ProductsViewModel::uncountedStockNote(const Product& product)
+{
+    if (product.tracksStock() || product.stockQuantity() == 0)
+        return std::nullopt;
+    return QStringLiteral("%1 recorded while this was an Inventory Item aren't counted now. Switch back to "
+                          "Inventory Item to track them again.")
+        .arg(stockOnHandText(product));
+}
+
+void ProductsViewModel::setTaxable(const Ref<Product>& product, bool isTaxable)
+{
+    product->setIsTaxable(isTaxable);
+    if (isTaxable && !product->taxGroup())
+        product->setTaxGroup(TaxSetup::defaultGroup(m_context, m_session.settings()));
+    TaxSetup::sync(*product);
+}
+
+void ProductsViewModel::setTaxGroup(const Ref<Product>& product, const Ref<TaxGroup>& group)
+{
+    product->setTaxGroup(group);
+    TaxSetup::sync(*product);
+}
+
+std::optional<double> ProductsViewModel::amountFromText(const QString& text)
+{
+    bool ok = false;
+    const double value = QLocale(QLocale::English, QLocale::UnitedStates).toDouble(text.trimmed(), &ok);
+    if (!ok || !std::isfinite(value) || value < 0)
+        return std::nullopt;
+    return value;
+}
+
+QString ProductsViewModel::amountText(double amount)
+{
+    QString text = QString::number(Rounding::toPlaces(amount, 4), 'f', 4);
+    while (text.endsWith(QLatin1Char('0')) && text.indexOf(QLatin1Char('.')) < text.size() - 3)
+        text.chop(1);
+    return text;
+}
+
+std::optional<double> ProductsViewModel::quantityFromText(const QString& text)
+{
+    bool ok = false;
+    const double value = text.trimmed().replace(QLatin1Char(','), QLatin1Char('.')).toDouble(&ok);
+    if (!ok || !std::isfinite(value) || value < 0)
+        return std::nullopt;
+    return Rounding::toThousandths(value);
+}
+
+ProductsViewModel::CommissionEntry ProductsViewModel::commissionFromText(const QString& text)
+{
+    QString typed = text.trimmed();
+    if (typed.endsWith(QLatin1Char('%')))
+        typed.chop(1);
+    if (typed.trimmed().isEmpty())
+        return {true, std::nullopt};
+    bool ok = false;
+    const double percent = typed.trimmed().replace(QLatin1Char(','), QLatin1Char('.')).toDouble(&ok);
+    if (!ok || !(percent >= 0 && percent <= 100))
+        return {false, std::nullopt};
+    return {true, percent / 100};
+}
+
+QString ProductsViewModel::commissionText(std::optional<double> rate)
+{
+    if (!rate)
+        return {};
+    QString text = Currency::percentText(*rate);
+    text.chop(1); // the field shows its own "%"
+    return text;
+}
+
+template <class T> Creation<T> ProductsViewModel::create(const Ref<T>& record)
+{
+    m_context.insert(record);
+    try {
+        m_context.save();
+        return {record, std::nullopt};
+    } catch (const StoreError& error) {
+        // Nothing half made stays behind for the next save to pick up; a store this broken
+        // already has its message.
+        try {
+            m_context.remove(record);
+        } catch (const StoreError&) {
+        }
+        return {nullptr, error.description()};
+    }
+}
+
+Creation<Category> ProductsViewModel::createCategory(const QString& name, const QString& colorHex)
+{
+    const QString trimmed = name.trimmed();
+    if (trimmed.isEmpty())
+        return {nullptr, QStringLiteral("Enter a category name.")};
+    auto category = std::make_shared<Category>();
+    category->setName(trimmed);
+    category->setColorHex(colorHex);
+    return create(category);
+}
+
+Creation<Supplier> ProductsViewModel::createSupplier(const QString& name)
+{
+    const QString trimmed = name.trimmed();
+    if (trimmed.isEmpty())
+        return {nullptr, QStringLiteral("Enter a supplier name.")};
+    auto supplier = std::make_shared<Supplier>();
+    supplier->setName(trimmed);
+    supplier->setCreatedAt(Clock::now());
+    return create(supplier);
+}

@@ -1,0 +1,336 @@
+#include "stock/productsviewmodel.h"
+
+#include "clock/clock.h"
+#include "money/taxsetup.h"
+#include "stock/inventoryservice.h"
+#include "stock/suppliersviewmodel.h"
+#include "stockbuilders.h"
+#include "support/printers.h"
+#include "support/teststore.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+class ProductsViewModelTest : public ::testing::Test {
+protected:
+    void SetUp() override
+    {
+        settings = std::make_shared<AppSettings>();
+        store.context().insert(settings);
+        store.context().save();
+        session.setSettings(settings);
+        boss = std::make_shared<User>();
+        boss->setName(QStringLiteral("Boss"));
+        store.context().insert(boss);
+        store.context().save();
+        session.setCurrentUser(boss);
+    }
+
+    Ref<Category> addCategory(const QString& name)
+    {
+        auto category = std::make_shared<Category>();
+        category->setName(name);
+        store.context().insert(category);
+        store.context().save();
+        return category;
+    }
+
+    QList<Ref<InventoryMovement>> costRows()
+    {
+        return store.context().fetch<InventoryMovement>(InventoryMovement::Col::typeRaw == "costChange");
+    }
+
+    static QStringList names(const QList<Ref<Product>>& products)
+    {
+        QStringList result;
+        for (const Ref<Product>& product : products)
+            result.append(product->name());
+        return result;
+    }
+
+    TestStore store;
+    SessionStore session;
+    Ref<AppSettings> settings;
+    Ref<User> boss;
+    ProductsViewModel model{store.context(), session};
+};
+} // namespace
+
+TEST_F(ProductsViewModelTest, FiltersCombineAndTheQueryAgreesWithTheRule)
+{
+    const Ref<Category> drinks = addCategory(QStringLiteral("Drinks"));
+    struct Row {
+        const char* name;
+        const char* type;
+        double stock;
+        bool active;
+        const char* sku;
+        const char* barcode;
+        bool inDrinks;
+    };
+    const Row rows[] = {
+        {"Cola", "inventory", 2, true, "CL-1", "5000112", true},    // low, active
+        {"Malt", "inventory", 2, false, "ML-1", "ABC900", true},    // low, inactive
+        {"Water", "inventory", 50, false, "WT-1", "abc901", false}, // stocked, inactive
+        {"Haircut", "service", 0, false, "SV-1", "", false},        // never low
+        {"Bag", "nonInventory", 0, true, "bg-cola", "", false},     // not stocked
+        {"Old stock", "legacyKind", 1, false, "", "", true},        // unknown type counts stock
+    };
+    QList<Ref<Product>> all;
+    for (const Row& row : rows) {
+        const Ref<Product> product = addProduct(
+            store.context(), {.name = QString::fromUtf8(row.name), .stock = row.stock, .type = row.type});
+        product->setIsActive(row.active);
+        product->setSku(QString::fromUtf8(row.sku));
+        product->setBarcode(QString::fromUtf8(row.barcode));
+        product->setCategory(row.inDrinks ? drinks : nullptr);
+        all.append(product);
+    }
+    store.context().save();
+    std::sort(all.begin(), all.end(), [](const auto& a, const auto& b) { return a->name() < b->name(); });
+
+    const struct {
+        const char* what;
+        std::function<void(ProductsViewModel&)> set;
+        QStringList expected;
+    } cases[] = {
+        {"low stock and inactive",
+         [](ProductsViewModel& m) { m.setShowOnlyLowStock(true), m.setShowOnlyInactive(true); },
+         {"Malt", "Old stock"}},
+        {"inventory takes unknown types",
+         [](ProductsViewModel& m) { m.setTypeFilter(ProductType::inventory); },
+         {"Cola", "Malt", "Old stock", "Water"}},
+        {"services and inactive",
+         [](ProductsViewModel& m) { m.setTypeFilter(ProductType::service), m.setShowOnlyInactive(true); },
+         {"Haircut"}},
+        {"category and search on SKU",
+         [&](ProductsViewModel& m) { m.setSelectedCategoryID(drinks->id()), m.setSearchText("ml-"); },
+         {"Malt"}},
+        {"search in name or SKU, any case",
+         [](ProductsViewModel& m) { m.setSearchText("COLA"); },
+         {"Bag", "Cola"}},
+        {"barcode as stored", [](ProductsViewModel& m) { m.setSearchText("ABC"); }, {"Water"}},
+        {"barcode digits", [](ProductsViewModel& m) { m.setSearchText("0011"); }, {"Cola"}},
+    };
+    for (const auto& c : cases) {
+        ProductsViewModel filters(store.context(), session);
+        c.set(filters);
+        EXPECT_EQ(names(filters.filtered(all)), c.expected) << c.what;
+        EXPECT_EQ(names(filters.products()), c.expected) << c.what << " (query)";
+    }
+}
+
+TEST_F(ProductsViewModelTest, DraftsTakeTheirTypeAndTheStoresDefaults)
+{
+    settings->setLowStockDefaultThreshold(12);
+    settings->setDefaultProductTypeRaw(QStringLiteral("service"));
+    const Ref<Category> drinks = addCategory(QStringLiteral("Drinks"));
+    const QDateTime now = QDateTime::fromSecsSinceEpoch(1'750'000'000);
+    Clock::Override clock(now);
+
+    const Ref<Product> defaulted =
+        ProductsViewModel::createDraft(store.context(), drinks, settings, std::nullopt);
+    EXPECT_EQ(defaulted->productType(), ProductType::service);
+    EXPECT_EQ(defaulted->name(), QStringLiteral("New Service"));
+    EXPECT_EQ(defaulted->category(), drinks);
+    EXPECT_EQ(defaulted->reorderLevel(), 12);
+    EXPECT_EQ(defaulted->createdAt(), now);
+    // The first draft seeds the taxes: the default group is the one for the store's 15%.
+    ASSERT_NE(defaulted->taxGroup(), nullptr);
+    EXPECT_EQ(defaulted->taxGroup(), TaxSetup::defaultGroup(store.context(), settings));
+    EXPECT_DOUBLE_EQ(defaulted->taxRate(), 0.15);
+    EXPECT_TRUE(defaulted->isTaxable());
+
+    model.setSearchText(QStringLiteral("zzz"));
+    const Ref<Product> item = model.newProduct(ProductType::nonInventory);
+    ASSERT_NE(item, nullptr);
+    EXPECT_EQ(item->name(), QStringLiteral("New Non-Inventory Item"));
+    EXPECT_EQ(item->category(), nullptr);
+    EXPECT_EQ(model.selectedProduct(), item);
+    EXPECT_TRUE(model.searchText().isEmpty()) << "a filter that hides the draft is cleared";
+    EXPECT_EQ(countRowsOnDisk(store.path(), QStringLiteral("Product")), 2);
+}
+
+TEST_F(ProductsViewModelTest, CostEditsAreBookedOnlyBeyondTheTolerance)
+{
+    const struct {
+        double edited;
+        bool booked;
+    } cases[] = {{2.00004, false}, {1.99996, false}, {2.0001, true}, {2.5, true}};
+    for (const auto& c : cases) {
+        const Ref<Product> product = addProduct(store.context(), {.stock = 7, .cost = 2});
+        const qsizetype before = costRows().size();
+        product->setCostPrice(c.edited);
+        EXPECT_EQ(model.trackCostEdits(CostOpening{product->id(), 2.0}), c.booked) << c.edited;
+        EXPECT_EQ(costRows().size(), before + (c.booked ? 1 : 0)) << c.edited;
+    }
+    EXPECT_FALSE(model.trackCostEdits(std::nullopt));
+    EXPECT_FALSE(model.trackCostEdits(CostOpening{QUuid::createUuid(), 1})) << "a product no longer there";
+}
+
+TEST_F(ProductsViewModelTest, ChangingTheSelectionBooksTheFormersCostFromWhenItOpened)
+{
+    const Ref<Product> soap = addProduct(store.context(), {.stock = 4, .cost = 2});
+    const Ref<Product> oil = addProduct(store.context(), {.name = QStringLiteral("Oil"), .cost = 5});
+    model.select(soap);
+    soap->setCostPrice(2.2);
+    soap->setCostPrice(2.4);
+    oil->setCostPrice(9); // not the one open
+    model.select(oil);
+
+    ASSERT_EQ(costRows().size(), 1);
+    const Ref<InventoryMovement> row = costRows().first();
+    EXPECT_EQ(row->product(), soap);
+    EXPECT_EQ(row->costBefore(), 2.0);
+    EXPECT_EQ(row->costAfter(), 2.4);
+    EXPECT_EQ(row->unitCost(), std::nullopt);
+    EXPECT_EQ(row->quantityChange(), 0);
+    EXPECT_EQ(row->stockAfter(), 4);
+    EXPECT_EQ(row->reason(), QStringLiteral("Edited in Products"));
+    EXPECT_EQ(row->performedBy(), boss);
+    EXPECT_EQ(countRowsOnDisk(store.path(), QStringLiteral("InventoryMovement")), 1);
+    EXPECT_EQ(model.costWhenOpened()->cost, 9) << "the newly selected product opens as it is now";
+
+    // Put back before leaving: nothing to book.
+    oil->setCostPrice(11);
+    oil->setCostPrice(9);
+    model.select(soap);
+    EXPECT_EQ(costRows().size(), 1);
+}
+
+TEST_F(ProductsViewModelTest, ADeliveryWhileTheFormIsClosedIsNoEdit)
+{
+    const Ref<Product> soap = addProduct(store.context(), {.stock = 10, .cost = 2});
+    model.select(soap);
+    model.closeForm();
+    InventoryService inventory(store.context());
+    inventory.recordDelivery(soap, 5, QString(), QString(), 3.0, nullptr);
+    store.context().save();
+    model.reopenForm();
+    model.select(nullptr);
+    EXPECT_TRUE(costRows().isEmpty());
+}
+
+TEST_F(ProductsViewModelTest, CostHistoryShowsTheLatestFiveNewestFirst)
+{
+    const Ref<Product> soap = addProduct(store.context(), {.stock = 10, .cost = 2});
+    EXPECT_EQ(ProductsViewModel::costHistoryEmptyText(*soap),
+              "No cost changes yet. Stock In with the delivery's unit cost updates the cost price to the "
+              "weighted average.");
+    InventoryService inventory(store.context());
+    double seconds = 1'750'000'000;
+    for (int i = 0; i < 6; ++i) {
+        Clock::Override clock(Record::dateFromSeconds(seconds += 60));
+        if (i == 3) {
+            const CostOpening opening{soap->id(), soap->costPrice()};
+            soap->setCostPrice(4);
+            model.trackCostEdits(opening);
+            continue;
+        }
+        inventory.recordDelivery(soap, 5, QString(), QString(), i == 5 ? 3.0 : 2.0, nullptr);
+        inventory.stockOut(soap, 1, QString(), nullptr); // no cost: not history
+    }
+
+    EXPECT_EQ(model.costHistoryCount(soap), 6);
+    const QList<CostHistoryRow> rows = model.costHistoryRows(soap);
+    ASSERT_EQ(rows.size(), 5);
+    EXPECT_EQ(rows[0].what, QStringLiteral("Delivery 5 at ₵3.00"));
+    EXPECT_EQ(rows[2].what, QStringLiteral("Edited"));
+    EXPECT_EQ(rows[2].change, QStringLiteral("₵2.00 → ₵4.00"));
+    EXPECT_EQ(ProductsViewModel::costHistoryMoreText(6),
+              "Latest 5 of 6. Reports → Cost Changes shows them all.");
+    EXPECT_EQ(ProductsViewModel::costHistoryMoreText(5), std::nullopt);
+}
+
+TEST_F(ProductsViewModelTest, DeletingKeepsTheMovementsWithoutTheProduct)
+{
+    const Ref<Product> soap = addProduct(store.context(), {.stock = 1, .cost = 2});
+    model.select(soap);
+    soap->setCostPrice(3); // edited, then deleted: nothing left to book it against
+    InventoryService(store.context()).adjust(soap, 4, QString(), nullptr);
+    ASSERT_TRUE(model.deleteProduct(soap));
+    EXPECT_EQ(model.selectedProduct(), nullptr);
+    EXPECT_EQ(countRowsOnDisk(store.path(), QStringLiteral("Product")), 0);
+    store.reopen();
+    const QList<Ref<InventoryMovement>> left = store.context().fetch<InventoryMovement>();
+    ASSERT_EQ(left.size(), 1);
+    EXPECT_EQ(left.first()->product(), nullptr);
+}
+
+TEST_F(ProductsViewModelTest, FormTextsFollowTypeUnitAndHeldStock)
+{
+    const Ref<Product> rice = addProduct(store.context(), {.stock = 2.5, .unit = "kg"});
+    EXPECT_EQ(ProductsViewModel::costPriceTitle(rice->sellingUnit()), "Cost Price (per kg)");
+    EXPECT_EQ(ProductsViewModel::sellingPriceTitle(SellingUnit::each), "Selling Price");
+    EXPECT_EQ(ProductsViewModel::uncountedStockNote(*rice), std::nullopt);
+    rice->setProductType(ProductType::nonInventory);
+    EXPECT_EQ(ProductsViewModel::uncountedStockNote(*rice),
+              "2.5 kg recorded while this was an Inventory Item aren't counted now. Switch back to Inventory "
+              "Item to track them again.");
+    EXPECT_EQ(rice->stockQuantity(), 2.5) << "a change of type leaves the stock alone";
+    EXPECT_EQ(model.row(rice).stockText, "Not stocked");
+    rice->setProductType(ProductType::inventory);
+    EXPECT_EQ(model.row(rice).stockText, "2.5 kg in stock");
+
+    for (const auto& [typed, valid, rate] : {std::tuple{"", true, std::optional<double>()},
+                                             {"12.5", true, 0.125},
+                                             {"7,5 %", true, 0.075},
+                                             {"101", false, std::nullopt},
+                                             {"ten", false, std::nullopt}}) {
+        const auto entry = ProductsViewModel::commissionFromText(QString::fromUtf8(typed));
+        EXPECT_EQ(entry.isValid, valid) << typed;
+        EXPECT_EQ(entry.rate, rate) << typed;
+    }
+    EXPECT_EQ(ProductsViewModel::amountText(2.5), "2.50");
+    EXPECT_EQ(ProductsViewModel::amountText(2.3333), "2.3333");
+}
+
+TEST_F(ProductsViewModelTest, SheetsRefuseABlankNameAndSaveTheRest)
+{
+    EXPECT_EQ(model.createCategory(QStringLiteral("  "), QStringLiteral("#FF3B30")).errorMessage,
+              "Enter a category name.");
+    EXPECT_EQ(model.createSupplier(QString()).errorMessage, "Enter a supplier name.");
+    const Creation<Supplier> acme = model.createSupplier(QStringLiteral(" Acme Ltd "));
+    ASSERT_NE(acme.record, nullptr);
+    EXPECT_EQ(acme.record->name(), QStringLiteral("Acme Ltd"));
+    EXPECT_EQ(countRowsOnDisk(store.path(), QStringLiteral("Supplier")), 1);
+    EXPECT_EQ(countRowsOnDisk(store.path(), QStringLiteral("Category")), 0);
+}
+
+TEST(SuppliersViewModel, SearchesNamePhoneAndEmailAndNeedsAName)
+{
+    TestStore store;
+    SuppliersViewModel model(store.context());
+    const Ref<Supplier> first = model.addSupplier();
+    ASSERT_NE(first, nullptr);
+    first->setName(QStringLiteral("Ébène Foods"));
+    first->setPhone(QStringLiteral("024 555 0101"));
+    ASSERT_EQ(model.save(first), std::nullopt);
+    const Ref<Supplier> second = model.addSupplier();
+    second->setName(QStringLiteral("  "));
+    EXPECT_EQ(model.save(second), "Enter a supplier name.");
+    second->setName(QStringLiteral("Akosua Trading "));
+    second->setEmail(QStringLiteral("Orders@Akosua.com"));
+    ASSERT_EQ(model.save(second), std::nullopt);
+    EXPECT_EQ(second->name(), QStringLiteral("Akosua Trading"));
+
+    const auto listed = [&] {
+        QStringList names;
+        for (const SupplierRow& row : model.rows())
+            names.append(row.name);
+        return names;
+    };
+    EXPECT_EQ(listed(), (QStringList{"Akosua Trading", "Ébène Foods"}));
+    model.setSearchText(QStringLiteral("ÉBÈNE"));
+    EXPECT_EQ(listed(), QStringList{"Ébène Foods"});
+    model.setSearchText(QStringLiteral("555"));
+    EXPECT_EQ(listed(), QStringList{"Ébène Foods"});
+    model.setSearchText(QStringLiteral("orders@"));
+    EXPECT_EQ(listed(), QStringList{"Akosua Trading"});
+    EXPECT_EQ(model.rows().first().contact, QStringLiteral("Orders@Akosua.com"));
+
+    model.select(second);
+    ASSERT_TRUE(model.deleteSupplier(second));
+    EXPECT_EQ(model.selectedSupplier(), nullptr);
+    EXPECT_EQ(countRowsOnDisk(store.path(), QStringLiteral("Supplier")), 1);
+}

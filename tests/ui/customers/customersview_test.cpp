@@ -1,0 +1,245 @@
+#include "ui/customers/customersview.h"
+
+#include "ui/controls/errorlabel.h"
+#include "ui/controls/segmentedcontrol.h"
+#include "ui/customers/adjustpointssheet.h"
+#include "ui/customers/customerdetail.h"
+#include "ui/customers/receiveaccountpaymentsheet.h"
+#include "ui/navigation/mainnavigationview.h"
+#include "ui/till/tillview.h"
+#include "ui/windowtest.h"
+
+#include "customers/accountbuilders.h"
+
+#include <QCheckBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QTableWidget>
+
+namespace {
+class CustomersViewTest : public WindowTest {
+protected:
+    // A cashier, since Customers isn't only for admins.
+    void signIn()
+    {
+        user = addUser(store.context(), {.username = QStringLiteral("esi"), .name = "Esi"});
+        openWindow();
+        session.setCurrentUser(user);
+    }
+
+    template <class Screen> Screen& goTo(const QString& title)
+    {
+        auto* navigation = screen<MainNavigationView>();
+        const QList<QListWidgetItem*> items = navigation->sidebar()->findItems(title, Qt::MatchExactly);
+        EXPECT_EQ(items.size(), 1) << title.toStdString();
+        navigation->sidebar()->setCurrentItem(items.value(0));
+        return *qobject_cast<Screen*>(navigation->currentScreen());
+    }
+
+    // The customer shown in the detail, ready for a sheet of the detail to open over it.
+    CustomerDetail& showCustomer(const Ref<Customer>& customer)
+    {
+        auto& view = goTo<CustomersView>(QStringLiteral("Customers"));
+        EXPECT_TRUE(view.selectCustomer(customer->id()));
+        return *view.detail();
+    }
+
+    template <class Sheet> Sheet* openSheet(QPushButton* button)
+    {
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        button->click();
+        auto* sheet = window->findChild<Sheet*>();
+        if (sheet) {
+            EXPECT_TRUE(QTest::qWaitForWindowActive(sheet));
+        }
+        return sheet;
+    }
+
+    static QStringList rowTexts(const QTableWidget& table, int row)
+    {
+        QStringList texts;
+        for (int column = 0; column < table.columnCount(); ++column)
+            texts << (table.item(row, column) ? table.item(row, column)->text() : QString());
+        return texts;
+    }
+
+    Ref<User> user;
+};
+} // namespace
+
+TEST_F(CustomersViewTest, ANewCustomerOnCreditPaysCashIntoTheOpenTill)
+{
+    signIn();
+    auto& view = goTo<CustomersView>(QStringLiteral("Customers"));
+    EXPECT_TRUE(view.isShowingNoCustomers());
+
+    QTest::mouseClick(view.newCustomerButton(), Qt::LeftButton);
+    CustomerDetail* detail = view.detail();
+    ASSERT_NE(detail, nullptr);
+    QLineEdit* name = detail->field(CustomerDetail::Field::name);
+    EXPECT_EQ(focused(), name);
+    EXPECT_EQ(name->selectedText(), "New Customer") << "typing replaces the placeholder name";
+    QTest::keyClicks(name, "Ama Mensah");
+    detail->allowCreditSwitch()->click();
+    detail->field(CustomerDetail::Field::creditLimit)->selectAll();
+    QTest::keyClicks(detail->field(CustomerDetail::Field::creditLimit), "500");
+    QTest::keyClick(detail->field(CustomerDetail::Field::creditLimit), Qt::Key_Return);
+    ASSERT_EQ(view.customerList()->rowCount(), 1);
+    EXPECT_EQ(view.customerList()->item(0, 0)->text(), "Ama Mensah");
+    const Ref<Customer> ama = detail->customer();
+    EXPECT_TRUE(ama->allowCredit());
+    EXPECT_EQ(ama->creditLimit(), 500);
+    EXPECT_FALSE(detail->receivePaymentButton()->isEnabled()) << "nothing owed yet";
+
+    const Ref<TillShift> shift = environment.tillService().openShift(user, 50);
+    session.setCurrentTillShift(shift);
+    addSale(store.context(),
+            {.invoice = "INV-7", .customer = ama, .tenders = {{PaymentMethodType::onAccount, 120}}});
+    EXPECT_EQ(view.customerList()->item(0, 1)->text(), "Owes ₵120.00");
+    EXPECT_EQ(detail->balanceOwedLabel()->text(), "₵120.00");
+    EXPECT_EQ(detail->availableCreditLabel()->text(), "₵380.00");
+
+    auto* sheet = openSheet<ReceiveAccountPaymentSheet>(detail->receivePaymentButton());
+    ASSERT_NE(sheet, nullptr);
+    EXPECT_TRUE(sheet->tillNoteLabel()->isVisible());
+    EXPECT_EQ(sheet->tillNoteLabel()->text(),
+              "The cash goes into the open till and is included in Expected Cash.");
+    for (const auto& [typed, message] :
+         {std::pair{"abc", "Enter an amount greater than zero."},
+          std::pair{"120.01", "That's more than the customer owes (₵120.00)."}}) {
+        sheet->amountField()->selectAll();
+        QTest::keyClicks(sheet->amountField(), typed);
+        QTest::keyClick(sheet->amountField(), Qt::Key_Return);
+        EXPECT_TRUE(sheet->isVisible());
+        EXPECT_EQ(sheet->errorLabel()->text(), message);
+    }
+    EXPECT_EQ(countRowsOnDisk(store.path(), QStringLiteral("CustomerPayment")), 0);
+    sheet->amountField()->selectAll();
+    QTest::keyClicks(sheet->amountField(), "45");
+    QTest::keyClick(sheet->amountField(), Qt::Key_Return);
+    EXPECT_FALSE(sheet->isVisible());
+
+    ASSERT_EQ(detail->accountHistory()->rowCount(), 2);
+    EXPECT_EQ(rowTexts(*detail->accountHistory(), 1).mid(1),
+              (QStringList{"Payment received — Cash", "", "₵45.00", "₵75.00"}));
+    EXPECT_EQ(view.customerList()->item(0, 1)->text(), "Owes ₵75.00");
+    auto& till = goTo<TillView>(QStringLiteral("Till & Shifts"));
+    EXPECT_EQ(till.accountCashFigure()->text(), "₵45.00");
+    EXPECT_EQ(till.expectedCashFigure()->text(), "₵95.00");
+}
+
+TEST_F(CustomersViewTest, PointsAdjustedByHandShowInTheHistory)
+{
+    const Ref<Customer> kofi = addCustomer(store.context(), {.name = QStringLiteral("Kofi"), .points = 10});
+    signIn();
+    CustomerDetail& detail = showCustomer(kofi);
+    EXPECT_EQ(detail.pointsBalanceLabel()->text(), "10");
+
+    auto* sheet = openSheet<AdjustPointsSheet>(detail.adjustPointsButton());
+    ASSERT_NE(sheet, nullptr);
+    QTest::mouseClick(sheet->directionPicker()->segment(1), Qt::LeftButton);
+    QTest::keyClicks(sheet->pointsField(), "15");
+    EXPECT_EQ(sheet->newBalanceLabel()->text(), "New balance: -5 points");
+    QTest::keyClicks(sheet->reasonField(), "  ");
+    QTest::keyClick(sheet->reasonField(), Qt::Key_Return);
+    EXPECT_EQ(sheet->errorLabel()->text(), "Enter a reason for the adjustment.");
+    QTest::keyClicks(sheet->reasonField(), "correction");
+    QTest::keyClick(sheet->reasonField(), Qt::Key_Return);
+    EXPECT_EQ(sheet->errorLabel()->text(),
+              "The customer only has 10 points — you can't take away more than that.");
+    EXPECT_TRUE(sheet->errorLabel()->isVisible());
+    EXPECT_EQ(countRowsOnDisk(store.path(), QStringLiteral("LoyaltyEntry")), 0);
+    QTest::keyClick(sheet->reasonField(), Qt::Key_Escape);
+    EXPECT_FALSE(sheet->isVisible());
+
+    sheet = openSheet<AdjustPointsSheet>(detail.adjustPointsButton());
+    ASSERT_NE(sheet, nullptr);
+    QTest::keyClicks(sheet->pointsField(), "5");
+    QTest::keyClicks(sheet->reasonField(), "goodwill");
+    QTest::keyClick(sheet->pointsField(), Qt::Key_Return);
+    EXPECT_FALSE(sheet->isVisible());
+    EXPECT_EQ(detail.pointsBalanceLabel()->text(), "15");
+    ASSERT_EQ(detail.pointsHistory()->rowCount(), 1);
+    EXPECT_EQ(rowTexts(*detail.pointsHistory(), 0).mid(1),
+              (QStringList{"Adjustment — goodwill", "+5", "15"}));
+}
+
+TEST_F(CustomersViewTest, DeletingWarnsInFullAndCancelKeepsTheCustomer)
+{
+    const Ref<Customer> yaa = addCustomer(store.context(), {.name = QStringLiteral("Yaa")});
+    addSale(store.context(), {.customer = yaa, .tenders = {{PaymentMethodType::onAccount, 20}}});
+    signIn();
+    CustomerDetail& detail = showCustomer(yaa);
+    EXPECT_EQ(rowTexts(*detail.purchases(), 0).mid(1), (QStringList{"INV-1", "₵20.00", ""}));
+
+    const auto askToDelete = [&] {
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        detail.deleteButton()->click();
+        auto* box = detail.findChild<QMessageBox*>();
+        EXPECT_NE(box, nullptr);
+        return box;
+    };
+    QMessageBox* box = askToDelete();
+    ASSERT_NE(box, nullptr);
+    EXPECT_EQ(box->text(), "Delete this customer?");
+    EXPECT_EQ(
+        box->informativeText(),
+        "Yaa still owes ₵20.00. Deleting removes the account — record their payment first if you can.\n\n"
+        "1 past sale(s) will keep their own record — they'll just no longer be linked to this customer.\n\n"
+        "This cannot be undone.");
+    ASSERT_TRUE(QTest::qWaitForWindowActive(box));
+    QTest::keyClick(box, Qt::Key_Return);
+    EXPECT_EQ(countRowsOnDisk(store.path(), QStringLiteral("Customer")), 1) << "Return means Cancel";
+
+    box = askToDelete();
+    ASSERT_NE(box, nullptr);
+    const QList<QAbstractButton*> buttons = box->buttons();
+    const auto remove = std::find_if(buttons.begin(), buttons.end(),
+                                     [](QAbstractButton* button) { return button->text() == "Delete"; });
+    ASSERT_NE(remove, buttons.end());
+    (*remove)->click();
+    EXPECT_EQ(countRowsOnDisk(store.path(), QStringLiteral("Customer")), 0);
+    EXPECT_EQ(countRowsOnDisk(store.path(), QStringLiteral("Sale")), 1);
+    auto& view = goTo<CustomersView>(QStringLiteral("Customers"));
+    EXPECT_EQ(view.detail(), nullptr);
+    EXPECT_TRUE(view.isShowingNoCustomers());
+}
+
+TEST_F(CustomersViewTest, SearchNarrowsTheListAndPurchasesComeAPageAtATime)
+{
+    const Ref<Customer> ama = addCustomer(store.context(), {.name = QStringLiteral("Ama")});
+    const Ref<Customer> kofi = addCustomer(store.context(), {.name = QStringLiteral("Kofi")});
+    kofi->setPhone(QStringLiteral("024 555 0101"));
+    store.context().save();
+    const int pageSize = CustomerDetailModel::purchasePageSize;
+    for (int index = 0; index <= pageSize; ++index) {
+        const Ref<Sale> sale = addSale(store.context(), {.invoice = QStringLiteral("INV-%1").arg(index),
+                                                         .customer = ama,
+                                                         .at = localAt(2025, 1, 1).addSecs(60 * index),
+                                                         .tenders = {{PaymentMethodType::cash, 10}}});
+        if (index == pageSize)
+            sale->setStatus(SaleStatus::voided);
+    }
+    store.context().save();
+    signIn();
+    CustomerDetail& detail = showCustomer(ama);
+    auto& view = goTo<CustomersView>(QStringLiteral("Customers"));
+
+    ASSERT_EQ(detail.purchases()->rowCount(), pageSize);
+    EXPECT_EQ(rowTexts(*detail.purchases(), 0).mid(1), (QStringList{"INV-50", "₵10.00", "Voided"}));
+    ASSERT_TRUE(detail.morePurchasesButton()->isVisible());
+    detail.morePurchasesButton()->click();
+    EXPECT_EQ(detail.purchases()->rowCount(), pageSize + 1);
+    EXPECT_FALSE(detail.morePurchasesButton()->isVisible());
+
+    QTest::keyClicks(view.searchField(), "555");
+    ASSERT_EQ(view.customerList()->rowCount(), 1);
+    EXPECT_EQ(view.customerList()->item(0, 0)->text(), "Kofi");
+    EXPECT_EQ(view.detail(), &detail) << "a search doesn't drop the customer being looked at";
+    QTest::keyClicks(view.searchField(), "9");
+    EXPECT_EQ(view.customerList()->rowCount(), 0);
+    EXPECT_FALSE(view.isShowingNoCustomers()) << "the store has customers; the search found none";
+}

@@ -1,0 +1,266 @@
+#include "ui/products/productsview.h"
+
+#include "ui/controls/errorlabel.h"
+#include "ui/navigation/mainnavigationview.h"
+#include "ui/products/newcategorysheet.h"
+#include "ui/products/producteditform.h"
+#include "ui/windowtest.h"
+
+#include "clock/clock.h"
+#include "stock/stockbuilders.h"
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QMenu>
+#include <QMessageBox>
+#include <QPushButton>
+
+namespace {
+using Field = ProductEditForm::Field;
+using Picker = ProductEditForm::Picker;
+using Toggle = ProductEditForm::Toggle;
+
+class ProductsScreenTest : public WindowTest {
+protected:
+    ProductsView& openProducts()
+    {
+        boss = addUser(store.context(), {.username = QStringLiteral("boss"), .role = UserRole::admin});
+        openWindow();
+        session.setCurrentUser(boss);
+        window->actionBus().setRequestedSection(AppSection::products);
+        view = qobject_cast<ProductsView*>(screen<MainNavigationView>()->currentScreen());
+        EXPECT_NE(view, nullptr);
+        return *view;
+    }
+
+    ProductEditForm& form() const
+    {
+        EXPECT_NE(view->form(), nullptr);
+        return *view->form();
+    }
+
+    // Replaces the field's text as someone at the keyboard would.
+    void type(Field which, const QString& text) const
+    {
+        QLineEdit* edit = form().field(which);
+        edit->setFocus();
+        edit->selectAll();
+        QTest::keyClicks(edit, text);
+    }
+
+    // Walks the closed picker with the arrow keys to the item.
+    static void choose(QComboBox* combo, const QString& text)
+    {
+        combo->setFocus();
+        QTest::keyClick(combo, Qt::Key_Home);
+        for (int i = 0; i < combo->count() && combo->currentText() != text; ++i)
+            QTest::keyClick(combo, Qt::Key_Down);
+        ASSERT_EQ(combo->currentText(), text);
+    }
+
+    // On the box itself: a switch stretched across its column has nothing at its middle.
+    static void click(QCheckBox* box)
+    {
+        QTest::mouseClick(box, Qt::LeftButton, {}, QPoint(8, box->height() / 2));
+    }
+
+    void selectProduct(const QString& name) const
+    {
+        const int row = int(view->listedNames().indexOf(name));
+        ASSERT_GE(row, 0) << name.toStdString();
+        view->selectRow(row);
+        ASSERT_EQ(form().product()->name(), name);
+    }
+
+    QStringList visibleTexts(QWidget* widget) const
+    {
+        QStringList texts;
+        for (QLabel* label : widget->findChildren<QLabel*>())
+            if (label->isVisibleTo(widget) && !label->text().isEmpty())
+                texts << label->text();
+        return texts;
+    }
+
+    QList<Ref<InventoryMovement>> costRows()
+    {
+        return store.context().fetch<InventoryMovement>(InventoryMovement::Col::typeRaw == "costChange");
+    }
+
+    Ref<User> boss;
+    ProductsView* view = nullptr;
+};
+} // namespace
+
+TEST_F(ProductsScreenTest, AProductOfEachTypeIsMadeThroughTheForm)
+{
+    QDateTime now = QDateTime::fromSecsSinceEpoch(1'750'000'000);
+    Clock::Override clock([&now] { return now; });
+    openProducts();
+    EXPECT_TRUE(visibleTexts(view).contains("No products"));
+    EXPECT_TRUE(visibleTexts(view).contains("Select a product"));
+    EXPECT_EQ(view->newProductButton()->toolTip(),
+              "New Inventory Item — change the default in Settings > Products & Inventory");
+
+    // A plain click makes the default type, an inventory item, in a category made on the spot.
+    QTest::mouseClick(view->newProductButton(), Qt::LeftButton);
+    EXPECT_EQ(QApplication::focusWidget(), form().field(Field::name));
+    EXPECT_EQ(form().field(Field::name)->selectedText(), "New Product");
+    QTest::keyClicks(form().field(Field::name), " Rice 5kg ");
+    type(Field::sku, QStringLiteral("RC-5"));
+    type(Field::barcode, QStringLiteral("6001234"));
+    choose(form().picker(Picker::unit), QStringLiteral("Kilogram (kg)"));
+    type(Field::costPrice, QStringLiteral("12.5"));
+    type(Field::sellingPrice, QStringLiteral("1,018"));
+    type(Field::reorderLevel, QStringLiteral("3,5"));
+    QTest::mouseClick(form().newCategoryButton(), Qt::LeftButton);
+    auto* sheet = form().findChild<NewCategorySheet*>();
+    ASSERT_NE(sheet, nullptr);
+    sheet->createButton()->click();
+    EXPECT_EQ(sheet->errorLabel()->text(), "Enter a category name.");
+    QTest::keyClicks(sheet->nameField(), "Grains");
+    choose(sheet->colorPicker(), QStringLiteral("Green"));
+    sheet->createButton()->click();
+    EXPECT_EQ(form().picker(Picker::category)->currentText(), "Grains");
+    EXPECT_TRUE(visibleTexts(&form()).contains("Cost Price (per kg)"));
+    now = now.addSecs(90);
+    QTest::mouseClick(form().saveButton(), Qt::LeftButton);
+    EXPECT_FALSE(form().errorLabel()->isVisible());
+
+    const Ref<Product> rice = form().product();
+    EXPECT_FALSE(rice->hasChanges()) << "saved";
+    EXPECT_EQ(rice->name(), "Rice 5kg");
+    EXPECT_EQ(rice->productType(), ProductType::inventory);
+    EXPECT_EQ(rice->sku(), "RC-5");
+    EXPECT_EQ(rice->barcode(), "6001234");
+    EXPECT_EQ(rice->sellingUnit(), SellingUnit::kg);
+    EXPECT_EQ(rice->costPrice(), 12.5);
+    EXPECT_EQ(rice->sellingPrice(), 1018);
+    EXPECT_EQ(rice->reorderLevel(), 3.5);
+    ASSERT_NE(rice->category(), nullptr);
+    EXPECT_EQ(rice->category()->colorHex(), "#34C759");
+    EXPECT_EQ(rice->createdAt(), now.addSecs(-90));
+    EXPECT_EQ(rice->updatedAt(), now);
+    EXPECT_TRUE(rice->isTaxable());
+    EXPECT_NE(rice->taxGroup(), nullptr);
+
+    // From the menu: a non-inventory item without tax.
+    view->newProductMenu()->actions().at(1)->trigger();
+    EXPECT_EQ(form().field(Field::name)->text(), "New Non-Inventory Item");
+    EXPECT_TRUE(
+        visibleTexts(&form()).contains("Non-inventory items are sold without counting stock — no stock "
+                                       "levels, low-stock alerts or stock value."));
+    QTest::keyClicks(form().field(Field::name), "Gift Bag");
+    type(Field::sellingPrice, QStringLiteral("2"));
+    click(form().toggle(Toggle::taxable));
+    EXPECT_TRUE(visibleTexts(&form()).contains("No tax is charged on this item."));
+    QTest::mouseClick(form().saveButton(), Qt::LeftButton);
+    const Ref<Product> bag = form().product();
+    EXPECT_FALSE(bag->hasChanges());
+    EXPECT_EQ(bag->productType(), ProductType::nonInventory);
+    EXPECT_FALSE(bag->isTaxable());
+    EXPECT_EQ(bag->taxRate(), 0);
+
+    // A service whose staff earn a rate of its own.
+    view->newProductMenu()->actions().at(2)->trigger();
+    QTest::keyClicks(form().field(Field::name), "Braiding");
+    type(Field::sellingPrice, QStringLiteral("150"));
+    click(form().toggle(Toggle::askForStaff));
+    type(Field::commission, QStringLiteral("150"));
+    EXPECT_TRUE(visibleTexts(&form()).contains("Enter a percentage from 0 to 100, or leave it blank."));
+    type(Field::commission, QStringLiteral("12.5"));
+    QTest::mouseClick(form().saveButton(), Qt::LeftButton);
+    const Ref<Product> braiding = form().product();
+    EXPECT_FALSE(braiding->hasChanges());
+    EXPECT_EQ(braiding->productType(), ProductType::service);
+    EXPECT_TRUE(braiding->askForStaff());
+    EXPECT_EQ(braiding->commissionRate(), 0.125);
+
+    EXPECT_EQ(countRowsOnDisk(store.path(), QStringLiteral("Product")), 3);
+    EXPECT_EQ(view->listedNames(), (QStringList{"Braiding", "Gift Bag", "Rice 5kg"}));
+    EXPECT_EQ(view->list()->currentItem()->text(), "Braiding");
+}
+
+TEST_F(ProductsScreenTest, ACostEditIsBookedWhenAnotherProductIsSelected)
+{
+    addProduct(store.context(), {.name = QStringLiteral("Oil"), .stock = 3, .cost = 2});
+    addProduct(store.context(), {.name = QStringLiteral("Soap"), .stock = 8, .cost = 2});
+    openProducts();
+
+    selectProduct(QStringLiteral("Soap"));
+    type(Field::costPrice, QStringLiteral("2.5"));
+    EXPECT_TRUE(costRows().isEmpty()) << "nothing is booked while the product is open";
+    selectProduct(QStringLiteral("Oil"));
+    ASSERT_EQ(costRows().size(), 1);
+    EXPECT_EQ(costRows().first()->product()->name(), "Soap");
+    EXPECT_EQ(costRows().first()->costBefore(), 2.0);
+    EXPECT_EQ(costRows().first()->costAfter(), 2.5);
+    EXPECT_EQ(costRows().first()->performedBy(), boss);
+    EXPECT_EQ(countRowsOnDisk(store.path(), QStringLiteral("InventoryMovement")), 1);
+
+    // Within the tolerance of the 4 places cost is kept at.
+    type(Field::costPrice, QStringLiteral("2.00004"));
+    selectProduct(QStringLiteral("Soap"));
+    EXPECT_EQ(costRows().size(), 1);
+    EXPECT_TRUE(visibleTexts(&form()).contains("Edited"));
+    EXPECT_TRUE(visibleTexts(&form()).contains("₵2.00 → ₵2.50"));
+
+    // Leaving the screen closes the form, and books the edit.
+    type(Field::costPrice, QStringLiteral("3"));
+    window->actionBus().setRequestedSection(AppSection::suppliers);
+    EXPECT_EQ(costRows().size(), 2);
+}
+
+TEST_F(ProductsScreenTest, FiltersCombineAndDeleteAsksFirst)
+{
+    const struct {
+        const char* name;
+        double stock;
+        bool active;
+        const char* type;
+    } products[] = {{"Cola", 2, true, "inventory"},
+                    {"Malt", 2, false, "inventory"},
+                    {"Water", 40, false, "inventory"},
+                    {"Haircut", 0, false, "service"}};
+    for (const auto& p : products) {
+        const Ref<Product> product = addProduct(
+            store.context(), {.name = QString::fromUtf8(p.name), .stock = p.stock, .type = p.type});
+        product->setIsActive(p.active);
+    }
+    store.context().save();
+    openProducts();
+    EXPECT_EQ(view->listedNames(), (QStringList{"Cola", "Haircut", "Malt", "Water"}));
+
+    click(view->lowStockToggle());
+    click(view->inactiveToggle());
+    EXPECT_EQ(view->listedNames(), QStringList{"Malt"});
+    click(view->lowStockToggle());
+    choose(view->typeFilter(), QStringLiteral("Services"));
+    EXPECT_EQ(view->listedNames(), QStringList{"Haircut"});
+    QTest::keyClicks(view->searchField(), "cola");
+    EXPECT_TRUE(view->listedNames().isEmpty());
+    EXPECT_TRUE(visibleTexts(view).contains("Add a product or clear your filters."));
+    view->searchField()->clear();
+    choose(view->typeFilter(), QStringLiteral("All Types"));
+    EXPECT_EQ(view->listedNames(), (QStringList{"Haircut", "Malt", "Water"}));
+
+    selectProduct(QStringLiteral("Malt"));
+    QTest::mouseClick(form().deleteButton(), Qt::LeftButton);
+    auto* confirm = form().findChild<QMessageBox*>();
+    ASSERT_NE(confirm, nullptr);
+    EXPECT_EQ(confirm->text(), "Delete this product?");
+    EXPECT_EQ(confirm->informativeText(), "This cannot be undone. Past sales keep their own snapshot of this "
+                                          "product's name and price.");
+    QAbstractButton* deleteButton = nullptr;
+    for (QAbstractButton* button : confirm->buttons())
+        if (button->text() == "Delete")
+            deleteButton = button;
+    ASSERT_NE(deleteButton, nullptr);
+    QTest::mouseClick(deleteButton, Qt::LeftButton);
+    EXPECT_EQ(view->form(), nullptr);
+    EXPECT_TRUE(visibleTexts(view).contains("Select a product"));
+    EXPECT_EQ(view->listedNames(), (QStringList{"Haircut", "Water"}));
+    EXPECT_EQ(countRowsOnDisk(store.path(), QStringLiteral("Product")), 3);
+}

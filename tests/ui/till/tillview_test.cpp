@@ -1,0 +1,161 @@
+#include "ui/till/tillview.h"
+
+#include "ui/controls/errorlabel.h"
+#include "ui/controls/numerickeypad.h"
+#include "ui/controls/segmentedcontrol.h"
+#include "ui/navigation/mainnavigationview.h"
+#include "ui/windowtest.h"
+
+#include "records/cashmovement.h"
+
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QPushButton>
+#include <QTableWidget>
+
+namespace {
+class TillViewTest : public WindowTest {
+protected:
+    TillView& signInAndOpenTill(UserRole role = UserRole::cashier)
+    {
+        user = addUser(store.context(), {.username = QStringLiteral("esi"), .role = role, .name = "Esi"});
+        openWindow();
+        session.setCurrentUser(user);
+        auto* navigation = screen<MainNavigationView>();
+        EXPECT_NE(navigation, nullptr);
+        const QList<QListWidgetItem*> items =
+            navigation->sidebar()->findItems(QStringLiteral("Till & Shifts"), Qt::MatchExactly);
+        EXPECT_EQ(items.size(), 1) << "cashiers reach the till too";
+        navigation->sidebar()->setCurrentItem(items.value(0));
+        auto* till = qobject_cast<TillView*>(navigation->currentScreen());
+        EXPECT_NE(till, nullptr);
+        return *till;
+    }
+
+    static QStringList rowTexts(const QTableWidget& table, int row)
+    {
+        QStringList texts;
+        for (int column = 0; column < table.columnCount(); ++column)
+            texts << (table.item(row, column) ? table.item(row, column)->text() : QString());
+        return texts;
+    }
+
+    Ref<User> user;
+};
+} // namespace
+
+TEST_F(TillViewTest, AShiftOpensMovesCashAndClosesIntoTheHistory)
+{
+    TillView& till = signInAndOpenTill();
+    EXPECT_FALSE(till.isShowingOpenShift());
+    EXPECT_TRUE(till.historyList()->isHidden());
+    EXPECT_EQ(till.openingFloatField()->placeholderText(), "0.00");
+
+    // The float typed, then finished on the keypad.
+    QTest::keyClicks(till.openingFloatField(), "10");
+    QList<QPushButton*> keys = till.keypad()->findChildren<QPushButton*>();
+    const auto zero =
+        std::find_if(keys.begin(), keys.end(), [](QPushButton* key) { return key->text() == "0"; });
+    ASSERT_NE(zero, keys.end());
+    (*zero)->click();
+    EXPECT_EQ(till.openingFloatField()->text(), "100");
+    QTest::keyClick(till.openingFloatField(), Qt::Key_Return);
+    ASSERT_TRUE(till.isShowingOpenShift());
+    ASSERT_NE(session.currentTillShift(), nullptr);
+    EXPECT_EQ(session.currentTillShift()->cashier(), user);
+    EXPECT_EQ(till.openingFloatFigure()->text(), "₵100.00");
+    EXPECT_EQ(till.expectedCashFigure()->text(), "₵100.00");
+    EXPECT_TRUE(till.accountCashFigure()->isHidden() || !till.accountCashFigure()->isVisibleTo(&till))
+        << "no account payments yet";
+
+    QTest::keyClicks(till.payAmountField(), "20");
+    QTest::keyClick(till.payAmountField(), Qt::Key_Return);
+    QTest::keyClicks(till.payReasonField(), "Float top-up");
+    QTest::keyClick(till.payReasonField(), Qt::Key_Return);
+    EXPECT_EQ(till.payAmountField()->text(), "");
+    EXPECT_EQ(till.payReasonField()->text(), "");
+    QTest::mouseClick(till.payTypePicker()->segment(1), Qt::LeftButton);
+    QTest::keyClicks(till.payAmountField(), "30");
+    QTest::keyClicks(till.payReasonField(), "Cleaner");
+    till.recordMovementButton()->click();
+    EXPECT_EQ(till.payTypePicker()->currentIndex(), 1) << "the type stays for the next one";
+    ASSERT_EQ(till.movementList()->rowCount(), 2);
+    EXPECT_EQ(rowTexts(*till.movementList(), 0).mid(1), (QStringList{"Paid In", "Float top-up", "₵20.00"}));
+    EXPECT_EQ(rowTexts(*till.movementList(), 1).mid(1), (QStringList{"Paid Out", "Cleaner", "-₵30.00"}));
+    EXPECT_EQ(till.expectedCashFigure()->text(), "₵90.00");
+
+    QTest::keyClicks(till.countedCashField(), "88.5");
+    QTest::keyClick(till.countedCashField(), Qt::Key_Return);
+    EXPECT_TRUE(till.isShowingOpenShift()) << "Return alone never closes the till";
+    QTest::keyClicks(till.notesField(), "Coins short");
+    till.closeButton()->click();
+
+    EXPECT_FALSE(till.isShowingOpenShift());
+    EXPECT_EQ(session.currentTillShift(), nullptr);
+    EXPECT_TRUE(till.closedResult()->isVisible());
+    const QStringList closedTexts = [&] {
+        QStringList texts;
+        for (QLabel* label : till.closedResult()->findChildren<QLabel*>())
+            texts << label->text();
+        return texts;
+    }();
+    EXPECT_TRUE(closedTexts.contains("Short ₵1.50")) << closedTexts.join(" | ").toStdString();
+    ASSERT_EQ(till.historyList()->rowCount(), 1);
+    EXPECT_EQ(rowTexts(*till.historyList(), 0).mid(1),
+              (QStringList{"Esi", "Expected ₵90.00", "Counted ₵88.50", "Short ₵1.50"}));
+    EXPECT_EQ(till.historyList()->item(0, 4)->foreground().color(), QColor(0xc6, 0x28, 0x28));
+
+    store.reopen();
+    const QList<Ref<TillShift>> shifts = store.context().fetch<TillShift>();
+    ASSERT_EQ(shifts.size(), 1);
+    EXPECT_EQ(shifts[0]->variance(), -1.5);
+    EXPECT_EQ(shifts[0]->notes(), "Coins short");
+}
+
+TEST_F(TillViewTest, BadAmountsShowTheirMessageAndWriteNothing)
+{
+    TillView& till = signInAndOpenTill();
+    QTest::keyClicks(till.openingFloatField(), "-5");
+    till.openButton()->click();
+    EXPECT_FALSE(till.isShowingOpenShift());
+    EXPECT_TRUE(till.errorLabel()->isVisible());
+    EXPECT_EQ(till.errorLabel()->text(), "Enter an amount greater than zero.");
+    EXPECT_EQ(countRowsOnDisk(store.path(), QStringLiteral("TillShift")), 0);
+
+    // A blank float opens at 0 and clears the message.
+    till.openingFloatField()->selectAll();
+    QTest::keyClick(till.openingFloatField(), Qt::Key_Backspace);
+    QTest::keyClick(till.openingFloatField(), Qt::Key_Return);
+    ASSERT_TRUE(till.isShowingOpenShift());
+    EXPECT_FALSE(till.errorLabel()->isVisible());
+
+    for (const char* amount : {"abc", "0", "-3"}) {
+        till.payAmountField()->clear();
+        QTest::keyClicks(till.payAmountField(), amount);
+        till.recordMovementButton()->click();
+        EXPECT_EQ(till.errorLabel()->text(), "Enter an amount greater than zero.") << amount;
+        EXPECT_EQ(till.payAmountField()->text(), amount) << "kept for correcting";
+    }
+    EXPECT_EQ(countRowsOnDisk(store.path(), QStringLiteral("CashMovement")), 0);
+    EXPECT_TRUE(till.movementList()->isHidden());
+}
+
+TEST_F(TillViewTest, FollowsAShiftOpenedAndClosedElsewhere)
+{
+    TillView& till = signInAndOpenTill();
+    // Another screen of the program opens and closes the till through the same services.
+    const Ref<TillShift> shift = environment.tillService().openShift(user, 40);
+    session.setCurrentTillShift(shift);
+    ASSERT_TRUE(till.isShowingOpenShift());
+    EXPECT_EQ(till.expectedCashFigure()->text(), "₵40.00");
+    EXPECT_TRUE(till.sinceLabel()->text().startsWith("Since "));
+
+    environment.tillService().closeShift(shift, 45, QString());
+    session.setCurrentTillShift(nullptr);
+    EXPECT_FALSE(till.isShowingOpenShift());
+    EXPECT_FALSE(till.closedResult()->isVisible()) << "only a close made here reports its result";
+    ASSERT_EQ(till.historyList()->rowCount(), 1);
+    EXPECT_EQ(till.historyList()->item(0, 4)->text(), "Over ₵5.00");
+    EXPECT_EQ(till.historyList()->item(0, 4)->foreground().color(), QColor(0x1d, 0x5f, 0xa8));
+}

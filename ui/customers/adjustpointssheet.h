@@ -1,0 +1,40 @@
+#pragma once
+
+#include "customers/adjustpointsmodel.h"
+
+#include <QDialog>
+
+class ErrorLabel;
+class QLabel;
+class QLineEdit;
+class QPushButton;
+class SegmentedControl;
+
+// "Adjust Points" over the customer's detail: points added or removed by hand, with a reason.
+// Stays open with the reason when the change is refused.
+class AdjustPointsSheet : public QDialog {
+    Q_OBJECT
+
+public:
+    AdjustPointsSheet(LoyaltyService& loyalty, SessionStore& session, const Ref<Customer>& customer,
+                      QWidget* parent = nullptr);
+
+    AdjustPointsModel& model() { return m_model; }
+    SegmentedControl* directionPicker() const { return m_direction; }
+    QLineEdit* pointsField() const { return m_points; }
+    QLineEdit* reasonField() const { return m_reason; }
+    QLabel* newBalanceLabel() const { return m_newBalance; }
+    ErrorLabel* errorLabel() const { return m_error; }
+    QPushButton* saveButton() const { return m_save; }
+
+private:
+    void showNewBalance();
+
+    AdjustPointsModel m_model;
+    SegmentedControl* m_direction;
+    QLineEdit* m_points;
+    QLineEdit* m_reason;
+    QLabel* m_newBalance;
+    ErrorLabel* m_error;
+    QPushButton* m_save;
+};

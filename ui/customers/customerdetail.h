@@ -1,0 +1,94 @@
+#pragma once
+
+#include "customers/customerdetailmodel.h"
+
+#include <QWidget>
+
+class ErrorLabel;
+class QCheckBox;
+class QLabel;
+class QLineEdit;
+class QPushButton;
+class QTableWidget;
+
+// One customer beside the Customers list: contact and credit edits kept until "Save", the points
+// and their history, the account with its ledger, and the purchases a page at a time. Made anew
+// for each customer chosen. "Save" stays in view above the sections, which scroll.
+class CustomerDetail : public QWidget {
+    Q_OBJECT
+
+public:
+    enum class Field { name, phone, email, address, creditLimit };
+
+    CustomerDetail(AccountsService& accounts, LoyaltyService& loyalty, ModelContext& context,
+                   SessionStore& session, const Ref<Customer>& customer, QWidget* parent = nullptr);
+
+    CustomerDetailModel& model() { return m_model; }
+    Ref<Customer> customer() const { return m_model.customer(); }
+    QLineEdit* field(Field which) const;
+    QCheckBox* allowCreditSwitch() const { return m_allowCredit; }
+    QPushButton* saveButton() const { return m_save; }
+    QPushButton* deleteButton() const { return m_delete; }
+    QPushButton* adjustPointsButton() const { return m_adjustPoints; }
+    QPushButton* receivePaymentButton() const { return m_receivePayment; }
+    QPushButton* morePurchasesButton() const { return m_morePurchases; }
+    QLabel* pointsBalanceLabel() const { return m_pointsBalance; }
+    QLabel* balanceOwedLabel() const { return m_balanceOwed; }
+    QLabel* availableCreditLabel() const { return m_availableCredit; }
+    QTableWidget* pointsHistory() const { return m_pointsHistory; }
+    QTableWidget* accountHistory() const { return m_accountHistory; }
+    QTableWidget* purchases() const { return m_purchases; }
+    ErrorLabel* errorLabel() const { return m_error; }
+
+    // Puts the caret in the name with it selected, for a customer just added.
+    void focusName();
+
+Q_SIGNALS:
+    // The customer is gone; the detail is of no more use.
+    void customerDeleted();
+
+protected:
+    void showEvent(QShowEvent* event) override;
+
+private:
+    QWidget* contactSection();
+    QWidget* loyaltySection();
+    QWidget* accountSection();
+    QWidget* purchaseSection();
+    void refresh();
+    void refreshPoints();
+    void refreshAccount();
+    void refreshPurchases(int count);
+    void openAdjustPoints();
+    void openReceivePayment();
+    void confirmDelete();
+    QString money(double amount) const;
+
+    AccountsService& m_accounts;
+    LoyaltyService& m_loyalty;
+    SessionStore& m_session;
+    CustomerDetailModel m_model;
+    // Changes while the screen is hidden wait until it is shown again.
+    bool m_isStale = false;
+    int m_purchasesShown = 0;
+
+    QLabel* m_title;
+    ErrorLabel* m_error;
+    QPushButton* m_save;
+    QPushButton* m_delete;
+    QList<QLineEdit*> m_fields; // in Field order
+    QCheckBox* m_allowCredit;
+    QLabel* m_pointsBalance;
+    QPushButton* m_adjustPoints;
+    QTableWidget* m_pointsHistory;
+    QLabel* m_noPoints;
+    QLabel* m_balanceOwed;
+    QLabel* m_availableCreditCaption;
+    QLabel* m_availableCredit;
+    QPushButton* m_receivePayment;
+    QTableWidget* m_accountHistory;
+    QLabel* m_noAccountHistory;
+    QTableWidget* m_purchases;
+    QLabel* m_noPurchases;
+    QPushButton* m_morePurchases;
+};

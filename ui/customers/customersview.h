@@ -1,0 +1,65 @@
+#pragma once
+
+#include "customers/accountsservice.h"
+#include "customers/customersviewmodel.h"
+#include "customers/loyaltyservice.h"
+
+#include <QUuid>
+#include <QWidget>
+
+class AppEnvironment;
+class CustomerDetail;
+class QLabel;
+class QLineEdit;
+class QPushButton;
+class QStackedWidget;
+class QTableWidget;
+
+// The "Customers" section: the searchable list with what each customer owes, "New Customer", and
+// the chosen customer's detail beside the list. Open to cashiers as well as admins. Follows every
+// saved change to customers, sales and account payments, whoever made it.
+class CustomersView : public QWidget {
+    Q_OBJECT
+
+public:
+    CustomersView(AppEnvironment& environment, SessionStore& session, QWidget* parent = nullptr);
+
+    CustomersViewModel& model() { return m_model; }
+    QLineEdit* searchField() const { return m_search; }
+    QPushButton* newCustomerButton() const { return m_newCustomer; }
+    QTableWidget* customerList() const { return m_list; }
+    // The chosen customer's detail; null while none is chosen.
+    CustomerDetail* detail() const { return m_detail; }
+    bool isShowingNoCustomers() const;
+    // Chooses the customer in the list, as a click would; false when it isn't listed.
+    bool selectCustomer(const QUuid& customerID);
+
+protected:
+    void showEvent(QShowEvent* event) override;
+
+private:
+    void refreshList();
+    void showDetail(const Ref<Customer>& customer);
+    void addCustomer();
+
+    ModelContext& m_context;
+    SessionStore& m_session;
+    AccountsService& m_accounts;
+    // Built here until the environment offers it; it holds only the context.
+    LoyaltyService m_loyalty;
+    CustomersViewModel m_model;
+    QList<Ref<Customer>> m_customers; // the list's rows, in order
+    bool m_isStale = false;
+    bool m_rebuilding = false;
+
+    QLineEdit* m_search;
+    QPushButton* m_newCustomer;
+    QTableWidget* m_list;
+    QLabel* m_noMatches;
+    QStackedWidget* m_body;
+    QWidget* m_split;
+    QWidget* m_noCustomers;
+    QStackedWidget* m_detailPages;
+    QWidget* m_selectPrompt;
+    CustomerDetail* m_detail = nullptr;
+};

@@ -1,0 +1,42 @@
+#pragma once
+
+#include "customers/receiveaccountpaymentmodel.h"
+
+#include <QDialog>
+
+class ErrorLabel;
+class QLabel;
+class QLineEdit;
+class QPushButton;
+class SegmentedControl;
+
+// "Receive Payment" over the customer's detail: money paid towards what the account owes. Stays
+// open with the reason when the payment is refused.
+class ReceiveAccountPaymentSheet : public QDialog {
+    Q_OBJECT
+
+public:
+    ReceiveAccountPaymentSheet(AccountsService& accounts, SessionStore& session,
+                               const Ref<Customer>& customer, double owed, QWidget* parent = nullptr);
+
+    ReceiveAccountPaymentModel& model() { return m_model; }
+    QLineEdit* amountField() const { return m_amount; }
+    QPushButton* fullBalanceButton() const { return m_fullBalance; }
+    SegmentedControl* methodPicker() const { return m_method; }
+    QLineEdit* referenceField() const { return m_reference; }
+    QLabel* tillNoteLabel() const { return m_tillNote; }
+    ErrorLabel* errorLabel() const { return m_error; }
+    QPushButton* recordButton() const { return m_record; }
+
+private:
+    void showTillNote();
+
+    ReceiveAccountPaymentModel m_model;
+    QLineEdit* m_amount;
+    QPushButton* m_fullBalance;
+    SegmentedControl* m_method;
+    QLineEdit* m_reference;
+    QLabel* m_tillNote;
+    ErrorLabel* m_error;
+    QPushButton* m_record;
+};

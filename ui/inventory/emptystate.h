@@ -1,0 +1,8 @@
+#pragma once
+
+#include <QString>
+
+class QWidget;
+
+// A centred title with a note under it, standing where a list has nothing to show.
+QWidget* makeEmptyState(const QString& title, const QString& note, QWidget* parent = nullptr);

@@ -1,0 +1,654 @@
+#include "ui/products/producteditform.h"
+
+#include "money/quantity.h"
+#include "stock/productsviewmodel.h"
+#include "ui/controls/errorlabel.h"
+#include "ui/products/newcategorysheet.h"
+#include "ui/products/newsuppliersheet.h"
+#include "ui/style/theme.h"
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QGridLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QScrollArea>
+#include <QSignalBlocker>
+#include <QVBoxLayout>
+
+#include <algorithm>
+#include <array>
+
+namespace {
+// The same in every section, so that the fields of all the cards line up.
+constexpr int captionWidth = 155;
+
+constexpr std::array<ProductType, 3> productTypes{ProductType::inventory, ProductType::nonInventory,
+                                                  ProductType::service};
+
+// A heading over a white card whose rows are laid out in `grid`: captions left, fields right.
+QWidget* makeSection(const QString& heading, QGridLayout*& grid, QWidget* parent)
+{
+    auto* section = new QWidget(parent);
+    auto* column = new QVBoxLayout(section);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->setSpacing(8);
+    column->addWidget(Theme::label(heading, Theme::Text::heading, section));
+    auto* card = new QWidget(section);
+    Theme::markCard(card);
+    grid = new QGridLayout(card);
+    grid->setContentsMargins(20, 16, 20, 16);
+    grid->setHorizontalSpacing(16);
+    grid->setVerticalSpacing(10);
+    grid->setColumnMinimumWidth(0, captionWidth);
+    grid->setColumnStretch(1, 1);
+    column->addWidget(card);
+    return section;
+}
+
+// `line`, when given, holds the field with what goes beside it.
+QLabel* addRow(QGridLayout* grid, const QString& caption, QWidget* field, QLayout* line = nullptr)
+{
+    const int row = grid->rowCount();
+    auto* label = new QLabel(caption);
+    label->setWordWrap(true);
+    label->setFixedWidth(captionWidth);
+    label->setBuddy(field);
+    field->setAccessibleName(caption);
+    grid->addWidget(label, row, 0, Qt::AlignLeft | Qt::AlignVCenter);
+    if (line)
+        grid->addLayout(line, row, 1);
+    else
+        grid->addWidget(field, row, 1);
+    return label;
+}
+
+void addRow(QGridLayout* grid, QWidget* field)
+{
+    grid->addWidget(field, grid->rowCount(), 1);
+}
+
+// A field and a button beside it.
+QHBoxLayout* pair(QWidget* field, QWidget* button)
+{
+    auto* line = new QHBoxLayout;
+    line->setSpacing(8);
+    line->addWidget(field, 1);
+    line->addWidget(button);
+    return line;
+}
+
+// A money entry with the store's sign before it.
+QWidget* amountBox(QLineEdit* edit, const QString& symbol, QWidget* parent)
+{
+    auto* box = new QWidget(parent);
+    auto* line = new QHBoxLayout(box);
+    line->setContentsMargins(0, 0, 0, 0);
+    line->setSpacing(6);
+    line->addWidget(new QLabel(symbol, box));
+    edit->setParent(box);
+    edit->setAlignment(Qt::AlignRight);
+    edit->setMaximumWidth(160);
+    edit->setInputMethodHints(Qt::ImhFormattedNumbersOnly);
+    line->addWidget(edit);
+    line->addStretch();
+    return box;
+}
+
+void setComboIndex(QComboBox* combo, int index)
+{
+    const QSignalBlocker blocker(combo);
+    combo->setCurrentIndex(index);
+}
+} // namespace
+
+ProductEditForm::ProductEditForm(ProductsViewModel& model, Ref<Product> product, QWidget* parent)
+    : QWidget(parent)
+    , m_model(model)
+    , m_product(std::move(product))
+{
+    Q_ASSERT(m_product);
+    for (int i = 0; i < 7; ++i)
+        m_fields.append(new QLineEdit(this));
+    for (int i = 0; i < 5; ++i) {
+        auto* combo = new QComboBox(this);
+        // Long names are cut rather than widening the form past the screen.
+        combo->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+        combo->setMinimumContentsLength(6);
+        m_pickers.append(combo);
+    }
+    m_toggles = {new QCheckBox(QStringLiteral("Active"), this),
+                 new QCheckBox(QStringLiteral("Taxable"), this),
+                 new QCheckBox(QStringLiteral("Ask Who Did It"), this)};
+
+    auto* scroll = new QScrollArea(this);
+    scroll->setWidgetResizable(true);
+    scroll->setFrameShape(QFrame::NoFrame);
+    scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    auto* page = new QWidget(scroll);
+    auto* sections = new QVBoxLayout(page);
+    sections->setContentsMargins(16, 4, 16, 24);
+    sections->setSpacing(22);
+    for (QWidget* section :
+         {buildIdentity(), buildPricing(), buildStock(), buildStaff(), buildCostHistory()}) {
+        section->setParent(page);
+        section->setMaximumWidth(760);
+        sections->addWidget(section);
+    }
+    sections->addStretch();
+    scroll->setWidget(page);
+
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(0);
+    layout->addWidget(scroll, 1);
+    layout->addWidget(buildFooter());
+
+    reload();
+    bind();
+}
+
+QLineEdit* ProductEditForm::field(Field which) const
+{
+    return m_fields[static_cast<int>(which)];
+}
+
+QComboBox* ProductEditForm::picker(Picker which) const
+{
+    return m_pickers[static_cast<int>(which)];
+}
+
+QCheckBox* ProductEditForm::toggle(Toggle which) const
+{
+    return m_toggles[static_cast<int>(which)];
+}
+
+QWidget* ProductEditForm::buildIdentity()
+{
+    QGridLayout* grid = nullptr;
+    QWidget* section = makeSection(QStringLiteral("Identity"), grid, this);
+    for (ProductType type : productTypes)
+        picker(Picker::type)->addItem(ProductTypes::label(type));
+    addRow(grid, QStringLiteral("Type"), picker(Picker::type));
+    addRow(grid, QStringLiteral("Name"), field(Field::name));
+    addRow(grid, QStringLiteral("SKU"), field(Field::sku));
+    addRow(grid, QStringLiteral("Barcode"), field(Field::barcode));
+    addRow(grid, toggle(Toggle::active));
+
+    // Short, so that the picker keeps the room for the name.
+    m_newCategory = new QPushButton(QStringLiteral("New…"), section);
+    m_newCategory->setToolTip(QStringLiteral("New Category"));
+    m_newCategory->setAccessibleName(QStringLiteral("New Category"));
+    addRow(grid, QStringLiteral("Category"), picker(Picker::category),
+           pair(picker(Picker::category), m_newCategory));
+    m_newSupplier = new QPushButton(QStringLiteral("New…"), section);
+    m_newSupplier->setToolTip(QStringLiteral("New Supplier"));
+    m_newSupplier->setAccessibleName(QStringLiteral("New Supplier"));
+    addRow(grid, QStringLiteral("Supplier"), picker(Picker::supplier),
+           pair(picker(Picker::supplier), m_newSupplier));
+
+    for (SellingUnit unit : SellingUnits::all)
+        picker(Picker::unit)->addItem(SellingUnits::label(unit));
+    addRow(grid, QStringLiteral("Sold By"), picker(Picker::unit));
+    addRow(grid, Theme::label(ProductsViewModel::fractionNote(), Theme::Text::note, section));
+    return section;
+}
+
+QWidget* ProductEditForm::buildPricing()
+{
+    QGridLayout* grid = nullptr;
+    QWidget* section = makeSection(QStringLiteral("Pricing"), grid, this);
+    const QString symbol = m_model.currencySymbol();
+    m_costTitle = addRow(grid, QString(), amountBox(field(Field::costPrice), symbol, section));
+    m_priceTitle = addRow(grid, QString(), amountBox(field(Field::sellingPrice), symbol, section));
+    addRow(grid, toggle(Toggle::taxable));
+    addRow(grid, Theme::label(QStringLiteral("Turn off for items with no VAT or levies at all."),
+                              Theme::Text::note, section));
+
+    auto* taxes = new QVBoxLayout;
+    taxes->setSpacing(4);
+    picker(Picker::taxGroup)->setPlaceholderText(QStringLiteral("Choose taxes"));
+    taxes->addWidget(picker(Picker::taxGroup));
+    m_taxSummary = Theme::label(QString(), Theme::Text::note, section);
+    taxes->addWidget(m_taxSummary);
+    m_noTax = new QLabel(QStringLiteral("No tax is charged on this item."), section);
+    taxes->addWidget(m_noTax);
+    auto* taxesCaption = new QLabel(QStringLiteral("Taxes"), section);
+    taxesCaption->setBuddy(picker(Picker::taxGroup));
+    taxesCaption->setFixedWidth(captionWidth);
+    // Level with the picker's text, above the note that may follow it.
+    taxesCaption->setContentsMargins(0, 7, 0, 0);
+    picker(Picker::taxGroup)->setAccessibleName(QStringLiteral("Taxes"));
+    const int row = grid->rowCount();
+    grid->addWidget(taxesCaption, row, 0, Qt::AlignLeft | Qt::AlignTop);
+    grid->addLayout(taxes, row, 1);
+
+    m_margin = Theme::label(QString(), Theme::Text::strong, section);
+    addRow(grid, QStringLiteral("Margin"), m_margin);
+    return section;
+}
+
+QWidget* ProductEditForm::buildStock()
+{
+    QGridLayout* grid = nullptr;
+    QWidget* section = makeSection(QStringLiteral("Inventory"), grid, this);
+    m_stockOnHand = Theme::label(QString(), Theme::Text::strong, section);
+    m_stockRows.append(addRow(grid, QStringLiteral("Stock on Hand"), m_stockOnHand));
+    auto* stockNote =
+        Theme::label(QStringLiteral("Use Inventory to change stock quantity so a movement is recorded."),
+                     Theme::Text::note, section);
+    addRow(grid, stockNote);
+    // In a line of its own: a narrow field alone would narrow the whole column.
+    field(Field::reorderLevel)->setMaximumWidth(160);
+    auto* reorderLine = new QHBoxLayout;
+    reorderLine->addWidget(field(Field::reorderLevel));
+    reorderLine->addStretch();
+    m_stockRows << m_stockOnHand << stockNote << field(Field::reorderLevel)
+                << addRow(grid, QStringLiteral("Reorder Level"), field(Field::reorderLevel), reorderLine);
+
+    m_untrackedNote = Theme::label(QString(), Theme::Text::note, section);
+    grid->addWidget(m_untrackedNote, grid->rowCount(), 0, 1, 2);
+    m_uncountedNote = Theme::label(QString(), Theme::Text::note, section);
+    grid->addWidget(m_uncountedNote, grid->rowCount(), 0, 1, 2);
+    return section;
+}
+
+QWidget* ProductEditForm::buildStaff()
+{
+    QGridLayout* grid = nullptr;
+    m_staffSection = makeSection(QStringLiteral("Staff & Commission"), grid, this);
+    addRow(grid, toggle(Toggle::askForStaff));
+    QLineEdit* commission = field(Field::commission);
+    commission->setPlaceholderText(QStringLiteral("Staff's rate"));
+    commission->setMaximumWidth(120);
+    commission->setAlignment(Qt::AlignRight);
+    auto* line = new QHBoxLayout;
+    line->setSpacing(6);
+    line->addWidget(commission);
+    line->addWidget(new QLabel(QStringLiteral("%"), m_staffSection));
+    line->addStretch();
+    addRow(grid, QStringLiteral("Commission for This Service"), commission, line);
+    m_commissionError = new ErrorLabel(m_staffSection);
+    addRow(grid, m_commissionError);
+    return m_staffSection;
+}
+
+QWidget* ProductEditForm::buildCostHistory()
+{
+    auto* section = new QWidget(this);
+    auto* column = new QVBoxLayout(section);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->setSpacing(8);
+    column->addWidget(Theme::label(QStringLiteral("Cost History"), Theme::Text::heading, section));
+    auto* card = new QWidget(section);
+    Theme::markCard(card);
+    m_historyRows = new QVBoxLayout(card);
+    m_historyRows->setContentsMargins(20, 14, 20, 14);
+    m_historyRows->setSpacing(8);
+    column->addWidget(card);
+    return section;
+}
+
+QWidget* ProductEditForm::buildFooter()
+{
+    auto* footer = new QWidget(this);
+    footer->setObjectName(QStringLiteral("formFooter"));
+    auto* line = new QHBoxLayout(footer);
+    line->setContentsMargins(16, 10, 16, 14);
+    line->setSpacing(12);
+    m_delete = new QPushButton(QStringLiteral("Delete Product"), footer);
+    m_error = new ErrorLabel(footer);
+    m_saved = Theme::label(QStringLiteral("Saved"), Theme::Text::note, footer);
+    m_saved->hide();
+    m_save = new QPushButton(QStringLiteral("Save"), footer);
+    Theme::markPrimary(m_save);
+    m_save->setShortcut(QKeySequence::Save);
+    m_save->setToolTip(QStringLiteral("Save (Ctrl+S)"));
+    line->addWidget(m_delete);
+    line->addWidget(m_error, 1);
+    line->addStretch();
+    line->addWidget(m_saved);
+    line->addWidget(m_save);
+    return footer;
+}
+
+void ProductEditForm::bind()
+{
+    const auto text = [this](Field which, void (Product::*setter)(const QString&)) {
+        connect(field(which), &QLineEdit::textEdited, this, [this, setter](const QString& typed) {
+            ((*m_product).*setter)(typed);
+            changed();
+        });
+    };
+    text(Field::name, &Product::setName);
+    text(Field::sku, &Product::setSku);
+    text(Field::barcode, &Product::setBarcode);
+
+    // What is typed counts once it reads as an amount; leaving the field shows the amount taken.
+    const auto amount = [this](Field which, double (Product::*getter)() const,
+                               void (Product::*setter)(double)) {
+        QLineEdit* edit = field(which);
+        connect(edit, &QLineEdit::textEdited, this, [this, setter](const QString& typed) {
+            if (const std::optional<double> value = ProductsViewModel::amountFromText(typed)) {
+                ((*m_product).*setter)(*value);
+                showMargin();
+                changed();
+            }
+        });
+        connect(edit, &QLineEdit::editingFinished, this, [this, edit, getter] {
+            edit->setText(ProductsViewModel::amountText(((*m_product).*getter)()));
+        });
+    };
+    amount(Field::costPrice, &Product::costPrice, &Product::setCostPrice);
+    amount(Field::sellingPrice, &Product::sellingPrice, &Product::setSellingPrice);
+
+    connect(field(Field::reorderLevel), &QLineEdit::textEdited, this, [this](const QString& typed) {
+        if (const std::optional<double> level = ProductsViewModel::quantityFromText(typed)) {
+            m_product->setReorderLevel(*level);
+            changed();
+        }
+    });
+    connect(field(Field::reorderLevel), &QLineEdit::editingFinished, this,
+            [this] { field(Field::reorderLevel)->setText(Quantity::format(m_product->reorderLevel())); });
+    connect(field(Field::commission), &QLineEdit::textEdited, this, [this](const QString& typed) {
+        const ProductsViewModel::CommissionEntry entry = ProductsViewModel::commissionFromText(typed);
+        m_commissionError->setMessage(entry.isValid ? std::nullopt
+                                                    : std::optional(ProductsViewModel::commissionError()));
+        if (entry.isValid) {
+            m_product->setCommissionRate(entry.rate);
+            changed();
+        }
+    });
+
+    // clicked and activated, not toggled and currentIndexChanged: only the person's own choice acts.
+    connect(toggle(Toggle::active), &QCheckBox::clicked, this, [this](bool on) {
+        m_product->setIsActive(on);
+        changed();
+    });
+    connect(toggle(Toggle::taxable), &QCheckBox::clicked, this, [this](bool on) {
+        m_model.setTaxable(m_product, on);
+        showTaxes();
+        changed();
+    });
+    connect(toggle(Toggle::askForStaff), &QCheckBox::clicked, this, [this](bool on) {
+        m_product->setAskForStaff(on);
+        changed();
+    });
+    connect(picker(Picker::type), &QComboBox::activated, this, [this](int index) {
+        m_product->setProductType(productTypes[size_t(index)]);
+        showType();
+        changed();
+    });
+    connect(picker(Picker::unit), &QComboBox::activated, this, [this](int index) {
+        m_product->setSellingUnit(SellingUnits::all[size_t(index)]);
+        showUnit();
+        changed();
+    });
+    connect(picker(Picker::category), &QComboBox::activated, this, [this](int index) {
+        m_product->setCategory(index > 0 ? m_categories.value(index - 1) : nullptr);
+        changed();
+    });
+    connect(picker(Picker::supplier), &QComboBox::activated, this, [this](int index) {
+        m_product->setSupplier(picker(Picker::supplier)->itemData(index).toString());
+        changed();
+    });
+    connect(picker(Picker::taxGroup), &QComboBox::activated, this, [this](int index) {
+        m_model.setTaxGroup(m_product, m_taxGroups.value(index));
+        showTaxes();
+        changed();
+    });
+
+    connect(m_newCategory, &QPushButton::clicked, this, &ProductEditForm::openNewCategory);
+    connect(m_newSupplier, &QPushButton::clicked, this, &ProductEditForm::openNewSupplier);
+    connect(m_save, &QPushButton::clicked, this, &ProductEditForm::save);
+    connect(m_delete, &QPushButton::clicked, this, &ProductEditForm::confirmDelete);
+}
+
+void ProductEditForm::focusName()
+{
+    field(Field::name)->setFocus();
+    field(Field::name)->selectAll();
+}
+
+void ProductEditForm::reload()
+{
+    const Product& product = *m_product;
+    field(Field::name)->setText(product.name());
+    field(Field::sku)->setText(product.sku());
+    field(Field::barcode)->setText(product.barcode());
+    field(Field::costPrice)->setText(ProductsViewModel::amountText(product.costPrice()));
+    field(Field::sellingPrice)->setText(ProductsViewModel::amountText(product.sellingPrice()));
+    field(Field::reorderLevel)->setText(Quantity::format(product.reorderLevel()));
+    field(Field::commission)->setText(ProductsViewModel::commissionText(product.commissionRate()));
+    m_commissionError->setMessage(std::nullopt);
+    toggle(Toggle::active)->setChecked(product.isActive());
+    toggle(Toggle::askForStaff)->setChecked(product.askForStaff());
+    setComboIndex(picker(Picker::type),
+                  int(std::find(productTypes.begin(), productTypes.end(), product.productType()) -
+                      productTypes.begin()));
+    setComboIndex(picker(Picker::unit),
+                  int(std::find(SellingUnits::all.begin(), SellingUnits::all.end(), product.sellingUnit()) -
+                      SellingUnits::all.begin()));
+    fillCategories();
+    fillSuppliers();
+    fillTaxGroups();
+    showType();
+    showCostHistory();
+}
+
+void ProductEditForm::refresh()
+{
+    fillCategories();
+    fillSuppliers();
+    fillTaxGroups();
+    showTaxes();
+    showMargin();
+    showStock();
+    showCostHistory();
+}
+
+void ProductEditForm::fillCategories()
+{
+    m_categories = m_model.categories();
+    QComboBox* combo = picker(Picker::category);
+    const QSignalBlocker blocker(combo);
+    combo->clear();
+    combo->addItem(QStringLiteral("None"));
+    const Ref<Category> current = m_product->category();
+    for (const Ref<Category>& category : m_categories) {
+        combo->addItem(category->name());
+        if (category == current)
+            combo->setCurrentIndex(combo->count() - 1);
+    }
+}
+
+void ProductEditForm::fillSuppliers()
+{
+    QComboBox* combo = picker(Picker::supplier);
+    const QSignalBlocker blocker(combo);
+    combo->clear();
+    combo->addItem(QStringLiteral("None"), QString());
+    const QString current = m_product->supplier();
+    for (const Ref<Supplier>& supplier : m_model.suppliers())
+        combo->addItem(supplier->name(), supplier->name());
+    // A name that no supplier has any more (renamed, removed, imported) stays as it is.
+    int index = combo->findData(current);
+    if (index < 0) {
+        combo->addItem(current, current);
+        index = combo->count() - 1;
+    }
+    combo->setCurrentIndex(index);
+}
+
+void ProductEditForm::fillTaxGroups()
+{
+    m_taxGroups = m_model.taxGroups();
+    QComboBox* combo = picker(Picker::taxGroup);
+    const QSignalBlocker blocker(combo);
+    combo->clear();
+    const Ref<TaxGroup> current = m_product->taxGroup();
+    combo->setCurrentIndex(-1);
+    for (const Ref<TaxGroup>& group : m_taxGroups) {
+        combo->addItem(group->name());
+        if (group == current)
+            combo->setCurrentIndex(combo->count() - 1);
+    }
+}
+
+void ProductEditForm::showType()
+{
+    const ProductType type = m_product->productType();
+    for (QWidget* row : m_stockRows)
+        row->setVisible(type == ProductType::inventory);
+    m_untrackedNote->setVisible(type != ProductType::inventory);
+    if (type == ProductType::nonInventory)
+        m_untrackedNote->setText(
+            QStringLiteral("Non-inventory items are sold without counting stock — no stock "
+                           "levels, low-stock alerts or stock value."));
+    else if (type == ProductType::service)
+        m_untrackedNote->setText(QStringLiteral("Services have no stock. They're always available to sell."));
+    m_staffSection->setVisible(type == ProductType::service);
+    showUnit();
+    showTaxes();
+    showCostHistory();
+}
+
+void ProductEditForm::showUnit()
+{
+    const SellingUnit unit = m_product->sellingUnit();
+    m_costTitle->setText(ProductsViewModel::costPriceTitle(unit));
+    m_priceTitle->setText(ProductsViewModel::sellingPriceTitle(unit));
+    field(Field::costPrice)->setAccessibleName(m_costTitle->text());
+    field(Field::sellingPrice)->setAccessibleName(m_priceTitle->text());
+    showMargin();
+    showStock();
+}
+
+void ProductEditForm::showTaxes()
+{
+    const bool taxable = m_product->isTaxable();
+    toggle(Toggle::taxable)->setChecked(taxable);
+    picker(Picker::taxGroup)->setVisible(taxable);
+    const QString summary = ProductsViewModel::taxSummary(*m_product);
+    m_taxSummary->setText(summary);
+    m_taxSummary->setVisible(taxable && !summary.isEmpty());
+    m_noTax->setVisible(!taxable);
+    setComboIndex(picker(Picker::taxGroup), int(m_taxGroups.indexOf(m_product->taxGroup())));
+}
+
+void ProductEditForm::showMargin()
+{
+    m_margin->setText(m_model.marginText(*m_product));
+}
+
+void ProductEditForm::showStock()
+{
+    m_stockOnHand->setText(ProductsViewModel::stockOnHandText(*m_product));
+    const std::optional<QString> uncounted = ProductsViewModel::uncountedStockNote(*m_product);
+    m_uncountedNote->setText(uncounted.value_or(QString()));
+    m_uncountedNote->setVisible(uncounted.has_value());
+}
+
+void ProductEditForm::showCostHistory()
+{
+    // Made anew each time: the rows are few.
+    delete m_historyBody;
+    m_historyBody = new QWidget(m_historyRows->parentWidget());
+    auto* column = new QVBoxLayout(m_historyBody);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->setSpacing(10);
+    m_historyRows->addWidget(m_historyBody);
+    // A widget added to a form on show would otherwise wait for the event loop to appear.
+    if (isVisible())
+        m_historyBody->show();
+
+    const QList<CostHistoryRow> rows = m_model.costHistoryRows(m_product);
+    if (rows.isEmpty()) {
+        column->addWidget(Theme::label(ProductsViewModel::costHistoryEmptyText(*m_product), Theme::Text::note,
+                                       m_historyBody));
+        return;
+    }
+    for (const CostHistoryRow& row : rows) {
+        // Two lines, so that the history fits beside the list on a small screen.
+        auto* line = new QHBoxLayout;
+        line->setSpacing(16);
+        auto* what = new QLabel(row.what, m_historyBody);
+        what->setWordWrap(true);
+        line->addWidget(what, 1);
+        line->addWidget(new QLabel(row.change, m_historyBody), 0, Qt::AlignTop);
+        auto* entry = new QVBoxLayout;
+        entry->setSpacing(1);
+        entry->addLayout(line);
+        entry->addWidget(Theme::label(row.date, Theme::Text::note, m_historyBody));
+        column->addLayout(entry);
+    }
+    if (const std::optional<QString> more =
+            ProductsViewModel::costHistoryMoreText(m_model.costHistoryCount(m_product)))
+        column->addWidget(Theme::label(*more, Theme::Text::note, m_historyBody));
+}
+
+void ProductEditForm::changed()
+{
+    m_saved->hide();
+    Q_EMIT edited();
+}
+
+void ProductEditForm::save()
+{
+    const std::optional<QString> failure = m_model.save(m_product);
+    m_error->setMessage(failure);
+    m_saved->setVisible(!failure);
+    if (!failure) {
+        // The save trimmed them.
+        field(Field::name)->setText(m_product->name());
+        field(Field::sku)->setText(m_product->sku());
+        field(Field::barcode)->setText(m_product->barcode());
+    }
+}
+
+void ProductEditForm::confirmDelete()
+{
+    auto* box = new QMessageBox(QMessageBox::Warning, ProductsViewModel::deleteTitle(),
+                                ProductsViewModel::deleteTitle(), QMessageBox::NoButton, this);
+    box->setInformativeText(ProductsViewModel::deleteMessage());
+    QPushButton* remove = box->addButton(QStringLiteral("Delete"), QMessageBox::DestructiveRole);
+    // Return keeps the product.
+    box->setDefaultButton(box->addButton(QStringLiteral("Cancel"), QMessageBox::RejectRole));
+    box->setWindowModality(Qt::WindowModal);
+    box->setAttribute(Qt::WA_DeleteOnClose);
+    connect(box, &QMessageBox::buttonClicked, this, [this, remove](QAbstractButton* button) {
+        if (button == remove)
+            m_model.deleteProduct(m_product);
+    });
+    box->open();
+}
+
+void ProductEditForm::openNewCategory()
+{
+    auto* sheet = new NewCategorySheet(
+        m_model,
+        [this](const Ref<Category>& category) {
+            m_product->setCategory(category);
+            fillCategories();
+            changed();
+        },
+        this);
+    sheet->setAttribute(Qt::WA_DeleteOnClose);
+    sheet->open();
+}
+
+void ProductEditForm::openNewSupplier()
+{
+    auto* sheet = new NewSupplierSheet(
+        m_model,
+        [this](const Ref<Supplier>& supplier) {
+            m_product->setSupplier(supplier->name());
+            fillSuppliers();
+            changed();
+        },
+        this);
+    sheet->setAttribute(Qt::WA_DeleteOnClose);
+    sheet->open();
+}

@@ -1,0 +1,106 @@
+#pragma once
+
+#include "records/category.h"
+#include "records/product.h"
+#include "records/supplier.h"
+#include "records/taxgroup.h"
+
+#include <QWidget>
+
+class ErrorLabel;
+class ProductsViewModel;
+class QCheckBox;
+class QComboBox;
+class QGridLayout;
+class QLabel;
+class QLineEdit;
+class QPushButton;
+class QVBoxLayout;
+
+// The selected product's form: identity, pricing and taxes, stock, staff and commission, and the
+// cost history. Edits go straight onto the product; "Save" writes them. Stock is only shown: it
+// changes through Inventory, which writes a movement.
+class ProductEditForm : public QWidget {
+    Q_OBJECT
+
+public:
+    enum class Field { name, sku, barcode, costPrice, sellingPrice, reorderLevel, commission };
+    enum class Picker { type, category, supplier, unit, taxGroup };
+    enum class Toggle { active, taxable, askForStaff };
+
+    ProductEditForm(ProductsViewModel& model, Ref<Product> product, QWidget* parent = nullptr);
+
+    Ref<Product> product() const { return m_product; }
+    QLineEdit* field(Field which) const;
+    QComboBox* picker(Picker which) const;
+    QCheckBox* toggle(Toggle which) const;
+    QPushButton* newCategoryButton() const { return m_newCategory; }
+    QPushButton* newSupplierButton() const { return m_newSupplier; }
+    QPushButton* saveButton() const { return m_save; }
+    QPushButton* deleteButton() const { return m_delete; }
+    ErrorLabel* errorLabel() const { return m_error; }
+
+    // Ready for a new product's name: the field focused and its text selected.
+    void focusName();
+    // Everything shown anew from the product.
+    void reload();
+    // After a change elsewhere: the pickers' lists, the stock and the cost history, leaving what is
+    // being typed alone.
+    void refresh();
+
+Q_SIGNALS:
+    // The product was changed on the form (not yet saved).
+    void edited();
+
+private:
+    QWidget* buildIdentity();
+    QWidget* buildPricing();
+    QWidget* buildStock();
+    QWidget* buildStaff();
+    QWidget* buildCostHistory();
+    QWidget* buildFooter();
+    void bind();
+
+    void fillCategories();
+    void fillSuppliers();
+    void fillTaxGroups();
+    void showType();
+    void showUnit();
+    void showTaxes();
+    void showMargin();
+    void showStock();
+    void showCostHistory();
+    void changed();
+    void save();
+    void confirmDelete();
+    void openNewCategory();
+    void openNewSupplier();
+
+    ProductsViewModel& m_model;
+    Ref<Product> m_product;
+    QList<Ref<Category>> m_categories;
+    QList<Ref<TaxGroup>> m_taxGroups;
+
+    QList<QLineEdit*> m_fields;
+    QList<QComboBox*> m_pickers;
+    QList<QCheckBox*> m_toggles;
+    QPushButton* m_newCategory = nullptr;
+    QPushButton* m_newSupplier = nullptr;
+    QLabel* m_costTitle = nullptr;
+    QLabel* m_priceTitle = nullptr;
+    QLabel* m_taxSummary = nullptr;
+    QLabel* m_noTax = nullptr;
+    QLabel* m_margin = nullptr;
+    QList<QWidget*> m_stockRows;
+    QLabel* m_stockOnHand = nullptr;
+    QLabel* m_untrackedNote = nullptr;
+    QLabel* m_uncountedNote = nullptr;
+    QWidget* m_staffSection = nullptr;
+    ErrorLabel* m_commissionError = nullptr;
+    QVBoxLayout* m_historyRows = nullptr;
+    QWidget* m_historyBody = nullptr;
+    ErrorLabel* m_error = nullptr;
+    QLabel* m_saved = nullptr;
+    QPushButton* m_delete = nullptr;
+    QPushButton* m_save = nullptr;
+};

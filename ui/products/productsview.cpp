@@ -1,0 +1,321 @@
+#include "ui/products/productsview.h"
+
+#include "environment/appenvironment.h"
+#include "ui/controls/errorlabel.h"
+#include "ui/products/producteditform.h"
+#include "ui/products/productlistdelegate.h"
+#include "ui/style/theme.h"
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QHideEvent>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QMenu>
+#include <QPushButton>
+#include <QScrollBar>
+#include <QShowEvent>
+#include <QSignalBlocker>
+#include <QStackedWidget>
+#include <QTimer>
+#include <QVBoxLayout>
+
+#include <array>
+
+namespace {
+constexpr std::array<ProductType, 3> productTypes{ProductType::inventory, ProductType::nonInventory,
+                                                  ProductType::service};
+
+QWidget* emptyState(const QString& title, const QString& message, QWidget* parent)
+{
+    auto* state = new QWidget(parent);
+    auto* column = new QVBoxLayout(state);
+    column->setContentsMargins(24, 24, 24, 24);
+    column->setSpacing(6);
+    column->addStretch();
+    auto* heading = Theme::label(title, Theme::Text::heading, state);
+    heading->setAlignment(Qt::AlignCenter);
+    column->addWidget(heading);
+    auto* note = Theme::label(message, Theme::Text::note, state);
+    note->setAlignment(Qt::AlignCenter);
+    column->addWidget(note);
+    column->addStretch(2);
+    return state;
+}
+} // namespace
+
+ProductsView::ProductsView(AppEnvironment& environment, SessionStore& session, QWidget* parent)
+    : QWidget(parent)
+    , m_model(environment.modelContext(), session)
+{
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(32, 28, 32, 0);
+    layout->setSpacing(14);
+    layout->addWidget(buildHeader());
+    layout->addWidget(buildFilterBar());
+    m_error = new ErrorLabel(this);
+    layout->addWidget(m_error);
+    auto* body = new QHBoxLayout;
+    body->setSpacing(8);
+    body->addWidget(buildList());
+    body->addWidget(buildDetail(), 1);
+    layout->addLayout(body, 1);
+
+    connect(&m_model, &ProductsViewModel::errorMessageChanged, this,
+            [this] { m_error->setMessage(m_model.errorMessage()); });
+    connect(&m_model, &ProductsViewModel::filtersChanged, this, [this] {
+        // The model clears filters that would hide a new draft.
+        if (m_search->text() != m_model.searchText())
+            m_search->setText(m_model.searchText());
+        m_lowStock->setChecked(m_model.showOnlyLowStock());
+        m_inactive->setChecked(m_model.showOnlyInactive());
+        const std::optional<ProductType> type = m_model.typeFilter();
+        const QSignalBlocker blocker(m_type);
+        m_type->setCurrentIndex(
+            type ? int(std::find(productTypes.begin(), productTypes.end(), *type) - productTypes.begin()) + 1
+                 : 0);
+        refreshList();
+    });
+    connect(&m_model, &ProductsViewModel::selectionChanged, this, &ProductsView::showSelection);
+    connect(&m_model, &ProductsViewModel::productsChanged, this, [this] {
+        fillCategoryFilter();
+        // Not while the list is in the middle of changing its current row: it is rebuilt after.
+        if (m_changingRow)
+            QTimer::singleShot(0, this, &ProductsView::refreshList);
+        else
+            refreshList();
+        if (m_form)
+            m_form->refresh();
+    });
+
+    fillCategoryFilter();
+    refreshList();
+}
+
+QWidget* ProductsView::buildHeader()
+{
+    auto* header = new QWidget(this);
+    auto* line = new QHBoxLayout(header);
+    line->setContentsMargins(0, 0, 0, 0);
+    line->setSpacing(2);
+    line->addWidget(Theme::label(QStringLiteral("Products"), Theme::Text::title, header));
+    line->addStretch();
+
+    m_newProduct = new QPushButton(ProductsViewModel::newProductTitle(), header);
+    Theme::markPrimary(m_newProduct);
+    m_newProductMore = new QPushButton(QStringLiteral("▾"), header);
+    Theme::markPrimary(m_newProductMore);
+    m_newProductMore->setAccessibleName(ProductsViewModel::newProductMenuHelp());
+    m_newProductMore->setToolTip(ProductsViewModel::newProductMenuHelp());
+    m_newProductMenu = new QMenu(m_newProductMore);
+    m_newProductMenu->setToolTipsVisible(true);
+    for (ProductType type : productTypes) {
+        QAction* action = m_newProductMenu->addAction(ProductTypes::label(type));
+        connect(action, &QAction::triggered, this, [this, type] { newProduct(type); });
+    }
+    // Popped up by hand: a button's own menu arrow would sit beside this one.
+    connect(m_newProductMore, &QPushButton::clicked, this, [this] {
+        m_newProductMenu->popup(m_newProductMore->mapToGlobal(QPoint(0, m_newProductMore->height())));
+    });
+    line->addWidget(m_newProduct);
+    line->addWidget(m_newProductMore);
+    connect(m_newProduct, &QPushButton::clicked, this, [this] { newProduct(std::nullopt); });
+    return header;
+}
+
+QWidget* ProductsView::buildFilterBar()
+{
+    auto* bar = new QWidget(this);
+    auto* line = new QHBoxLayout(bar);
+    line->setContentsMargins(0, 0, 0, 0);
+    line->setSpacing(10);
+
+    m_search = new QLineEdit(bar);
+    m_search->setPlaceholderText(ProductsViewModel::searchPrompt());
+    m_search->setAccessibleName(ProductsViewModel::searchPrompt());
+    m_search->setClearButtonEnabled(true);
+    m_search->setMinimumWidth(180);
+    line->addWidget(m_search, 2);
+
+    m_category = new QComboBox(bar);
+    m_category->setAccessibleName(QStringLiteral("Category"));
+    m_category->setMinimumWidth(140);
+    line->addWidget(m_category, 1);
+
+    auto* typeCaption = new QLabel(ProductsViewModel::typeTitle(), bar);
+    m_type = new QComboBox(bar);
+    typeCaption->setBuddy(m_type);
+    m_type->setAccessibleName(ProductsViewModel::typeTitle());
+    m_type->setToolTip(ProductsViewModel::typeFilterHelp());
+    m_type->addItem(ProductsViewModel::allTypesTitle());
+    for (ProductType type : productTypes)
+        m_type->addItem(ProductsViewModel::typeFilterTitle(type));
+    line->addSpacing(6);
+    line->addWidget(typeCaption);
+    line->addWidget(m_type, 1);
+
+    m_lowStock = new QCheckBox(ProductsViewModel::lowStockTitle(), bar);
+    m_inactive = new QCheckBox(ProductsViewModel::inactiveTitle(), bar);
+    line->addSpacing(6);
+    line->addWidget(m_lowStock);
+    line->addWidget(m_inactive);
+
+    connect(m_search, &QLineEdit::textChanged, &m_model, &ProductsViewModel::setSearchText);
+    connect(m_category, &QComboBox::activated, this, [this](int index) {
+        const QUuid id(m_category->itemData(index).toString());
+        m_model.setSelectedCategoryID(id.isNull() ? std::nullopt : std::optional(id));
+    });
+    connect(m_type, &QComboBox::activated, this, [this](int index) {
+        m_model.setTypeFilter(index > 0 ? std::optional(productTypes[size_t(index - 1)]) : std::nullopt);
+    });
+    connect(m_lowStock, &QCheckBox::toggled, &m_model, &ProductsViewModel::setShowOnlyLowStock);
+    connect(m_inactive, &QCheckBox::toggled, &m_model, &ProductsViewModel::setShowOnlyInactive);
+    return bar;
+}
+
+QWidget* ProductsView::buildList()
+{
+    auto* card = new QWidget(this);
+    Theme::markCard(card);
+    card->setFixedWidth(320);
+    auto* column = new QVBoxLayout(card);
+    column->setContentsMargins(1, 6, 1, 6);
+    m_listStack = new QStackedWidget(card);
+    m_list = new QListWidget(m_listStack);
+    m_list->setFrameShape(QFrame::NoFrame);
+    m_list->setItemDelegate(new ProductListDelegate(m_list));
+    m_list->setMouseTracking(true);
+    m_list->setUniformItemSizes(true);
+    m_list->setAccessibleName(QStringLiteral("Products"));
+    m_list->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    m_emptyList = emptyState(ProductsViewModel::emptyTitle(), ProductsViewModel::emptyMessage(), m_listStack);
+    m_listStack->addWidget(m_list);
+    m_listStack->addWidget(m_emptyList);
+    column->addWidget(m_listStack);
+
+    connect(m_list, &QListWidget::currentRowChanged, this, [this](int row) {
+        if (row < 0 || row >= m_listed.size())
+            return;
+        m_changingRow = true;
+        m_model.select(m_listed[row]);
+        m_changingRow = false;
+    });
+    return card;
+}
+
+QWidget* ProductsView::buildDetail()
+{
+    m_detail = new QStackedWidget(this);
+    m_noSelection =
+        emptyState(ProductsViewModel::noSelectionTitle(), ProductsViewModel::noSelectionMessage(), m_detail);
+    m_detail->addWidget(m_noSelection);
+    return m_detail;
+}
+
+void ProductsView::fillCategoryFilter()
+{
+    const QSignalBlocker blocker(m_category);
+    m_category->clear();
+    m_category->addItem(ProductsViewModel::allCategoriesTitle(), QString());
+    const std::optional<QUuid> chosen = m_model.selectedCategoryID();
+    bool stillThere = false;
+    for (const Ref<Category>& category : m_model.categories()) {
+        m_category->addItem(category->name(), category->id().toString());
+        if (chosen == category->id()) {
+            m_category->setCurrentIndex(m_category->count() - 1);
+            stillThere = true;
+        }
+    }
+    if (chosen && !stillThere)
+        m_model.setSelectedCategoryID(std::nullopt);
+}
+
+void ProductsView::refreshList()
+{
+    m_listed = m_model.products();
+    const int scrolled = m_list->verticalScrollBar()->value();
+    const QSignalBlocker blocker(m_list);
+    m_list->clear();
+    const Ref<Product> selected = m_model.selectedProduct();
+    for (const Ref<Product>& product : m_listed) {
+        auto* item = new QListWidgetItem(m_list);
+        ProductListDelegate::fill(item, m_model.row(product));
+        if (product == selected)
+            m_list->setCurrentItem(item);
+    }
+    m_list->verticalScrollBar()->setValue(scrolled);
+    m_listStack->setCurrentWidget(m_listed.isEmpty() ? m_emptyList : m_list);
+}
+
+void ProductsView::updateRow(const Ref<Product>& product)
+{
+    const qsizetype row = m_listed.indexOf(product);
+    if (row >= 0)
+        ProductListDelegate::fill(m_list->item(int(row)), m_model.row(product));
+}
+
+void ProductsView::showSelection()
+{
+    const Ref<Product> selected = m_model.selectedProduct();
+    if (m_form && (!selected || m_form->product() != selected)) {
+        m_detail->removeWidget(m_form);
+        // It may be the form's own button that cleared the selection.
+        m_form->deleteLater();
+        m_form = nullptr;
+    }
+    {
+        const QSignalBlocker blocker(m_list);
+        const qsizetype row = m_listed.indexOf(selected);
+        m_list->setCurrentRow(int(row));
+    }
+    if (!selected) {
+        m_detail->setCurrentWidget(m_noSelection);
+        return;
+    }
+    if (!m_form) {
+        m_form = new ProductEditForm(m_model, selected, m_detail);
+        connect(m_form, &ProductEditForm::edited, this, [this] { updateRow(m_form->product()); });
+        m_detail->addWidget(m_form);
+    }
+    m_detail->setCurrentWidget(m_form);
+}
+
+void ProductsView::newProduct(std::optional<ProductType> type)
+{
+    if (m_model.newProduct(type) && m_form)
+        m_form->focusName();
+}
+
+QStringList ProductsView::listedNames() const
+{
+    QStringList names;
+    for (int row = 0; row < m_list->count(); ++row)
+        names.append(m_list->item(row)->text());
+    return names;
+}
+
+void ProductsView::selectRow(int row)
+{
+    m_list->setCurrentRow(row);
+}
+
+void ProductsView::showEvent(QShowEvent* event)
+{
+    QWidget::showEvent(event);
+    if (event->spontaneous())
+        return;
+    m_newProduct->setToolTip(ProductsViewModel::newProductHelp(m_model.defaultType()));
+    // Back from another screen: what changed there (a delivery's cost) is the new starting point.
+    m_model.reopenForm();
+    refreshList();
+    if (m_form)
+        m_form->reload();
+}
+
+void ProductsView::hideEvent(QHideEvent* event)
+{
+    QWidget::hideEvent(event);
+    if (!event->spontaneous())
+        m_model.closeForm();
+}

@@ -1,0 +1,76 @@
+#pragma once
+
+#include "stock/productsviewmodel.h"
+
+#include <QWidget>
+
+class AppEnvironment;
+class ErrorLabel;
+class ProductEditForm;
+class QCheckBox;
+class QComboBox;
+class QLineEdit;
+class QListWidget;
+class QMenu;
+class QPushButton;
+class QStackedWidget;
+
+// The "Products" section: the catalogue with its filter bar, "New Product" with a menu of the
+// three types, and the selected product's form beside the list.
+class ProductsView : public QWidget {
+    Q_OBJECT
+
+public:
+    ProductsView(AppEnvironment& environment, SessionStore& session, QWidget* parent = nullptr);
+
+    ProductsViewModel& model() { return m_model; }
+    QLineEdit* searchField() const { return m_search; }
+    QComboBox* categoryFilter() const { return m_category; }
+    QComboBox* typeFilter() const { return m_type; }
+    QCheckBox* lowStockToggle() const { return m_lowStock; }
+    QCheckBox* inactiveToggle() const { return m_inactive; }
+    QPushButton* newProductButton() const { return m_newProduct; }
+    QMenu* newProductMenu() const { return m_newProductMenu; }
+    QListWidget* list() const { return m_list; }
+    // Null while nothing is selected.
+    ProductEditForm* form() const { return m_form; }
+    ErrorLabel* errorLabel() const { return m_error; }
+    // The products listed, by name as shown.
+    QStringList listedNames() const;
+    // Selects the listed product of that row, as a click would.
+    void selectRow(int row);
+
+protected:
+    void showEvent(QShowEvent* event) override;
+    void hideEvent(QHideEvent* event) override;
+
+private:
+    QWidget* buildHeader();
+    QWidget* buildFilterBar();
+    QWidget* buildList();
+    QWidget* buildDetail();
+    void fillCategoryFilter();
+    void refreshList();
+    void showSelection();
+    void updateRow(const Ref<Product>& product);
+    void newProduct(std::optional<ProductType> type);
+
+    ProductsViewModel m_model;
+    QLineEdit* m_search = nullptr;
+    QComboBox* m_category = nullptr;
+    QComboBox* m_type = nullptr;
+    QCheckBox* m_lowStock = nullptr;
+    QCheckBox* m_inactive = nullptr;
+    QPushButton* m_newProduct = nullptr;
+    QPushButton* m_newProductMore = nullptr;
+    QMenu* m_newProductMenu = nullptr;
+    ErrorLabel* m_error = nullptr;
+    QStackedWidget* m_listStack = nullptr;
+    QListWidget* m_list = nullptr;
+    QWidget* m_emptyList = nullptr;
+    QStackedWidget* m_detail = nullptr;
+    QWidget* m_noSelection = nullptr;
+    ProductEditForm* m_form = nullptr;
+    QList<Ref<Product>> m_listed;
+    bool m_changingRow = false;
+};

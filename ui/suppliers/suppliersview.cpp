@@ -1,0 +1,385 @@
+#include "ui/suppliers/suppliersview.h"
+
+#include "environment/appenvironment.h"
+#include "ui/controls/errorlabel.h"
+#include "ui/style/theme.h"
+
+#include <QCheckBox>
+#include <QGridLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QMessageBox>
+#include <QPainter>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QScrollBar>
+#include <QShowEvent>
+#include <QSignalBlocker>
+#include <QStackedWidget>
+#include <QStyledItemDelegate>
+#include <QTimer>
+#include <QVBoxLayout>
+
+#include <array>
+
+namespace {
+QWidget* emptyState(const QString& title, const QString& message, QWidget* parent)
+{
+    auto* state = new QWidget(parent);
+    auto* column = new QVBoxLayout(state);
+    column->setContentsMargins(24, 24, 24, 24);
+    column->setSpacing(6);
+    column->addStretch();
+    auto* heading = Theme::label(title, Theme::Text::heading, state);
+    heading->setAlignment(Qt::AlignCenter);
+    column->addWidget(heading);
+    auto* note = Theme::label(message, Theme::Text::note, state);
+    note->setAlignment(Qt::AlignCenter);
+    column->addWidget(note);
+    column->addStretch(2);
+    return state;
+}
+
+constexpr int contactRole = Qt::UserRole + 1;
+constexpr int inactiveRole = Qt::UserRole + 2;
+
+// A supplier's row: the name in bold, "Inactive" beside it, phone and e-mail below.
+class SupplierRowDelegate : public QStyledItemDelegate {
+public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+
+    QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex&) const override
+    {
+        return {200, QFontMetrics(option.font).height() * 2 + 22};
+    }
+
+    void paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const override
+    {
+        painter->save();
+        const bool selected = option.state & QStyle::State_Selected;
+        if (selected)
+            painter->fillRect(option.rect, option.palette.color(QPalette::Highlight));
+        else if (option.state & QStyle::State_MouseOver)
+            painter->fillRect(option.rect, QColor(0xf0, 0xf3, 0xf6));
+        painter->setPen(QColor(0xee, 0xf0, 0xf3));
+        painter->drawLine(option.rect.bottomLeft(), option.rect.bottomRight());
+
+        const QRect area = option.rect.adjusted(14, 8, -14, -8);
+        QFont bold = option.font;
+        bold.setBold(true);
+        const QFontMetrics boldMetrics(bold);
+        QString name = index.data(Qt::DisplayRole).toString();
+        if (index.data(inactiveRole).toBool())
+            name += QStringLiteral(" · Inactive");
+        painter->setFont(bold);
+        painter->setPen(selected ? QColor(Qt::white) : QColor(0x1f, 0x23, 0x28));
+        const QRect top(area.left(), area.top(), area.width(), boldMetrics.height());
+        painter->drawText(top, Qt::AlignLeft | Qt::AlignVCenter,
+                          boldMetrics.elidedText(name, Qt::ElideRight, area.width()));
+        QFont small = option.font;
+        small.setPixelSize(13);
+        painter->setFont(small);
+        painter->setPen(selected ? QColor(0xdc, 0xe8, 0xf6) : QColor(0x5f, 0x6b, 0x7a));
+        const QRect bottom(area.left(), top.bottom() + 4, area.width(), area.bottom() - top.bottom() - 4);
+        painter->drawText(
+            bottom, Qt::AlignLeft | Qt::AlignVCenter,
+            QFontMetrics(small).elidedText(index.data(contactRole).toString(), Qt::ElideRight, area.width()));
+        painter->restore();
+    }
+};
+} // namespace
+
+SuppliersView::SuppliersView(AppEnvironment& environment, QWidget* parent)
+    : QWidget(parent)
+    , m_model(environment.modelContext())
+{
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(32, 28, 32, 24);
+    layout->setSpacing(14);
+
+    auto* header = new QHBoxLayout;
+    header->addWidget(Theme::label(QStringLiteral("Suppliers"), Theme::Text::title, this));
+    header->addStretch();
+    m_new = new QPushButton(SuppliersViewModel::newSupplierTitle(), this);
+    Theme::markPrimary(m_new);
+    header->addWidget(m_new);
+    layout->addLayout(header);
+
+    m_search = new QLineEdit(this);
+    m_search->setPlaceholderText(SuppliersViewModel::searchPrompt());
+    m_search->setAccessibleName(SuppliersViewModel::searchPrompt());
+    m_search->setClearButtonEnabled(true);
+    m_search->setMaximumWidth(400);
+    layout->addWidget(m_search);
+    m_error = new ErrorLabel(this);
+    layout->addWidget(m_error);
+
+    auto* body = new QHBoxLayout;
+    body->setSpacing(24);
+    body->addWidget(buildList());
+    body->addWidget(buildDetail(), 1);
+    layout->addLayout(body, 1);
+
+    connect(m_search, &QLineEdit::textChanged, &m_model, &SuppliersViewModel::setSearchText);
+    connect(&m_model, &SuppliersViewModel::searchTextChanged, this, [this] {
+        if (m_search->text() != m_model.searchText())
+            m_search->setText(m_model.searchText());
+        refreshList();
+    });
+    connect(&m_model, &SuppliersViewModel::errorMessageChanged, this,
+            [this] { m_error->setMessage(m_model.errorMessage()); });
+    connect(&m_model, &SuppliersViewModel::suppliersChanged, this, [this] {
+        // Not while the list is in the middle of changing its current row: it is rebuilt after.
+        if (m_changingRow)
+            QTimer::singleShot(0, this, &SuppliersView::refreshList);
+        else
+            refreshList();
+    });
+    connect(&m_model, &SuppliersViewModel::selectionChanged, this, &SuppliersView::showSelection);
+    connect(m_new, &QPushButton::clicked, this, [this] {
+        if (m_model.addSupplier()) {
+            field(Field::name)->setFocus();
+            field(Field::name)->selectAll();
+        }
+    });
+    refreshList();
+}
+
+QWidget* SuppliersView::buildList()
+{
+    auto* card = new QWidget(this);
+    Theme::markCard(card);
+    card->setFixedWidth(340);
+    auto* column = new QVBoxLayout(card);
+    column->setContentsMargins(1, 6, 1, 6);
+    m_listStack = new QStackedWidget(card);
+    m_list = new QListWidget(m_listStack);
+    m_list->setFrameShape(QFrame::NoFrame);
+    m_list->setAccessibleName(QStringLiteral("Suppliers"));
+    m_list->setItemDelegate(new SupplierRowDelegate(m_list));
+    m_list->setMouseTracking(true);
+    m_list->setUniformItemSizes(true);
+    m_emptyList =
+        emptyState(SuppliersViewModel::emptyTitle(), SuppliersViewModel::emptyMessage(), m_listStack);
+    m_listStack->addWidget(m_list);
+    m_listStack->addWidget(m_emptyList);
+    column->addWidget(m_listStack);
+
+    connect(m_list, &QListWidget::currentRowChanged, this, [this](int row) {
+        if (row < 0 || row >= m_listed.size())
+            return;
+        m_changingRow = true;
+        m_model.select(m_listed[row]);
+        m_changingRow = false;
+    });
+    return card;
+}
+
+QWidget* SuppliersView::buildDetail()
+{
+    m_detail = new QStackedWidget(this);
+    m_noSelection = emptyState(SuppliersViewModel::noSelectionTitle(),
+                               SuppliersViewModel::noSelectionMessage(), m_detail);
+    m_detail->addWidget(m_noSelection);
+
+    m_form = new QWidget(m_detail);
+    auto* column = new QVBoxLayout(m_form);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->setSpacing(8);
+    column->addWidget(Theme::label(QStringLiteral("Details"), Theme::Text::heading, m_form));
+    auto* card = new QWidget(m_form);
+    Theme::markCard(card);
+    card->setMaximumWidth(720);
+    auto* grid = new QGridLayout(card);
+    grid->setContentsMargins(20, 16, 20, 16);
+    grid->setHorizontalSpacing(16);
+    grid->setVerticalSpacing(10);
+    grid->setColumnMinimumWidth(0, 110);
+    grid->setColumnStretch(1, 1);
+    const auto addRow = [grid, card](const QString& caption, QWidget* field, Qt::Alignment align) {
+        const int row = grid->rowCount();
+        auto* label = new QLabel(caption, card);
+        label->setBuddy(field);
+        field->setAccessibleName(caption);
+        grid->addWidget(label, row, 0, Qt::AlignLeft | align);
+        grid->addWidget(field, row, 1);
+    };
+    const QStringList captions{QStringLiteral("Name"), QStringLiteral("Phone"), QStringLiteral("Email")};
+    for (const QString& caption : captions) {
+        auto* edit = new QLineEdit(card);
+        addRow(caption, edit, Qt::AlignVCenter);
+        m_fields.append(edit);
+    }
+    for (const QString& caption : {QStringLiteral("Address"), QStringLiteral("Notes")}) {
+        auto* edit = new QPlainTextEdit(card);
+        edit->setTabChangesFocus(true);
+        edit->setFixedHeight(72);
+        addRow(caption, edit, Qt::AlignTop);
+        m_notes.append(edit);
+    }
+    m_active = new QCheckBox(QStringLiteral("Active"), card);
+    grid->addWidget(m_active, grid->rowCount(), 1);
+    grid->addWidget(Theme::label(QStringLiteral("Inactive suppliers aren't offered when you pick a product's "
+                                                "supplier."),
+                                 Theme::Text::note, card),
+                    grid->rowCount(), 1);
+    column->addWidget(card);
+
+    auto* footer = new QHBoxLayout;
+    footer->setSpacing(12);
+    m_delete = new QPushButton(QStringLiteral("Delete Supplier"), m_form);
+    m_formError = new ErrorLabel(m_form);
+    m_saved = Theme::label(QStringLiteral("Saved"), Theme::Text::note, m_form);
+    m_saved->hide();
+    m_save = new QPushButton(QStringLiteral("Save"), m_form);
+    Theme::markPrimary(m_save);
+    m_save->setShortcut(QKeySequence::Save);
+    m_save->setToolTip(QStringLiteral("Save (Ctrl+S)"));
+    footer->addWidget(m_delete);
+    footer->addWidget(m_formError, 1);
+    footer->addStretch();
+    footer->addWidget(m_saved);
+    footer->addWidget(m_save);
+    auto* footerBox = new QWidget(m_form);
+    footerBox->setMaximumWidth(720);
+    footerBox->setLayout(footer);
+    footer->setContentsMargins(0, 4, 0, 0);
+    column->addWidget(footerBox);
+    column->addStretch();
+    m_detail->addWidget(m_form);
+
+    // Edits go straight onto the supplier; the list shows them once saved.
+    const auto edited = [this] { m_saved->hide(); };
+    const std::array<void (Supplier::*)(const QString&), 3> setters{&Supplier::setName, &Supplier::setPhone,
+                                                                    &Supplier::setEmail};
+    for (int i = 0; i < m_fields.size(); ++i) {
+        const auto setter = setters[size_t(i)];
+        connect(m_fields[i], &QLineEdit::textEdited, this, [this, setter, edited](const QString& text) {
+            if (const Ref<Supplier> supplier = m_model.selectedSupplier())
+                ((*supplier).*setter)(text);
+            edited();
+        });
+    }
+    const std::array<void (Supplier::*)(const QString&), 2> noteSetters{&Supplier::setAddress,
+                                                                        &Supplier::setNotes};
+    for (int i = 0; i < m_notes.size(); ++i) {
+        const auto setter = noteSetters[size_t(i)];
+        QPlainTextEdit* edit = m_notes[i];
+        connect(edit, &QPlainTextEdit::textChanged, this, [this, setter, edit, edited] {
+            if (const Ref<Supplier> supplier = m_model.selectedSupplier())
+                ((*supplier).*setter)(edit->toPlainText());
+            edited();
+        });
+    }
+    connect(m_active, &QCheckBox::clicked, this, [this, edited](bool on) {
+        if (const Ref<Supplier> supplier = m_model.selectedSupplier())
+            supplier->setIsActive(on);
+        edited();
+    });
+    connect(m_save, &QPushButton::clicked, this, &SuppliersView::save);
+    connect(m_delete, &QPushButton::clicked, this, &SuppliersView::confirmDelete);
+    return m_detail;
+}
+
+QLineEdit* SuppliersView::field(Field which) const
+{
+    return m_fields[static_cast<int>(which)];
+}
+
+QPlainTextEdit* SuppliersView::note(Note which) const
+{
+    return m_notes[static_cast<int>(which)];
+}
+
+void SuppliersView::refreshList()
+{
+    const QList<SupplierRow> rows = m_model.rows();
+    m_listed.clear();
+    const int scrolled = m_list->verticalScrollBar()->value();
+    const QSignalBlocker blocker(m_list);
+    m_list->clear();
+    for (const SupplierRow& row : rows) {
+        m_listed.append(row.supplier);
+        auto* item = new QListWidgetItem(row.name, m_list);
+        item->setData(contactRole, row.contact);
+        item->setData(inactiveRole, row.isInactive);
+        if (row.supplier == m_model.selectedSupplier())
+            m_list->setCurrentItem(item);
+    }
+    m_list->verticalScrollBar()->setValue(scrolled);
+    m_listStack->setCurrentWidget(m_listed.isEmpty() ? m_emptyList : m_list);
+}
+
+void SuppliersView::showSelection()
+{
+    const Ref<Supplier> supplier = m_model.selectedSupplier();
+    {
+        const QSignalBlocker blocker(m_list);
+        m_list->setCurrentRow(int(m_listed.indexOf(supplier)));
+    }
+    m_formError->setMessage(std::nullopt);
+    m_saved->hide();
+    if (!supplier) {
+        m_detail->setCurrentWidget(m_noSelection);
+        return;
+    }
+    field(Field::name)->setText(supplier->name());
+    field(Field::phone)->setText(supplier->phone());
+    field(Field::email)->setText(supplier->email());
+    for (QPlainTextEdit* edit : m_notes)
+        edit->blockSignals(true);
+    note(Note::address)->setPlainText(supplier->address());
+    note(Note::notes)->setPlainText(supplier->notes());
+    for (QPlainTextEdit* edit : m_notes)
+        edit->blockSignals(false);
+    m_active->setChecked(supplier->isActive());
+    m_detail->setCurrentWidget(m_form);
+}
+
+void SuppliersView::save()
+{
+    const Ref<Supplier> supplier = m_model.selectedSupplier();
+    if (!supplier)
+        return;
+    const std::optional<QString> failure = m_model.save(supplier);
+    m_formError->setMessage(failure);
+    m_saved->setVisible(!failure);
+    if (!failure)
+        field(Field::name)->setText(supplier->name());
+}
+
+void SuppliersView::confirmDelete()
+{
+    const Ref<Supplier> supplier = m_model.selectedSupplier();
+    if (!supplier)
+        return;
+    auto* box = new QMessageBox(QMessageBox::Warning, SuppliersViewModel::deleteTitle(),
+                                SuppliersViewModel::deleteTitle(), QMessageBox::NoButton, this);
+    box->setInformativeText(SuppliersViewModel::deleteMessage());
+    QPushButton* remove = box->addButton(QStringLiteral("Delete"), QMessageBox::DestructiveRole);
+    // Return keeps the supplier.
+    box->setDefaultButton(box->addButton(QStringLiteral("Cancel"), QMessageBox::RejectRole));
+    box->setWindowModality(Qt::WindowModal);
+    box->setAttribute(Qt::WA_DeleteOnClose);
+    connect(box, &QMessageBox::buttonClicked, this, [this, remove, supplier](QAbstractButton* button) {
+        if (button == remove)
+            m_model.deleteSupplier(supplier);
+    });
+    box->open();
+}
+
+QStringList SuppliersView::listedNames() const
+{
+    QStringList names;
+    for (const Ref<Supplier>& supplier : m_listed)
+        names.append(supplier->name());
+    return names;
+}
+
+void SuppliersView::showEvent(QShowEvent* event)
+{
+    QWidget::showEvent(event);
+    if (!event->spontaneous())
+        refreshList();
+}

@@ -1,0 +1,469 @@
+#include "ui/till/tillview.h"
+
+#include "environment/appenvironment.h"
+#include "money/currency.h"
+#include "records/user.h"
+#include "startup/sessionstore.h"
+#include "ui/controls/errorlabel.h"
+#include "ui/controls/formfields.h"
+#include "ui/controls/numerickeypad.h"
+#include "ui/controls/segmentedcontrol.h"
+#include "ui/navigation/appsection.h"
+#include "ui/style/theme.h"
+
+#include <QHBoxLayout>
+#include <QHeaderView>
+#include <QLabel>
+#include <QLineEdit>
+#include <QLocale>
+#include <QPushButton>
+#include <QShowEvent>
+#include <QTableWidget>
+#include <QVBoxLayout>
+
+#include <algorithm>
+
+namespace {
+// The pay type picker's segments, in the order of CashMovementTypes::all.
+constexpr int payInSegment = 0;
+constexpr int payOutSegment = 1;
+constexpr int visibleHistoryRows = 12;
+
+const QLocale& usLocale()
+{
+    static const QLocale locale(QLocale::English, QLocale::UnitedStates);
+    return locale;
+}
+
+QColor toneColour(ShiftHistoryRow::Tone tone)
+{
+    switch (tone) {
+    case ShiftHistoryRow::Tone::neutral:
+        return QColor(0x1f, 0x23, 0x28);
+    case ShiftHistoryRow::Tone::balanced:
+        return QColor(0x2e, 0x7d, 0x32);
+    case ShiftHistoryRow::Tone::over:
+        return QColor(0x1d, 0x5f, 0xa8);
+    case ShiftHistoryRow::Tone::shortOfCash:
+        return QColor(0xc6, 0x28, 0x28);
+    }
+    Q_UNREACHABLE();
+}
+
+// "Jun 3, 2025 9:05 AM – 5:30 PM", with the closing date too when the shift ran past midnight.
+QString shiftPeriod(const TillShift& shift)
+{
+    const QString dateAndTime = QStringLiteral("MMM d, yyyy h:mm AP");
+    const QDateTime opened = shift.openedAt().toLocalTime();
+    QString text = usLocale().toString(opened, dateAndTime);
+    if (const std::optional<QDateTime> closedAt = shift.closedAt()) {
+        const QDateTime closed = closedAt->toLocalTime();
+        text += QStringLiteral(" – ") + usLocale().toString(closed, closed.date() == opened.date()
+                                                                        ? QStringLiteral("h:mm AP")
+                                                                        : dateAndTime);
+    }
+    return text;
+}
+
+QWidget* makeCard(QWidget* parent, QVBoxLayout** layout)
+{
+    auto* card = new QWidget(parent);
+    Theme::markCard(card);
+    *layout = new QVBoxLayout(card);
+    (*layout)->setContentsMargins(20, 16, 20, 18);
+    (*layout)->setSpacing(12);
+    return card;
+}
+
+QLineEdit* makeMoneyEdit(QWidget* parent)
+{
+    auto* edit = new QLineEdit(parent);
+    edit->setPlaceholderText(TillViewModel::moneyHint());
+    edit->setInputMethodHints(Qt::ImhFormattedNumbersOnly);
+    edit->setAlignment(Qt::AlignRight);
+    return edit;
+}
+
+// A figure with its caption above it, both in one widget so that they show and hide together.
+QLabel* addFigure(QHBoxLayout* row, const QString& caption, QWidget* parent)
+{
+    auto* figure = new QWidget(parent);
+    auto* pair = new QVBoxLayout(figure);
+    pair->setContentsMargins(0, 0, 0, 0);
+    pair->setSpacing(2);
+    auto* value = Theme::label(QString(), Theme::Text::heading, figure);
+    value->setAccessibleName(caption);
+    pair->addWidget(Theme::label(caption, Theme::Text::note, figure));
+    pair->addWidget(value);
+    row->addWidget(figure);
+    return value;
+}
+
+QTableWidget* makeTable(int columns, const QString& name, QWidget* parent)
+{
+    auto* table = new QTableWidget(0, columns, parent);
+    table->setAccessibleName(name);
+    table->setEditTriggers(QAbstractItemView::NoEditTriggers);
+    table->setSelectionMode(QAbstractItemView::NoSelection);
+    table->setFocusPolicy(Qt::NoFocus);
+    table->setShowGrid(false);
+    table->setWordWrap(false);
+    table->setFrameShape(QFrame::NoFrame);
+    table->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    // Sized to its rows by fitHeight; a growing table would pad its card out.
+    table->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+    table->verticalHeader()->hide();
+    table->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+    table->verticalHeader()->setDefaultSectionSize(30);
+    table->horizontalHeader()->setHighlightSections(false);
+    table->horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
+    table->horizontalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
+    return table;
+}
+
+void fitHeight(QTableWidget* table, int maxRows)
+{
+    const int header =
+        table->horizontalHeader()->isVisible() ? table->horizontalHeader()->sizeHint().height() : 0;
+    table->setFixedHeight(
+        header + std::min(table->rowCount(), maxRows) * table->verticalHeader()->defaultSectionSize() + 2);
+}
+
+QTableWidgetItem* makeItem(const QString& text, bool alignRight = false)
+{
+    auto* item = new QTableWidgetItem(text);
+    if (alignRight)
+        item->setTextAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    return item;
+}
+} // namespace
+
+TillView::TillView(AppEnvironment& environment, SessionStore& session, QWidget* parent)
+    : QScrollArea(parent)
+    , m_session(session)
+    , m_model(environment.tillService(), environment.accountsService(), environment.modelContext(), session)
+{
+    setWidgetResizable(true);
+    setFrameShape(QFrame::NoFrame);
+    auto* page = new QWidget(this);
+    auto* column = new QVBoxLayout(page);
+    column->setContentsMargins(32, 28, 32, 32);
+    column->setSpacing(16);
+    column->addWidget(Theme::label(AppSections::title(AppSection::till), Theme::Text::title, page));
+
+    m_error = new ErrorLabel(page);
+    m_backupMessage = Theme::label(QString(), Theme::Text::note, page);
+    m_backupMessage->setTextFormat(Qt::PlainText);
+    m_backupMessage->hide();
+    column->addWidget(m_error);
+    column->addWidget(m_backupMessage);
+
+    QVBoxLayout* result = nullptr;
+    m_closedResult = makeCard(page, &result);
+    result->addWidget(Theme::label(QStringLiteral("Till Closed"), Theme::Text::heading, m_closedResult));
+    auto* resultRow = new QHBoxLayout;
+    resultRow->setSpacing(28);
+    m_closedExpected = new QLabel(m_closedResult);
+    m_closedCounted = new QLabel(m_closedResult);
+    m_closedVariance = Theme::label(QString(), Theme::Text::strong, m_closedResult);
+    resultRow->addWidget(m_closedExpected);
+    resultRow->addWidget(m_closedCounted);
+    resultRow->addWidget(m_closedVariance);
+    resultRow->addStretch();
+    result->addLayout(resultRow);
+    m_closedResult->hide();
+    column->addWidget(m_closedResult);
+
+    m_openFormPage = openForm();
+    m_openShiftPage = openShiftPage();
+    // One or the other is shown; a hidden one takes no room, as it would in a stack.
+    column->addWidget(m_openFormPage);
+    column->addWidget(m_openShiftPage);
+    column->addSpacing(8);
+    column->addWidget(historySection());
+    column->addStretch();
+    setWidget(page);
+
+    connect(&m_model, &TillViewModel::errorMessageChanged, this,
+            [this] { m_error->setMessage(m_model.errorMessage()); });
+    connect(&m_model, &TillViewModel::backupMessageChanged, this, [this] {
+        m_backupMessage->setText(m_model.backupMessage().value_or(QString()));
+        m_backupMessage->setVisible(m_model.backupMessage().has_value());
+    });
+    connect(&m_model, &TillViewModel::tillChanged, this, [this] {
+        if (isVisible())
+            refresh();
+        else
+            m_isStale = true;
+    });
+    connect(&m_session, &SessionStore::currentTillShiftChanged, this, &TillView::refresh);
+    connect(&m_session, &SessionStore::settingsChanged, this, &TillView::refresh);
+    refresh();
+}
+
+QWidget* TillView::openForm()
+{
+    using Model = TillViewModel;
+    QVBoxLayout* layout = nullptr;
+    QWidget* card = makeCard(nullptr, &layout);
+    layout->addWidget(Theme::label(Model::openTitle(), Theme::Text::heading, card));
+    layout->addWidget(Theme::label(Model::openMessage(), Theme::Text::subtitle, card));
+
+    m_openingFloat = makeMoneyEdit(card);
+    m_openingFloat->setFixedWidth(240);
+    m_open = new QPushButton(Model::openTitle(), card);
+    Theme::markPrimary(m_open);
+    // For a touch screen; the keys never take the focus from the field.
+    m_keypad = new NumericKeypad(card);
+
+    auto* entry = new QVBoxLayout;
+    entry->setSpacing(14);
+    addLabelledField(entry, Model::openingFloatTitle(), m_openingFloat);
+    entry->addWidget(m_open);
+    entry->addStretch();
+    auto* row = new QHBoxLayout;
+    row->setSpacing(32);
+    row->addLayout(entry);
+    row->addWidget(m_keypad, 0, Qt::AlignTop);
+    row->addStretch();
+    layout->addLayout(row);
+
+    bindText(m_openingFloat, m_model, &Model::openingFloatText, &Model::setOpeningFloatText,
+             &Model::fieldsChanged);
+    connect(m_keypad, &NumericKeypad::textEdited, &m_model, &Model::setOpeningFloatText);
+    // The keys go on from what was typed, not from what they last produced.
+    connect(&m_model, &Model::fieldsChanged, m_keypad,
+            [this] { m_keypad->setText(m_model.openingFloatText()); });
+    connect(m_openingFloat, &QLineEdit::returnPressed, m_open, &QPushButton::click);
+    connect(m_open, &QPushButton::clicked, this, [this] {
+        if (m_model.openShift()) {
+            m_lastClosed = nullptr;
+            refresh();
+            m_payAmount->setFocus();
+        }
+    });
+    return card;
+}
+
+QWidget* TillView::openShiftPage()
+{
+    using Model = TillViewModel;
+    auto* page = new QWidget;
+    auto* column = new QVBoxLayout(page);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->setSpacing(16);
+
+    QVBoxLayout* openLayout = nullptr;
+    QWidget* openCard = makeCard(page, &openLayout);
+    auto* titleRow = new QHBoxLayout;
+    titleRow->setSpacing(12);
+    titleRow->addWidget(Theme::label(Model::openCardTitle(), Theme::Text::heading, openCard));
+    m_since = Theme::label(QString(), Theme::Text::subtitle, openCard);
+    titleRow->addWidget(m_since);
+    titleRow->addStretch();
+    openLayout->addLayout(titleRow);
+    auto* figures = new QHBoxLayout;
+    figures->setSpacing(48);
+    m_floatFigure = addFigure(figures, Model::openingFloatTitle(), openCard);
+    m_cashSalesFigure = addFigure(figures, Model::cashSalesTitle(), openCard);
+    // Otherwise cash taken for customers' accounts would leave Expected Cash unexplained.
+    m_accountCashFigure = addFigure(figures, QStringLiteral("Account Payments"), openCard);
+    m_expectedFigure = addFigure(figures, Model::expectedCashTitle(), openCard);
+    figures->addStretch();
+    openLayout->addLayout(figures);
+    column->addWidget(openCard);
+
+    QVBoxLayout* moveLayout = nullptr;
+    QWidget* moveCard = makeCard(page, &moveLayout);
+    moveLayout->addWidget(Theme::label(Model::movementTitle(), Theme::Text::heading, moveCard));
+    QStringList typeLabels;
+    for (CashMovementType type : CashMovementTypes::all)
+        typeLabels << CashMovementTypes::label(type);
+    m_payType = new SegmentedControl(typeLabels, moveCard);
+    m_payType->setAccessibleName(Model::movementTitle());
+    moveLayout->addWidget(m_payType);
+    m_payAmount = makeMoneyEdit(moveCard);
+    addLabelledField(moveLayout, Model::amountTitle(), m_payAmount);
+    m_payReason = new QLineEdit(moveCard);
+    addLabelledField(moveLayout, Model::reasonTitle(), m_payReason);
+    m_recordMovement = new QPushButton(QStringLiteral("Record"), moveCard);
+    Theme::markPrimary(m_recordMovement);
+    moveLayout->addWidget(m_recordMovement, 0, Qt::AlignLeft);
+    m_movements = makeTable(4, Model::movementTitle(), moveCard);
+    m_movements->horizontalHeader()->hide();
+    m_movements->horizontalHeader()->setSectionResizeMode(2, QHeaderView::Stretch);
+    moveLayout->addWidget(m_movements);
+    moveLayout->addStretch();
+
+    QVBoxLayout* closeLayout = nullptr;
+    QWidget* closeCard = makeCard(page, &closeLayout);
+    closeLayout->addWidget(Theme::label(Model::closeTitle(), Theme::Text::heading, closeCard));
+    m_countedCash = makeMoneyEdit(closeCard);
+    addLabelledField(closeLayout, Model::countedCashTitle(), m_countedCash);
+    m_notes = new QLineEdit(closeCard);
+    addLabelledField(closeLayout, Model::notesTitle(), m_notes);
+    m_close = new QPushButton(QStringLiteral("Close"), closeCard);
+    closeLayout->addWidget(m_close, 0, Qt::AlignLeft);
+    closeLayout->addStretch();
+
+    auto* forms = new QHBoxLayout;
+    forms->setSpacing(16);
+    forms->addWidget(moveCard, 1);
+    forms->addWidget(closeCard, 1);
+    column->addLayout(forms);
+
+    bindText(m_payAmount, m_model, &Model::payAmountText, &Model::setPayAmountText, &Model::fieldsChanged);
+    bindText(m_payReason, m_model, &Model::payReason, &Model::setPayReason, &Model::fieldsChanged);
+    bindText(m_countedCash, m_model, &Model::countedCashText, &Model::setCountedCashText,
+             &Model::fieldsChanged);
+    bindText(m_notes, m_model, &Model::closingNotes, &Model::setClosingNotes, &Model::fieldsChanged);
+    connect(m_payType, &SegmentedControl::currentIndexChanged, &m_model, [this](int index) {
+        m_model.setPayType(index == payOutSegment ? CashMovementType::payOut : CashMovementType::payIn);
+    });
+    connect(&m_model, &Model::fieldsChanged, m_payType, [this] {
+        m_payType->setCurrentIndex(m_model.payType() == CashMovementType::payOut ? payOutSegment
+                                                                                 : payInSegment);
+    });
+    connect(m_payAmount, &QLineEdit::returnPressed, m_payReason, [this] { m_payReason->setFocus(); });
+    connect(m_payReason, &QLineEdit::returnPressed, m_recordMovement, &QPushButton::click);
+    connect(m_recordMovement, &QPushButton::clicked, this, [this] {
+        const Ref<TillShift> shift = m_model.openShiftShown();
+        if (!shift)
+            return;
+        if (m_model.recordCashMovement(shift))
+            m_payAmount->setFocus();
+    });
+    // Closing can't be undone, so only a click on "Close" does it; Return stops at the notes.
+    connect(m_countedCash, &QLineEdit::returnPressed, m_notes, [this] { m_notes->setFocus(); });
+    connect(m_close, &QPushButton::clicked, this, [this] {
+        const Ref<TillShift> shift = m_model.openShiftShown();
+        if (!shift)
+            return;
+        if (m_model.closeShift(shift)) {
+            m_lastClosed = shift;
+            refresh();
+            m_openingFloat->setFocus();
+        }
+    });
+    return page;
+}
+
+QWidget* TillView::historySection()
+{
+    using Model = TillViewModel;
+    auto* section = new QWidget;
+    auto* column = new QVBoxLayout(section);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->setSpacing(10);
+    column->addWidget(Theme::label(Model::historyTitle(), Theme::Text::heading, section));
+    QVBoxLayout* layout = nullptr;
+    QWidget* card = makeCard(section, &layout);
+    m_history = makeTable(5, Model::historyTitle(), card);
+    // Each cell says what it is ("Expected ₵150.00"), so the columns need no titles.
+    m_history->horizontalHeader()->hide();
+    m_history->horizontalHeader()->setSectionResizeMode(1, QHeaderView::Stretch);
+    m_noHistory = Theme::label(Model::noHistoryMessage(), Theme::Text::note, card);
+    layout->addWidget(m_history);
+    layout->addWidget(m_noHistory);
+    column->addWidget(card);
+    return section;
+}
+
+void TillView::showEvent(QShowEvent* event)
+{
+    QScrollArea::showEvent(event);
+    if (m_isStale)
+        refresh();
+}
+
+bool TillView::isShowingOpenShift() const
+{
+    return !m_openShiftPage->isHidden();
+}
+
+QString TillView::money(double amount) const
+{
+    const Ref<AppSettings> settings = m_session.settings();
+    return Currency::format(amount, settings ? settings->currencySymbol() : Currency::fixedSign);
+}
+
+void TillView::refresh()
+{
+    m_isStale = false;
+    const Ref<TillShift> shift = m_model.openShiftShown();
+    if (shift)
+        refreshOpenShift(shift);
+    m_openShiftPage->setVisible(shift != nullptr);
+    m_openFormPage->setVisible(shift == nullptr);
+    showClosedResult();
+    refreshHistory();
+}
+
+void TillView::refreshOpenShift(const Ref<TillShift>& shift)
+{
+    m_since->setText(TillViewModel::sinceText(*shift));
+    const ShiftFigures figures = m_model.figures(shift);
+    m_floatFigure->setText(money(figures.openingFloat));
+    m_cashSalesFigure->setText(money(figures.cashSales));
+    m_accountCashFigure->setText(money(figures.accountCash));
+    m_accountCashFigure->parentWidget()->setVisible(figures.accountCash != 0);
+    m_expectedFigure->setText(money(figures.expectedCash));
+
+    const QList<Ref<CashMovement>> movements = m_model.movements(shift);
+    m_movements->setRowCount(static_cast<int>(movements.size()));
+    for (int row = 0; row < movements.size(); ++row) {
+        const CashMovement& movement = *movements[row];
+        const CashMovementType type = CashMovementTypes::fromRaw(movement.typeRaw());
+        const double signedAmount = type == CashMovementType::payOut ? -movement.amount() : movement.amount();
+        m_movements->setItem(
+            row, 0,
+            makeItem(usLocale().toString(movement.timestamp().toLocalTime().time(), QLocale::ShortFormat)));
+        m_movements->setItem(row, 1, makeItem(CashMovementTypes::label(type)));
+        m_movements->setItem(row, 2, makeItem(movement.reason()));
+        m_movements->setItem(row, 3, makeItem(money(signedAmount), true));
+    }
+    fitHeight(m_movements, 6);
+    m_movements->scrollToBottom();
+    m_movements->setVisible(!movements.isEmpty());
+}
+
+void TillView::refreshHistory()
+{
+    const QList<ShiftHistoryRow> rows = m_model.shiftHistory();
+    m_history->setRowCount(static_cast<int>(rows.size()));
+    for (int row = 0; row < rows.size(); ++row) {
+        const ShiftHistoryRow& line = rows[row];
+        const Ref<User> cashier = line.shift->cashier();
+        auto* variance = makeItem(line.varianceText, true);
+        variance->setForeground(toneColour(line.tone));
+        QFont strong = variance->font();
+        strong.setWeight(QFont::DemiBold);
+        variance->setFont(strong);
+        m_history->setItem(row, 0, makeItem(shiftPeriod(*line.shift)));
+        m_history->setItem(row, 1, makeItem(cashier ? cashier->name() : QString()));
+        m_history->setItem(row, 2, makeItem(line.expectedText, true));
+        m_history->setItem(row, 3, makeItem(line.countedText, true));
+        m_history->setItem(row, 4, variance);
+        // The notes of the close, where there is room for them.
+        for (int column = 0; column < m_history->columnCount(); ++column)
+            m_history->item(row, column)->setToolTip(line.shift->notes());
+    }
+    fitHeight(m_history, visibleHistoryRows);
+    m_history->setVisible(!rows.isEmpty());
+    m_noHistory->setVisible(rows.isEmpty());
+}
+
+void TillView::showClosedResult()
+{
+    // Gone once another shift is open, or when the shift closed has been deleted.
+    if (m_model.openShiftShown() || !m_lastClosed || !m_lastClosed->closedAt()) {
+        m_closedResult->hide();
+        return;
+    }
+    const ShiftHistoryRow row = ShiftHistoryRow::make(m_lastClosed);
+    m_closedExpected->setText(row.expectedText);
+    m_closedCounted->setText(row.countedText);
+    m_closedVariance->setText(row.varianceText);
+    m_closedVariance->setStyleSheet(QStringLiteral("color: %1;").arg(toneColour(row.tone).name()));
+    m_closedResult->show();
+}
