@@ -26,15 +26,10 @@ CustomerDetailModel::CustomerDetailModel(AccountsService& accounts, LoyaltyServi
     m_address = m_customer->address();
     m_allowCredit = m_customer->allowCredit();
     m_creditLimitText = QString::number(m_customer->creditLimit(), 'f', 2);
-    connect(&m_context, &ModelContext::didChange, this, [this](const QSet<QString>& names) {
-        for (const Entity* entity : {&Customer::schema(), &Sale::schema(), &Payment::schema(),
-                                     &CustomerPayment::schema(), &LoyaltyEntry::schema()}) {
-            if (names.contains(entity->name)) {
-                Q_EMIT detailChanged();
-                return;
-            }
-        }
-    });
+    m_context.onChange(this,
+                       {&Customer::schema(), &Sale::schema(), &Payment::schema(), &CustomerPayment::schema(),
+                        &LoyaltyEntry::schema()},
+                       [this] { Q_EMIT detailChanged(); });
 }
 
 void CustomerDetailModel::assign(QString& field, const QString& value)

@@ -14,15 +14,9 @@ CustomersViewModel::CustomersViewModel(AccountsService& accounts, ModelContext& 
     , m_context(context)
     , m_session(session)
 {
-    connect(&m_context, &ModelContext::didChange, this, [this](const QSet<QString>& names) {
-        for (const Entity* entity :
-             {&Customer::schema(), &Sale::schema(), &Payment::schema(), &CustomerPayment::schema()}) {
-            if (names.contains(entity->name)) {
-                Q_EMIT customersChanged();
-                return;
-            }
-        }
-    });
+    m_context.onChange(this,
+                       {&Customer::schema(), &Sale::schema(), &Payment::schema(), &CustomerPayment::schema()},
+                       [this] { Q_EMIT customersChanged(); });
 }
 
 void CustomersViewModel::setSearchText(const QString& text)

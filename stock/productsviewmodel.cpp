@@ -41,15 +41,10 @@ ProductsViewModel::ProductsViewModel(ModelContext& context, SessionStore& sessio
     , m_context(context)
     , m_session(session)
 {
-    connect(&m_context, &ModelContext::didChange, this, [this](const QSet<QString>& names) {
-        for (const Entity* entity : {&Product::schema(), &Category::schema(), &Supplier::schema(),
-                                     &TaxGroup::schema(), &InventoryMovement::schema()}) {
-            if (names.contains(entity->name)) {
-                Q_EMIT productsChanged();
-                return;
-            }
-        }
-    });
+    m_context.onChange(this,
+                       {&Product::schema(), &Category::schema(), &Supplier::schema(), &TaxGroup::schema(),
+                        &InventoryMovement::schema()},
+                       [this] { Q_EMIT productsChanged(); });
 }
 
 QString ProductsViewModel::typeFilterTitle(ProductType type)

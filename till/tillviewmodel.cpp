@@ -60,15 +60,10 @@ TillViewModel::TillViewModel(TillService& till, AccountsService& accounts, Model
     , m_context(context)
     , m_session(session)
 {
-    connect(&m_context, &ModelContext::didChange, this, [this](const QSet<QString>& names) {
-        for (const Entity* entity : {&TillShift::schema(), &CashMovement::schema(), &Sale::schema(),
-                                     &Payment::schema(), &CustomerPayment::schema()}) {
-            if (names.contains(entity->name)) {
-                Q_EMIT tillChanged();
-                return;
-            }
-        }
-    });
+    m_context.onChange(this,
+                       {&TillShift::schema(), &CashMovement::schema(), &Sale::schema(), &Payment::schema(),
+                        &CustomerPayment::schema()},
+                       [this] { Q_EMIT tillChanged(); });
 }
 
 void TillViewModel::assign(QString& field, const QString& value)

@@ -429,3 +429,20 @@ QVariant ModelContext::scalar(const QString& sql, const QVariantList& bindings)
     flush();
     return m_connection.scalar(sql, bindings);
 }
+
+void ModelContext::onChange(QObject* receiver, std::initializer_list<const Entity*> entities,
+                            std::function<void()> handler)
+{
+    QStringList names;
+    for (const Entity* entity : entities)
+        names.append(entity->name);
+    connect(this, &ModelContext::didChange, receiver,
+            [names, handler = std::move(handler)](const QSet<QString>& changed) {
+                for (const QString& name : names) {
+                    if (changed.contains(name)) {
+                        handler();
+                        return;
+                    }
+                }
+            });
+}

@@ -8,6 +8,8 @@
 #include <QObject>
 #include <QSet>
 
+#include <functional>
+#include <initializer_list>
 #include <vector>
 
 // The unit of work over one store file. Changes made to live objects are written inside an open
@@ -53,6 +55,11 @@ public:
         return std::static_pointer_cast<T>(find(T::schema(), Record::uuidText(id)));
     }
     template <class T> qint64 count(const Condition& filter = {}) { return count(T::schema(), filter); }
+
+    // Calls handler after each save or rollback that touched any of the given record types, for as
+    // long as receiver lives: how screens keep their lists live.
+    void onChange(QObject* receiver, std::initializer_list<const Entity*> entities,
+                  std::function<void()> handler);
 
     // For answers the record API can't give (sums, the highest number); pending changes are
     // written first so the answer includes them.

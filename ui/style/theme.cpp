@@ -40,9 +40,9 @@ QLabel[kind="error"] { color: #c62828; }
 *[kind="card"] { background: #ffffff; border: 1px solid #dde1e6; border-radius: 12px; }
 *[kind="card"] QLabel { background: transparent; border: none; }
 
-QLineEdit, QComboBox { background: #ffffff; border: 1px solid #c9cfd6; border-radius: 6px;
+QLineEdit, QComboBox, QPlainTextEdit { background: #ffffff; border: 1px solid #c9cfd6; border-radius: 6px;
                        padding: 6px 8px; min-height: 20px; selection-background-color: #2f6fb3; }
-QLineEdit:focus, QComboBox:focus { border: 1px solid #2f6fb3; }
+QLineEdit:focus, QComboBox:focus, QPlainTextEdit:focus { border: 1px solid #2f6fb3; }
 QComboBox::drop-down { border: none; width: 22px; }
 
 QPushButton { background: #ffffff; border: 1px solid #c9cfd6; border-radius: 6px; padding: 7px 16px;
