@@ -8,7 +8,7 @@
 
 FirstRunSetupModel::FirstRunSetupModel(ModelContext& context, SettingsLoader loadOrCreateSettings,
                                        SessionStore& session, QObject* parent)
-    : QObject(parent)
+    : ViewModel(parent)
     , m_context(context)
     , m_loadOrCreateSettings(std::move(loadOrCreateSettings))
     , m_session(session)
@@ -46,14 +46,6 @@ void FirstRunSetupModel::assign(QString& field, const QString& value, void (Firs
         return;
     field = value;
     Q_EMIT(this->*changed)();
-}
-
-void FirstRunSetupModel::setErrorMessage(const std::optional<QString>& message)
-{
-    if (message == m_errorMessage)
-        return;
-    m_errorMessage = message;
-    Q_EMIT errorMessageChanged();
 }
 
 std::optional<QString> FirstRunSetupModel::validationMessage() const

@@ -3,8 +3,8 @@
 #include "records/appsettings.h"
 #include "startup/sessionstore.h"
 #include "store/modelcontext.h"
+#include "viewmodel/viewmodel.h"
 
-#include <QObject>
 #include <QString>
 
 #include <functional>
@@ -12,7 +12,7 @@
 
 // The first-run screen's state: names the business and makes its first admin, who is then
 // signed in without typing anything again.
-class FirstRunSetupModel : public QObject {
+class FirstRunSetupModel : public ViewModel {
     Q_OBJECT
 
 public:
@@ -32,7 +32,6 @@ public:
     void setAdminPassword(const QString& text);
     QString confirmPassword() const { return m_confirmPassword; }
     void setConfirmPassword(const QString& text);
-    std::optional<QString> errorMessage() const { return m_errorMessage; }
 
     // Returns whether the admin was made and signed in; otherwise errorMessage says why.
     bool create();
@@ -43,11 +42,9 @@ Q_SIGNALS:
     void adminUsernameChanged();
     void adminPasswordChanged();
     void confirmPasswordChanged();
-    void errorMessageChanged();
 
 private:
     void assign(QString& field, const QString& value, void (FirstRunSetupModel::*changed)());
-    void setErrorMessage(const std::optional<QString>& message);
     std::optional<QString> validationMessage() const;
 
     ModelContext& m_context;
@@ -58,5 +55,4 @@ private:
     QString m_adminUsername;
     QString m_adminPassword;
     QString m_confirmPassword;
-    std::optional<QString> m_errorMessage;
 };

@@ -4,7 +4,7 @@
 #include "store/storeerror.h"
 
 LoginViewModel::LoginViewModel(AuthServicing& auth, SessionStore& session, QObject* parent)
-    : QObject(parent)
+    : ViewModel(parent)
     , m_auth(auth)
     , m_session(session)
 {
@@ -40,14 +40,6 @@ void LoginViewModel::setIsUsingPin(bool isUsingPin)
         return;
     m_isUsingPin = isUsingPin;
     Q_EMIT isUsingPinChanged();
-}
-
-void LoginViewModel::setErrorMessage(const std::optional<QString>& message)
-{
-    if (message == m_errorMessage)
-        return;
-    m_errorMessage = message;
-    Q_EMIT errorMessageChanged();
 }
 
 QString LoginViewModel::title() const

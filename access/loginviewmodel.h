@@ -2,15 +2,15 @@
 
 #include "access/authservicing.h"
 #include "startup/sessionstore.h"
+#include "viewmodel/viewmodel.h"
 
-#include <QObject>
 #include <QString>
 
 #include <optional>
 
 // The sign-in screen's state. A wrong entry only shows its message: nothing is counted or slowed
 // down, and what was typed stays to be corrected in place.
-class LoginViewModel : public QObject {
+class LoginViewModel : public ViewModel {
     Q_OBJECT
 
 public:
@@ -24,7 +24,6 @@ public:
     void setPin(const QString& pin);
     bool isUsingPin() const { return m_isUsingPin; }
     void setIsUsingPin(bool isUsingPin);
-    std::optional<QString> errorMessage() const { return m_errorMessage; }
 
     // The business's name once there are settings, else the product's.
     QString title() const;
@@ -38,10 +37,8 @@ Q_SIGNALS:
     void passwordChanged();
     void pinChanged();
     void isUsingPinChanged();
-    void errorMessageChanged();
 
 private:
-    void setErrorMessage(const std::optional<QString>& message);
     template <class Login, class ClearSecret> bool signIn(Login login, ClearSecret clearSecret);
 
     AuthServicing& m_auth;
@@ -50,5 +47,4 @@ private:
     QString m_password;
     QString m_pin;
     bool m_isUsingPin = false;
-    std::optional<QString> m_errorMessage;
 };

@@ -16,7 +16,7 @@ bool isAdmin(const User& user)
 
 UserAccountsViewModel::UserAccountsViewModel(ModelContext& context, AuthServicing& auth,
                                              SessionStore& session, QObject* parent)
-    : QObject(parent)
+    : ViewModel(parent)
     , m_context(context)
     , m_auth(auth)
     , m_session(session)
@@ -63,14 +63,6 @@ void UserAccountsViewModel::assign(QString& field, const QString& value,
         return;
     field = value;
     Q_EMIT(this->*changed)();
-}
-
-void UserAccountsViewModel::setErrorMessage(const std::optional<QString>& message)
-{
-    if (message == m_errorMessage)
-        return;
-    m_errorMessage = message;
-    Q_EMIT errorMessageChanged();
 }
 
 bool UserAccountsViewModel::createUser()

@@ -4,8 +4,8 @@
 #include "records/enums.h"
 #include "startup/sessionstore.h"
 #include "store/modelcontext.h"
+#include "viewmodel/viewmodel.h"
 
-#include <QObject>
 #include <QString>
 
 #include <optional>
@@ -24,7 +24,7 @@ struct UserAccountRow {
 
 // The "User Accounts" section of Settings: the accounts list, its switches and PIN dialog, and the
 // "Add User" form. Accounts are never deleted, and their role and password never change.
-class UserAccountsViewModel : public QObject {
+class UserAccountsViewModel : public ViewModel {
     Q_OBJECT
 
 public:
@@ -47,7 +47,6 @@ public:
     void setNewRole(UserRole role);
     QString newPin() const { return m_newPin; }
     void setNewPin(const QString& text);
-    std::optional<QString> errorMessage() const { return m_errorMessage; }
 
     // "Create User". On success the form is emptied except for the role, which stays for the next.
     bool createUser();
@@ -73,13 +72,11 @@ Q_SIGNALS:
     void newPasswordChanged();
     void newRoleChanged();
     void newPinChanged();
-    void errorMessageChanged();
     // The rows are out of date: an account changed, or someone else signed in.
     void usersChanged();
 
 private:
     void assign(QString& field, const QString& value, void (UserAccountsViewModel::*changed)());
-    void setErrorMessage(const std::optional<QString>& message);
 
     ModelContext& m_context;
     AuthServicing& m_auth;
@@ -89,5 +86,4 @@ private:
     QString m_newPassword;
     UserRole m_newRole = UserRole::cashier;
     QString m_newPin;
-    std::optional<QString> m_errorMessage;
 };

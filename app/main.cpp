@@ -1,3 +1,4 @@
+#include "clock/clock.h"
 #include "environment/startuperror.h"
 #include "environment/tallyrunapp.h"
 #include "startup/appprofile.h"
@@ -26,6 +27,7 @@ int stopAtStartup(const QString& description)
 
 int main(int argc, char* argv[])
 {
+    Clock::readLocalZoneOnce();
     // Before the first QSettings, so preferences land under Tallyrun.
     QCoreApplication::setOrganizationName(AppProfile::organizationName());
     QCoreApplication::setApplicationName(AppProfile::applicationName());

@@ -1,12 +1,12 @@
-#include "storegenerator.h"
+#include "benchstores.h"
 
+#include "clock/clock.h"
 #include "money/taxcalculator.h"
 #include "records/posschema.h"
 #include "records/records.h"
 
 #include <benchmark/benchmark.h>
 
-#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QProcess>
@@ -20,27 +20,6 @@
 namespace {
 
 constexpr double secondsPerDay = 86400.0;
-
-// Made once and kept between runs: generating the full store takes far longer than any benchmark.
-QString generatedStorePath()
-{
-    static const QString path = [] {
-        QString file = qEnvironmentVariable("TALLYRUN_BENCH_STORE");
-        if (file.isEmpty())
-            file = QDir::tempPath() + QStringLiteral("/tallyrun-bench/five-year.store");
-        if (!QFileInfo::exists(file)) {
-            QDir().mkpath(QFileInfo(file).absolutePath());
-            std::fprintf(stderr, "Generating %s; later runs reuse it.\n", qPrintable(file));
-            StoreGenerator::Options options;
-            options.progress = [](const QString& text) { std::fprintf(stderr, "  %s\n", qPrintable(text)); };
-            const StoreGenerator::Summary summary = StoreGenerator(options).generate(file);
-            std::fprintf(stderr, "  done in %.1f s, %lld bytes\n", summary.seconds,
-                         (long long)summary.fileBytes);
-        }
-        return file;
-    }();
-    return path;
-}
 
 QString emptyStorePath()
 {
@@ -73,7 +52,7 @@ void openAndLoad(benchmark::State& state, const QString& path)
 
 void BM_OpenGeneratedStore(benchmark::State& state)
 {
-    openAndLoad(state, generatedStorePath());
+    openAndLoad(state, fiveYearStorePath());
 }
 BENCHMARK(BM_OpenGeneratedStore)->UseRealTime()->Unit(benchmark::kMillisecond);
 
@@ -100,7 +79,7 @@ std::vector<QDateTime> middleDays(ModelContext& context, int count)
 // does; the same day over and over shows what is left once they are.
 void BM_FetchOneDaysSalesWithLines(benchmark::State& state, bool varyDay)
 {
-    ModelContainer container(generatedStorePath(), POSSchema::description());
+    ModelContainer container(fiveYearStorePath(), POSSchema::description());
     ModelContext& context = container.mainContext();
     const std::vector<QDateTime> days = middleDays(context, 256);
     size_t next = 0;
@@ -179,7 +158,7 @@ int residentProbe(const char* path)
 // count in its own resident set and high-water mark.
 void BM_ResidentMemoryAfterOpen(benchmark::State& state, bool generated)
 {
-    const QString path = generated ? generatedStorePath() : emptyStorePath();
+    const QString path = generated ? fiveYearStorePath() : emptyStorePath();
     QList<QByteArray> figures;
     for (auto _ : state) {
         QProcess probe;
@@ -214,6 +193,7 @@ BENCHMARK_CAPTURE(BM_ResidentMemoryAfterOpen, empty, false)
 
 int main(int argc, char** argv)
 {
+    Clock::readLocalZoneOnce();
     if (argc == 3 && std::strcmp(argv[1], "--resident-probe") == 0)
         return residentProbe(argv[2]);
     benchmark::Initialize(&argc, argv);

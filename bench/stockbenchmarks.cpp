@@ -1,7 +1,7 @@
 // Benchmarks of the stock screens and the till's per-keystroke work: pricing a big cart, finding
 // a scanned code among many products, and the first page of a long movement history.
 
-#include "storegenerator.h"
+#include "benchstores.h"
 
 #include "records/posschema.h"
 #include "records/records.h"
@@ -11,31 +11,12 @@
 
 #include <benchmark/benchmark.h>
 
-#include <QDir>
-#include <QFileInfo>
 #include <QTemporaryDir>
 
 #include <cstdio>
 #include <random>
 
 namespace {
-
-// The same cached file as benchmarks.cpp uses, so the five-year store is generated only once.
-QString fiveYearStorePath()
-{
-    static const QString path = [] {
-        QString file = qEnvironmentVariable("TALLYRUN_BENCH_STORE");
-        if (file.isEmpty())
-            file = QDir::tempPath() + QStringLiteral("/tallyrun-bench/five-year.store");
-        if (!QFileInfo::exists(file)) {
-            QDir().mkpath(QFileInfo(file).absolutePath());
-            std::fprintf(stderr, "Generating %s; later runs reuse it.\n", qPrintable(file));
-            StoreGenerator(StoreGenerator::Options()).generate(file);
-        }
-        return file;
-    }();
-    return path;
-}
 
 // The EXPLAIN QUERY PLAN lines of a statement, joined with " | ".
 QString queryPlan(ModelContext& context, const QString& sql, const QVariantList& bindings)

@@ -67,7 +67,7 @@ public:
 
     // Oldest first; at one instant, sales before payments.
     QList<AccountEntry> ledger(const Ref<Customer>& customer);
-    // Negative when the customer is in credit.
+    // Negative when the customer is in credit. Summed in the store, not read from the ledger.
     double balance(const Ref<Customer>& customer);
     // Absent when the customer has no limit (0 or less); negative when over it.
     std::optional<double> availableCredit(const Ref<Customer>& customer);
@@ -89,7 +89,8 @@ public:
     AccountStatement statement(const Ref<Customer>& customer, std::optional<QDate> from);
 
     // The balance of every customer with any account activity, by id, from two grouped sums rather
-    // than a ledger each; equal to balance() while amounts are in cents, as every writer keeps them.
+    // than a ledger each. Like balance(), equal to the ledger's while amounts are in cents, as every
+    // writer keeps them.
     QHash<QString, double> balancesByCustomer();
 
 private:

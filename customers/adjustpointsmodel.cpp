@@ -1,11 +1,10 @@
 #include "customers/adjustpointsmodel.h"
 
 #include "customers/loyaltyerror.h"
-#include "store/storeerror.h"
 
 AdjustPointsModel::AdjustPointsModel(LoyaltyService& loyalty, SessionStore& session, Ref<Customer> customer,
                                      std::function<void()> onDone, QObject* parent)
-    : QObject(parent)
+    : ViewModel(parent)
     , m_loyalty(loyalty)
     , m_session(session)
     , m_customer(std::move(customer))
@@ -16,34 +15,20 @@ AdjustPointsModel::AdjustPointsModel(LoyaltyService& loyalty, SessionStore& sess
 
 void AdjustPointsModel::setDirection(Direction direction)
 {
-    if (direction == m_direction)
-        return;
-    m_direction = direction;
-    Q_EMIT fieldsChanged();
+    if (replace(m_direction, direction))
+        Q_EMIT fieldsChanged();
 }
 
 void AdjustPointsModel::setPointsText(const QString& text)
 {
-    if (text == m_pointsText)
-        return;
-    m_pointsText = text;
-    Q_EMIT fieldsChanged();
+    if (replace(m_pointsText, text))
+        Q_EMIT fieldsChanged();
 }
 
 void AdjustPointsModel::setReason(const QString& text)
 {
-    if (text == m_reason)
-        return;
-    m_reason = text;
-    Q_EMIT fieldsChanged();
-}
-
-void AdjustPointsModel::setErrorMessage(const std::optional<QString>& message)
-{
-    if (message == m_errorMessage)
-        return;
-    m_errorMessage = message;
-    Q_EMIT errorMessageChanged();
+    if (replace(m_reason, text))
+        Q_EMIT fieldsChanged();
 }
 
 QString AdjustPointsModel::balanceLine() const
@@ -73,16 +58,9 @@ std::optional<QString> AdjustPointsModel::newBalanceText() const
 
 bool AdjustPointsModel::save()
 {
-    try {
-        m_loyalty.adjust(m_customer, points(), m_reason, m_session.currentUser());
-    } catch (const LoyaltyError& error) {
-        setErrorMessage(error.description());
+    if (!acting<LoyaltyError>(
+            [this] { m_loyalty.adjust(m_customer, points(), m_reason, m_session.currentUser()); }))
         return false;
-    } catch (const StoreError& error) {
-        setErrorMessage(error.description());
-        return false;
-    }
-    setErrorMessage(std::nullopt);
     if (m_onDone)
         m_onDone();
     return true;

@@ -3,15 +3,15 @@
 #include "customers/loyaltyservice.h"
 #include "records/customer.h"
 #include "startup/sessionstore.h"
+#include "viewmodel/viewmodel.h"
 
-#include <QObject>
 #include <QString>
 
 #include <functional>
 #include <optional>
 
 // The "Adjust Points" sheet: a signed change with a required reason, made by the signed-in user.
-class AdjustPointsModel : public QObject {
+class AdjustPointsModel : public ViewModel {
     Q_OBJECT
 
 public:
@@ -38,7 +38,6 @@ public:
     void setPointsText(const QString& text);
     QString reason() const { return m_reason; }
     void setReason(const QString& text);
-    std::optional<QString> errorMessage() const { return m_errorMessage; }
 
     // "{name} has {points} points."
     QString balanceLine() const;
@@ -52,11 +51,9 @@ public:
 
 Q_SIGNALS:
     void fieldsChanged();
-    void errorMessageChanged();
 
 private:
     qint64 enteredPoints() const;
-    void setErrorMessage(const std::optional<QString>& message);
 
     LoyaltyService& m_loyalty;
     SessionStore& m_session;
@@ -65,5 +62,4 @@ private:
     Direction m_direction = Direction::add;
     QString m_pointsText;
     QString m_reason;
-    std::optional<QString> m_errorMessage;
 };

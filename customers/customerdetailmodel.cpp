@@ -12,7 +12,7 @@
 CustomerDetailModel::CustomerDetailModel(AccountsService& accounts, LoyaltyService& loyalty,
                                          ModelContext& context, SessionStore& session, Ref<Customer> customer,
                                          QObject* parent)
-    : QObject(parent)
+    : ViewModel(parent)
     , m_accounts(accounts)
     , m_loyalty(loyalty)
     , m_context(context)
@@ -32,63 +32,40 @@ CustomerDetailModel::CustomerDetailModel(AccountsService& accounts, LoyaltyServi
                        [this] { Q_EMIT detailChanged(); });
 }
 
-void CustomerDetailModel::assign(QString& field, const QString& value)
-{
-    if (value == field)
-        return;
-    field = value;
-    Q_EMIT fieldsChanged();
-}
-
 void CustomerDetailModel::setName(const QString& text)
 {
-    assign(m_name, text);
+    if (replace(m_name, text))
+        Q_EMIT fieldsChanged();
 }
 
 void CustomerDetailModel::setPhone(const QString& text)
 {
-    assign(m_phone, text);
+    if (replace(m_phone, text))
+        Q_EMIT fieldsChanged();
 }
 
 void CustomerDetailModel::setEmail(const QString& text)
 {
-    assign(m_email, text);
+    if (replace(m_email, text))
+        Q_EMIT fieldsChanged();
 }
 
 void CustomerDetailModel::setAddress(const QString& text)
 {
-    assign(m_address, text);
+    if (replace(m_address, text))
+        Q_EMIT fieldsChanged();
 }
 
 void CustomerDetailModel::setCreditLimitText(const QString& text)
 {
-    assign(m_creditLimitText, text);
+    if (replace(m_creditLimitText, text))
+        Q_EMIT fieldsChanged();
 }
 
 void CustomerDetailModel::setAllowCredit(bool allow)
 {
-    if (allow == m_allowCredit)
-        return;
-    m_allowCredit = allow;
-    Q_EMIT fieldsChanged();
-}
-
-void CustomerDetailModel::setErrorMessage(const std::optional<QString>& message)
-{
-    if (message == m_errorMessage)
-        return;
-    m_errorMessage = message;
-    Q_EMIT errorMessageChanged();
-}
-
-template <class Result, class Read> Result CustomerDetailModel::reading(Result fallback, Read read)
-{
-    try {
-        return read();
-    } catch (const StoreError& error) {
-        setErrorMessage(error.description());
-        return fallback;
-    }
+    if (replace(m_allowCredit, allow))
+        Q_EMIT fieldsChanged();
 }
 
 QString CustomerDetailModel::money(double amount) const
@@ -97,16 +74,28 @@ QString CustomerDetailModel::money(double amount) const
     return Currency::format(amount, settings ? settings->currencySymbol() : Currency::fixedSign);
 }
 
-bool CustomerDetailModel::save()
+double CustomerDetailModel::creditLimit() const
 {
     bool ok = false;
     const double limit = m_creditLimitText.trimmed().toDouble(&ok);
+    return ok && std::isfinite(limit) ? limit : 0.0;
+}
+
+bool CustomerDetailModel::hasUnsavedEdits() const
+{
+    return m_name != m_customer->name() || m_phone != m_customer->phone() || m_email != m_customer->email() ||
+           m_address != m_customer->address() || m_allowCredit != m_customer->allowCredit() ||
+           creditLimit() != m_customer->creditLimit();
+}
+
+bool CustomerDetailModel::save()
+{
     m_customer->setName(m_name);
     m_customer->setPhone(m_phone);
     m_customer->setEmail(m_email);
     m_customer->setAddress(m_address);
     m_customer->setAllowCredit(m_allowCredit);
-    m_customer->setCreditLimit(ok && std::isfinite(limit) ? limit : 0.0);
+    m_customer->setCreditLimit(creditLimit());
     try {
         m_context.save();
     } catch (const StoreError& error) {

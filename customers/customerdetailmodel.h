@@ -7,8 +7,8 @@
 #include "records/sale.h"
 #include "startup/sessionstore.h"
 #include "store/modelcontext.h"
+#include "viewmodel/viewmodel.h"
 
-#include <QObject>
 #include <QString>
 #include <QStringList>
 
@@ -16,7 +16,7 @@
 
 // The detail of one customer: contact and credit edits kept until "Save", the points, the account
 // and the purchases, the statement, and deleting with its warnings. Failures go to errorMessage.
-class CustomerDetailModel : public QObject {
+class CustomerDetailModel : public ViewModel {
     Q_OBJECT
 
 public:
@@ -68,8 +68,9 @@ public:
     // A money field: text that isn't a number counts as 0, which means no limit.
     QString creditLimitText() const { return m_creditLimitText; }
     void setCreditLimitText(const QString& text);
-    std::optional<QString> errorMessage() const { return m_errorMessage; }
 
+    // Whether the fields differ from the saved customer, so that leaving it can ask first.
+    bool hasUnsavedEdits() const;
     // Writes the edits to the customer and saves; a failure puts the record back and keeps the edits.
     bool save();
 
@@ -94,15 +95,12 @@ public:
 
 Q_SIGNALS:
     void fieldsChanged();
-    void errorMessageChanged();
     // A save or rollback touched what this detail shows.
     void detailChanged();
 
 private:
     QString money(double amount) const;
-    void assign(QString& field, const QString& value);
-    void setErrorMessage(const std::optional<QString>& message);
-    template <class Result, class Read> Result reading(Result fallback, Read read);
+    double creditLimit() const;
 
     AccountsService& m_accounts;
     LoyaltyService& m_loyalty;
@@ -115,5 +113,4 @@ private:
     QString m_address;
     bool m_allowCredit = false;
     QString m_creditLimitText;
-    std::optional<QString> m_errorMessage;
 };

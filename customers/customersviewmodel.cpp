@@ -9,7 +9,7 @@
 
 CustomersViewModel::CustomersViewModel(AccountsService& accounts, ModelContext& context,
                                        SessionStore& session, QObject* parent)
-    : QObject(parent)
+    : ViewModel(parent)
     , m_accounts(accounts)
     , m_context(context)
     , m_session(session)
@@ -25,14 +25,6 @@ void CustomersViewModel::setSearchText(const QString& text)
         return;
     m_searchText = text;
     Q_EMIT searchTextChanged();
-}
-
-void CustomersViewModel::setErrorMessage(const std::optional<QString>& message)
-{
-    if (message == m_errorMessage)
-        return;
-    m_errorMessage = message;
-    Q_EMIT errorMessageChanged();
 }
 
 QList<Ref<Customer>> CustomersViewModel::filteredCustomers(const QList<Ref<Customer>>& customers) const

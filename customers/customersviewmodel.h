@@ -4,8 +4,8 @@
 #include "records/customer.h"
 #include "startup/sessionstore.h"
 #include "store/modelcontext.h"
+#include "viewmodel/viewmodel.h"
 
-#include <QObject>
 #include <QString>
 
 #include <optional>
@@ -20,7 +20,7 @@ struct CustomerRow {
 
 // The Customers screen: the searchable list and "New Customer". A store that can't be read gives
 // an empty list and says so in errorMessage.
-class CustomersViewModel : public QObject {
+class CustomersViewModel : public ViewModel {
     Q_OBJECT
 
 public:
@@ -42,7 +42,6 @@ public:
 
     QString searchText() const { return m_searchText; }
     void setSearchText(const QString& text);
-    std::optional<QString> errorMessage() const { return m_errorMessage; }
 
     // Those whose name, phone or e-mail contains the lower-cased search; order kept.
     QList<Ref<Customer>> filteredCustomers(const QList<Ref<Customer>>& customers) const;
@@ -53,16 +52,12 @@ public:
 
 Q_SIGNALS:
     void searchTextChanged();
-    void errorMessageChanged();
     // A save or rollback touched customers or their accounts: the rows are out of date.
     void customersChanged();
 
 private:
-    void setErrorMessage(const std::optional<QString>& message);
-
     AccountsService& m_accounts;
     ModelContext& m_context;
     SessionStore& m_session;
     QString m_searchText;
-    std::optional<QString> m_errorMessage;
 };

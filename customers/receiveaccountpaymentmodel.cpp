@@ -2,12 +2,11 @@
 
 #include "customers/accounterror.h"
 #include "money/currency.h"
-#include "store/storeerror.h"
 
 ReceiveAccountPaymentModel::ReceiveAccountPaymentModel(AccountsService& accounts, SessionStore& session,
                                                        Ref<Customer> customer, double owed,
                                                        std::function<void()> onDone, QObject* parent)
-    : QObject(parent)
+    : ViewModel(parent)
     , m_accounts(accounts)
     , m_session(session)
     , m_customer(std::move(customer))
@@ -19,35 +18,21 @@ ReceiveAccountPaymentModel::ReceiveAccountPaymentModel(AccountsService& accounts
 
 void ReceiveAccountPaymentModel::setAmountText(const QString& text)
 {
-    if (text == m_amountText)
-        return;
-    m_amountText = text;
-    Q_EMIT fieldsChanged();
+    if (replace(m_amountText, text))
+        Q_EMIT fieldsChanged();
 }
 
 void ReceiveAccountPaymentModel::setMethod(PaymentMethodType method)
 {
     Q_ASSERT(method != PaymentMethodType::onAccount);
-    if (method == m_method)
-        return;
-    m_method = method;
-    Q_EMIT fieldsChanged();
+    if (replace(m_method, method))
+        Q_EMIT fieldsChanged();
 }
 
 void ReceiveAccountPaymentModel::setReference(const QString& text)
 {
-    if (text == m_reference)
-        return;
-    m_reference = text;
-    Q_EMIT fieldsChanged();
-}
-
-void ReceiveAccountPaymentModel::setErrorMessage(const std::optional<QString>& message)
-{
-    if (message == m_errorMessage)
-        return;
-    m_errorMessage = message;
-    Q_EMIT errorMessageChanged();
+    if (replace(m_reference, text))
+        Q_EMIT fieldsChanged();
 }
 
 QString ReceiveAccountPaymentModel::owesLine() const
@@ -79,17 +64,11 @@ bool ReceiveAccountPaymentModel::record()
     if (!ok)
         amount = 0;
     const Ref<TillShift> shift = m_method == PaymentMethodType::cash ? m_session.currentTillShift() : nullptr;
-    try {
-        m_accounts.receivePayment(m_customer, amount, m_method, m_reference, QString(),
-                                  m_session.currentUser(), shift);
-    } catch (const AccountError& error) {
-        setErrorMessage(error.description());
+    if (!acting<AccountError>([&] {
+            m_accounts.receivePayment(m_customer, amount, m_method, m_reference, QString(),
+                                      m_session.currentUser(), shift);
+        }))
         return false;
-    } catch (const StoreError& error) {
-        setErrorMessage(error.description());
-        return false;
-    }
-    setErrorMessage(std::nullopt);
     if (m_onDone)
         m_onDone();
     return true;

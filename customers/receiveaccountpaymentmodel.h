@@ -4,8 +4,8 @@
 #include "records/customer.h"
 #include "records/enums.h"
 #include "startup/sessionstore.h"
+#include "viewmodel/viewmodel.h"
 
-#include <QObject>
 #include <QString>
 
 #include <array>
@@ -14,7 +14,7 @@
 
 // The "Receive Payment" sheet for a customer's account. Cash goes to the open till of the session,
 // so that Expected Cash includes it; other methods never touch a till.
-class ReceiveAccountPaymentModel : public QObject {
+class ReceiveAccountPaymentModel : public ViewModel {
     Q_OBJECT
 
 public:
@@ -45,7 +45,6 @@ public:
     void setMethod(PaymentMethodType method);
     QString reference() const { return m_reference; }
     void setReference(const QString& text);
-    std::optional<QString> errorMessage() const { return m_errorMessage; }
 
     // "{name} owes {owed}."
     QString owesLine() const;
@@ -59,11 +58,8 @@ public:
 
 Q_SIGNALS:
     void fieldsChanged();
-    void errorMessageChanged();
 
 private:
-    void setErrorMessage(const std::optional<QString>& message);
-
     AccountsService& m_accounts;
     SessionStore& m_session;
     Ref<Customer> m_customer;
@@ -72,5 +68,4 @@ private:
     QString m_amountText;
     PaymentMethodType m_method = PaymentMethodType::cash;
     QString m_reference;
-    std::optional<QString> m_errorMessage;
 };

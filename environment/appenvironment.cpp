@@ -12,6 +12,7 @@ AppEnvironment::AppEnvironment(ModelContext& modelContext, std::unique_ptr<AuthS
                                           : std::make_unique<InventoryService>(modelContext))
     , m_tillService(modelContext)
     , m_accountsService(modelContext)
+    , m_loyaltyService(modelContext)
     , m_salesService(modelContext, *m_inventoryService)
 {
 }

@@ -2,6 +2,7 @@
 
 #include "access/authservicing.h"
 #include "customers/accountsservice.h"
+#include "customers/loyaltyservice.h"
 #include "records/appsettings.h"
 #include "selling/salesservice.h"
 #include "stock/inventoryservicing.h"
@@ -24,6 +25,7 @@ public:
     TillService& tillService() { return m_tillService; }
     InventoryServicing& inventoryService() { return *m_inventoryService; }
     AccountsService& accountsService() { return m_accountsService; }
+    LoyaltyService& loyaltyService() { return m_loyaltyService; }
     SalesService& salesService() { return m_salesService; }
 
     // The store's one settings record, made with its defaults when there is none. Never fails: a
@@ -36,5 +38,6 @@ private:
     std::unique_ptr<InventoryServicing> m_inventoryService;
     TillService m_tillService;
     AccountsService m_accountsService;
+    LoyaltyService m_loyaltyService;
     SalesService m_salesService; // declared after the inventory service it stands on
 };

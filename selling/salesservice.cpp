@@ -6,6 +6,8 @@
 #include "records/payment.h"
 #include "records/product.h"
 #include "records/saleitem.h"
+#include "records/tax.h"
+#include "records/taxgroup.h"
 #include "selling/receiptnumbergenerator.h"
 #include "selling/saleserror.h"
 #include "stock/inventoryerror.h"
@@ -101,6 +103,35 @@ Ref<Sale> SalesService::writeSale(const Cart& cart, const CartCalculation& calcu
     Q_ASSERT(calculation.lines.size() == size_t(cart.lines().size()));
     const QDateTime now = Clock::now();
 
+    // The items are made before anything is written: making one reads its product's tax group,
+    // and a read after a write would first flush what was written so far, once per line.
+    QList<Ref<SaleItem>> items;
+    items.reserve(cart.lines().size());
+    // Lines share a few tax groups; held here, each group and its taxes are read once per sale.
+    QList<RecordRef> taxRecords;
+    for (qsizetype i = 0; i < cart.lines().size(); ++i) {
+        const CartLine& line = cart.lines()[i];
+        const LineCalculation& priced = calculation.lines[size_t(i)];
+        const Ref<Product>& product = line.product;
+        if (const Ref<TaxGroup> group = product->taxGroup();
+            group && !taxRecords.contains(RecordRef(group))) {
+            taxRecords.append(group);
+            for (const Ref<Tax>& tax : group->taxes())
+                taxRecords.append(tax);
+        }
+        // The item keeps all that was taken off it: its own discount and its share of the sale's,
+        // redeemed points included.
+        const Ref<SaleItem> item =
+            SaleItem::make(product, line.quantity, line.unitPrice(), product->costPrice(), product->taxRate(),
+                           priced.lineDiscount + priced.saleDiscountShare, settings.taxInclusivePricing());
+        if (line.staffID) {
+            item->setStaffID(line.staffID);
+            item->setStaffName(line.staffName);
+            item->setCommissionRate(product->commissionRate().value_or(line.staffCommissionRate));
+        }
+        items.append(item);
+    }
+
     settings.setLastReceiptSequence(settings.lastReceiptSequence() + 1);
     const QString invoice = ReceiptNumberGenerator::next(settings.lastReceiptSequence(), now);
 
@@ -115,24 +146,11 @@ Ref<Sale> SalesService::writeSale(const Cart& cart, const CartCalculation& calcu
     sale->setStatus(SaleStatus::completed);
     m_context.insert(sale);
 
-    for (qsizetype i = 0; i < cart.lines().size(); ++i) {
-        const CartLine& line = cart.lines()[i];
-        const LineCalculation& priced = calculation.lines[size_t(i)];
-        const Ref<Product>& product = line.product;
-        // The item keeps all that was taken off it: its own discount and its share of the sale's,
-        // redeemed points included.
-        const Ref<SaleItem> item =
-            SaleItem::make(product, line.quantity, line.unitPrice(), product->costPrice(), product->taxRate(),
-                           priced.lineDiscount + priced.saleDiscountShare, settings.taxInclusivePricing());
-        if (line.staffID) {
-            item->setStaffID(line.staffID);
-            item->setStaffName(line.staffName);
-            item->setCommissionRate(product->commissionRate().value_or(line.staffCommissionRate));
-        }
-        item->setSale(sale);
-        m_context.insert(item);
-        m_inventoryService.deductForSale(product, line.quantity, sale, settings.allowNegativeStock(),
-                                         cashier);
+    for (qsizetype i = 0; i < items.size(); ++i) {
+        items[i]->setSale(sale);
+        m_context.insert(items[i]);
+        m_inventoryService.deductForSale(cart.lines()[i].product, cart.lines()[i].quantity, sale,
+                                         settings.allowNegativeStock(), cashier);
     }
 
     for (const PaymentInput& input : payments) {

@@ -17,7 +17,7 @@ QVariantList untrackedTypes()
 } // namespace
 
 InventoryViewModel::InventoryViewModel(ModelContext& context, QObject* parent)
-    : QObject(parent)
+    : ViewModel(parent)
     , m_context(context)
 {
     connect(&m_context, &ModelContext::didChange, this, [this](const QSet<QString>& entityNames) {
@@ -33,26 +33,6 @@ void InventoryViewModel::setSearchText(const QString& text)
         return;
     m_searchText = text;
     Q_EMIT searchTextChanged();
-}
-
-void InventoryViewModel::setErrorMessage(const std::optional<QString>& message)
-{
-    if (message == m_errorMessage)
-        return;
-    m_errorMessage = message;
-    Q_EMIT errorMessageChanged();
-}
-
-template <class Result, class Read> Result InventoryViewModel::reading(Result fallback, Read read)
-{
-    try {
-        Result result = read();
-        setErrorMessage(std::nullopt);
-        return result;
-    } catch (const StoreError& error) {
-        setErrorMessage(error.description());
-        return fallback;
-    }
 }
 
 QList<Ref<Product>> InventoryViewModel::filteredProducts(const QList<Ref<Product>>& products) const

@@ -3,8 +3,8 @@
 #include "records/inventorymovement.h"
 #include "records/product.h"
 #include "store/modelcontext.h"
+#include "viewmodel/viewmodel.h"
 
-#include <QObject>
 #include <QString>
 
 #include <optional>
@@ -12,7 +12,7 @@
 // The Inventory screen's state: the search over stock-tracked products, the summary figures, and
 // a product's movement history a page at a time. A store that can't be read gives empty answers
 // and says so in errorMessage.
-class InventoryViewModel : public QObject {
+class InventoryViewModel : public ViewModel {
     Q_OBJECT
 
 public:
@@ -22,7 +22,6 @@ public:
 
     QString searchText() const { return m_searchText; }
     void setSearchText(const QString& text);
-    std::optional<QString> errorMessage() const { return m_errorMessage; }
 
     // Products whose type tracks stock, then, with a search, those whose name or SKU contains it
     // (case-insensitive). Order kept.
@@ -40,15 +39,10 @@ public:
 
 Q_SIGNALS:
     void searchTextChanged();
-    void errorMessageChanged();
     // A save or rollback touched products or movements: lists and figures are out of date.
     void inventoryChanged();
 
 private:
-    void setErrorMessage(const std::optional<QString>& message);
-    template <class Result, class Read> Result reading(Result fallback, Read read);
-
     ModelContext& m_context;
     QString m_searchText;
-    std::optional<QString> m_errorMessage;
 };

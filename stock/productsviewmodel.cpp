@@ -37,7 +37,7 @@ QString perUnit(const QString& title, SellingUnit unit)
 } // namespace
 
 ProductsViewModel::ProductsViewModel(ModelContext& context, SessionStore& session, QObject* parent)
-    : QObject(parent)
+    : ViewModel(parent)
     , m_context(context)
     , m_session(session)
 {
@@ -117,26 +117,6 @@ void ProductsViewModel::setTypeFilter(const std::optional<ProductType>& type)
         return;
     m_typeFilter = type;
     Q_EMIT filtersChanged();
-}
-
-void ProductsViewModel::setErrorMessage(const std::optional<QString>& message)
-{
-    if (message == m_errorMessage)
-        return;
-    m_errorMessage = message;
-    Q_EMIT errorMessageChanged();
-}
-
-template <class Result, class Read> Result ProductsViewModel::reading(Result fallback, Read read)
-{
-    try {
-        Result result = read();
-        setErrorMessage(std::nullopt);
-        return result;
-    } catch (const StoreError& error) {
-        setErrorMessage(error.description());
-        return fallback;
-    }
 }
 
 QList<Ref<Product>> ProductsViewModel::filtered(const QList<Ref<Product>>& products) const

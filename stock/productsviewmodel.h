@@ -7,8 +7,8 @@
 #include "records/taxgroup.h"
 #include "startup/sessionstore.h"
 #include "store/modelcontext.h"
+#include "viewmodel/viewmodel.h"
 
-#include <QObject>
 #include <QString>
 #include <QUuid>
 
@@ -47,7 +47,7 @@ template <class T> struct Creation {
 // The Products screen: the filters and the list, new drafts, the selection with its cost tracking,
 // the form's texts that depend on the product, saving and deleting. A store that can't be read
 // gives empty answers and says so in errorMessage.
-class ProductsViewModel : public QObject {
+class ProductsViewModel : public ViewModel {
     Q_OBJECT
 
 public:
@@ -95,7 +95,6 @@ public:
     void setShowOnlyInactive(bool on);
     std::optional<ProductType> typeFilter() const { return m_typeFilter; }
     void setTypeFilter(const std::optional<ProductType>& type);
-    std::optional<QString> errorMessage() const { return m_errorMessage; }
 
     // Every filter at once: low stock, inactive, type, category, then the search in name and SKU
     // (case-insensitive) or barcode (as stored). Order kept.
@@ -182,14 +181,11 @@ public:
 
 Q_SIGNALS:
     void filtersChanged();
-    void errorMessageChanged();
     void selectionChanged();
     // A save or rollback touched what the list or the form shows.
     void productsChanged();
 
 private:
-    void setErrorMessage(const std::optional<QString>& message);
-    template <class Result, class Read> Result reading(Result fallback, Read read);
     template <class T> Creation<T> create(const Ref<T>& record);
     QString money(double amount) const;
 
@@ -200,7 +196,6 @@ private:
     bool m_showOnlyLowStock = false;
     bool m_showOnlyInactive = false;
     std::optional<ProductType> m_typeFilter;
-    std::optional<QString> m_errorMessage;
     Ref<Product> m_selectedProduct;
     std::optional<CostOpening> m_costWhenOpened;
     QList<Ref<Category>> m_liveCategories;

@@ -22,7 +22,7 @@ bool needsWholeNumber(SellingUnit unit)
 StockAdjustmentModel::StockAdjustmentModel(InventoryServicing& inventory, ModelContext& context,
                                            SessionStore& session, Ref<Product> product,
                                            std::function<void()> onDismiss, QObject* parent)
-    : QObject(parent)
+    : ViewModel(parent)
     , m_inventory(inventory)
     , m_context(context)
     , m_session(session)
@@ -69,14 +69,6 @@ void StockAdjustmentModel::assign(QString& field, const QString& value,
         return;
     field = value;
     Q_EMIT(this->*changed)();
-}
-
-void StockAdjustmentModel::setErrorMessage(const std::optional<QString>& message)
-{
-    if (message == m_errorMessage)
-        return;
-    m_errorMessage = message;
-    Q_EMIT errorMessageChanged();
 }
 
 QString StockAdjustmentModel::title() const

@@ -4,8 +4,8 @@
 #include "startup/sessionstore.h"
 #include "stock/inventoryservicing.h"
 #include "store/modelcontext.h"
+#include "viewmodel/viewmodel.h"
 
-#include <QObject>
 #include <QString>
 
 #include <functional>
@@ -13,7 +13,7 @@
 
 // The state of the "Adjust Stock" sheet for one product: a stock-in (with its cost), a stock-out
 // or an absolute count. The acting user is whoever is signed in when Apply is pressed.
-class StockAdjustmentModel : public QObject {
+class StockAdjustmentModel : public ViewModel {
     Q_OBJECT
 
 public:
@@ -34,7 +34,6 @@ public:
     // Starts at the product's cost, so an unchanged cost leaves the average where it is.
     QString unitCostText() const { return m_unitCostText; }
     void setUnitCostText(const QString& text);
-    std::optional<QString> errorMessage() const { return m_errorMessage; }
 
     QString title() const;
     QString quantityTitle() const;
@@ -59,7 +58,6 @@ Q_SIGNALS:
     void reasonChanged();
     void supplierChanged();
     void unitCostTextChanged();
-    void errorMessageChanged();
 
 private:
     struct ParsedQuantity {
@@ -70,7 +68,6 @@ private:
     std::optional<double> parsedUnitCost() const;
     QString money(double amount) const;
     void assign(QString& field, const QString& value, void (StockAdjustmentModel::*changed)());
-    void setErrorMessage(const std::optional<QString>& message);
 
     InventoryServicing& m_inventory;
     ModelContext& m_context;
@@ -82,5 +79,4 @@ private:
     QString m_reason;
     QString m_supplier;
     QString m_unitCostText;
-    std::optional<QString> m_errorMessage;
 };

@@ -4,7 +4,7 @@
 #include "store/storeerror.h"
 
 SuppliersViewModel::SuppliersViewModel(ModelContext& context, QObject* parent)
-    : QObject(parent)
+    : ViewModel(parent)
     , m_context(context)
 {
     connect(&m_context, &ModelContext::didChange, this, [this](const QSet<QString>& names) {
@@ -19,14 +19,6 @@ void SuppliersViewModel::setSearchText(const QString& text)
         return;
     m_searchText = text;
     Q_EMIT searchTextChanged();
-}
-
-void SuppliersViewModel::setErrorMessage(const std::optional<QString>& message)
-{
-    if (message == m_errorMessage)
-        return;
-    m_errorMessage = message;
-    Q_EMIT errorMessageChanged();
 }
 
 QList<Ref<Supplier>> SuppliersViewModel::filteredSuppliers(const QList<Ref<Supplier>>& suppliers) const

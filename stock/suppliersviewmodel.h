@@ -2,8 +2,8 @@
 
 #include "records/supplier.h"
 #include "store/modelcontext.h"
+#include "viewmodel/viewmodel.h"
 
-#include <QObject>
 #include <QString>
 
 #include <optional>
@@ -19,7 +19,7 @@ struct SupplierRow {
 // The Suppliers screen: the searchable list, the selected supplier's details, "New Supplier" and
 // delete. Edits go straight onto the record; "Save" writes them. A store that can't be read gives
 // an empty list and says so in errorMessage.
-class SuppliersViewModel : public QObject {
+class SuppliersViewModel : public ViewModel {
     Q_OBJECT
 
 public:
@@ -43,7 +43,6 @@ public:
 
     QString searchText() const { return m_searchText; }
     void setSearchText(const QString& text);
-    std::optional<QString> errorMessage() const { return m_errorMessage; }
 
     // Those whose name, phone or e-mail contains the search (case-insensitive); order kept.
     QList<Ref<Supplier>> filteredSuppliers(const QList<Ref<Supplier>>& suppliers) const;
@@ -63,16 +62,12 @@ public:
 
 Q_SIGNALS:
     void searchTextChanged();
-    void errorMessageChanged();
     void selectionChanged();
     // A save or rollback touched suppliers: the rows are out of date.
     void suppliersChanged();
 
 private:
-    void setErrorMessage(const std::optional<QString>& message);
-
     ModelContext& m_context;
     QString m_searchText;
-    std::optional<QString> m_errorMessage;
     Ref<Supplier> m_selected;
 };

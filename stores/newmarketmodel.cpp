@@ -11,18 +11,10 @@
 #include <QUuid>
 
 NewMarketModel::NewMarketModel(MarketRegistry& registry, Provision provision, QObject* parent)
-    : QObject(parent)
+    : ViewModel(parent)
     , m_registry(registry)
     , m_provision(provision ? std::move(provision) : Provision(&MarketProvisioner::provision))
 {
-}
-
-void NewMarketModel::setErrorMessage(const std::optional<QString>& message)
-{
-    if (message == m_errorMessage)
-        return;
-    m_errorMessage = message;
-    Q_EMIT errorMessageChanged();
 }
 
 bool NewMarketModel::create()

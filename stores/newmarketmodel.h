@@ -1,8 +1,8 @@
 #pragma once
 
 #include "startup/marketinfo.h"
+#include "viewmodel/viewmodel.h"
 
-#include <QObject>
 #include <QString>
 
 #include <functional>
@@ -12,7 +12,7 @@ class MarketRegistry;
 
 // The New Store sheet's state: makes the new store's file with its first admin, then lists it.
 // The store isn't opened: the program only ever runs on the store it started with.
-class NewMarketModel : public QObject {
+class NewMarketModel : public ViewModel {
     Q_OBJECT
 
 public:
@@ -34,7 +34,6 @@ public:
     QString confirmPassword() const { return m_confirmPassword; }
     void setConfirmPassword(const QString& text) { m_confirmPassword = text; }
 
-    std::optional<QString> errorMessage() const { return m_errorMessage; }
     // The store that create() made and listed; absent until then.
     std::optional<MarketInfo> createdMarket() const { return m_createdMarket; }
 
@@ -43,12 +42,9 @@ public:
     bool create();
 
 Q_SIGNALS:
-    void errorMessageChanged();
     void createdMarketChanged();
 
 private:
-    void setErrorMessage(const std::optional<QString>& message);
-
     MarketRegistry& m_registry;
     Provision m_provision;
     QString m_marketName;
@@ -56,6 +52,5 @@ private:
     QString m_adminUsername;
     QString m_adminPassword;
     QString m_confirmPassword;
-    std::optional<QString> m_errorMessage;
     std::optional<MarketInfo> m_createdMarket;
 };

@@ -54,7 +54,7 @@ ShiftHistoryRow ShiftHistoryRow::make(const Ref<TillShift>& shift)
 
 TillViewModel::TillViewModel(TillService& till, AccountsService& accounts, ModelContext& context,
                              SessionStore& session, QObject* parent)
-    : QObject(parent)
+    : ViewModel(parent)
     , m_till(till)
     , m_accounts(accounts)
     , m_context(context)
@@ -66,53 +66,40 @@ TillViewModel::TillViewModel(TillService& till, AccountsService& accounts, Model
                        [this] { Q_EMIT tillChanged(); });
 }
 
-void TillViewModel::assign(QString& field, const QString& value)
-{
-    if (value == field)
-        return;
-    field = value;
-    Q_EMIT fieldsChanged();
-}
-
 void TillViewModel::setOpeningFloatText(const QString& text)
 {
-    assign(m_openingFloatText, text);
+    if (replace(m_openingFloatText, text))
+        Q_EMIT fieldsChanged();
 }
 
 void TillViewModel::setPayAmountText(const QString& text)
 {
-    assign(m_payAmountText, text);
+    if (replace(m_payAmountText, text))
+        Q_EMIT fieldsChanged();
 }
 
 void TillViewModel::setPayReason(const QString& text)
 {
-    assign(m_payReason, text);
+    if (replace(m_payReason, text))
+        Q_EMIT fieldsChanged();
 }
 
 void TillViewModel::setPayType(CashMovementType type)
 {
-    if (type == m_payType)
-        return;
-    m_payType = type;
-    Q_EMIT fieldsChanged();
+    if (replace(m_payType, type))
+        Q_EMIT fieldsChanged();
 }
 
 void TillViewModel::setCountedCashText(const QString& text)
 {
-    assign(m_countedCashText, text);
+    if (replace(m_countedCashText, text))
+        Q_EMIT fieldsChanged();
 }
 
 void TillViewModel::setClosingNotes(const QString& text)
 {
-    assign(m_closingNotes, text);
-}
-
-void TillViewModel::setErrorMessage(const std::optional<QString>& message)
-{
-    if (message == m_errorMessage)
-        return;
-    m_errorMessage = message;
-    Q_EMIT errorMessageChanged();
+    if (replace(m_closingNotes, text))
+        Q_EMIT fieldsChanged();
 }
 
 void TillViewModel::setBackupMessage(const std::optional<QString>& message)
@@ -127,18 +114,10 @@ bool TillViewModel::openShift()
 {
     setErrorMessage(std::nullopt);
     setBackupMessage(std::nullopt);
-    try {
-        const Ref<TillShift> shift =
-            m_till.openShift(m_session.currentUser(), numberOrZero(m_openingFloatText));
-        m_session.setCurrentTillShift(shift);
-    } catch (const TillError& error) {
-        setErrorMessage(error.description());
-        return false;
-    } catch (const StoreError& error) {
-        setErrorMessage(error.description());
-        return false;
-    }
-    return true;
+    return acting<TillError>([this] {
+        m_session.setCurrentTillShift(
+            m_till.openShift(m_session.currentUser(), numberOrZero(m_openingFloatText)));
+    });
 }
 
 bool TillViewModel::recordCashMovement(const Ref<TillShift>& shift)

@@ -7,8 +7,8 @@
 #include "startup/sessionstore.h"
 #include "store/modelcontext.h"
 #include "till/tillservice.h"
+#include "viewmodel/viewmodel.h"
 
-#include <QObject>
 #include <QString>
 
 #include <optional>
@@ -36,7 +36,7 @@ struct ShiftFigures {
 
 // The till screen: opening with a float, cash paid in and out, closing against the count, and the
 // shift history. The after-close backup is not part of it yet.
-class TillViewModel : public QObject {
+class TillViewModel : public ViewModel {
     Q_OBJECT
 
 public:
@@ -74,7 +74,6 @@ public:
     void setCountedCashText(const QString& text);
     QString closingNotes() const { return m_closingNotes; }
     void setClosingNotes(const QString& text);
-    std::optional<QString> errorMessage() const { return m_errorMessage; }
     std::optional<QString> backupMessage() const { return m_backupMessage; }
     void setBackupMessage(const std::optional<QString>& message);
 
@@ -95,14 +94,11 @@ public:
 
 Q_SIGNALS:
     void fieldsChanged();
-    void errorMessageChanged();
     void backupMessageChanged();
     // A save or rollback touched shifts, movements, sales or account payments: figures are stale.
     void tillChanged();
 
 private:
-    void assign(QString& field, const QString& value);
-    void setErrorMessage(const std::optional<QString>& message);
     QList<Ref<TillShift>> shiftsNewestFirst();
 
     TillService& m_till;
@@ -115,6 +111,5 @@ private:
     CashMovementType m_payType = CashMovementType::payIn;
     QString m_countedCashText;
     QString m_closingNotes;
-    std::optional<QString> m_errorMessage;
     std::optional<QString> m_backupMessage;
 };

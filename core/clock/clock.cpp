@@ -34,3 +34,10 @@ Clock::Override::~Override()
 {
     source() = m_previous;
 }
+
+void Clock::readLocalZoneOnce()
+{
+    // An empty TZ means UTC to the C library, so only an unset one is replaced.
+    if (!qEnvironmentVariableIsSet("TZ"))
+        qputenv("TZ", ":/etc/localtime");
+}

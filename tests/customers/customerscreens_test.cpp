@@ -64,6 +64,28 @@ TEST_F(CustomerScreensTest, DeleteWarnsAboutTheBalanceAndSalesThenUnlinksThem)
     EXPECT_EQ(countRowsOnDisk(store.path(), QStringLiteral("Customer")), 0);
 }
 
+TEST_F(CustomerScreensTest, EditsCountAsUnsavedUntilSavedOrTypedBack)
+{
+    const Ref<Customer> ama = addCustomer(context, {.name = QStringLiteral("Ama")});
+    ama->setCreditLimit(500);
+    context.save();
+    CustomerDetailModel detail(accounts, loyalty, context, session, ama);
+    EXPECT_FALSE(detail.hasUnsavedEdits());
+
+    // The same amount written another way is no edit.
+    detail.setCreditLimitText(QStringLiteral("500"));
+    EXPECT_FALSE(detail.hasUnsavedEdits());
+    detail.setCreditLimitText(QStringLiteral("450"));
+    EXPECT_TRUE(detail.hasUnsavedEdits());
+    detail.setCreditLimitText(QStringLiteral("500.00"));
+    detail.setPhone(QStringLiteral("024 000 0000"));
+    EXPECT_TRUE(detail.hasUnsavedEdits());
+
+    ASSERT_TRUE(detail.save());
+    EXPECT_FALSE(detail.hasUnsavedEdits());
+    EXPECT_EQ(ama->phone(), QStringLiteral("024 000 0000"));
+}
+
 TEST_F(CustomerScreensTest, ReceivePaymentReadsACommaAndPutsOnlyCashInTheTill)
 {
     const Ref<Customer> ama = addCustomer(context, {.name = QStringLiteral("Ama")});

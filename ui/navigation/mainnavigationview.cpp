@@ -14,23 +14,6 @@
 
 namespace {
 constexpr int sectionRole = Qt::UserRole;
-
-QWidget* makeNothingYet(const QString& userName, QWidget* parent)
-{
-    auto* page = new QWidget(parent);
-    auto* greeting =
-        Theme::label(QStringLiteral("%1, you're signed in.").arg(userName), Theme::Text::heading, page);
-    greeting->setAlignment(Qt::AlignCenter);
-    auto* note =
-        Theme::label(QStringLiteral("Your till screens will appear here."), Theme::Text::subtitle, page);
-    note->setAlignment(Qt::AlignCenter);
-    auto* layout = new QVBoxLayout(page);
-    layout->addStretch();
-    layout->addWidget(greeting);
-    layout->addWidget(note);
-    layout->addStretch();
-    return page;
-}
 } // namespace
 
 MainNavigationView::MainNavigationView(AppEnvironment& environment, SessionStore& session, POSActionBus& bus,
@@ -70,8 +53,6 @@ MainNavigationView::MainNavigationView(AppEnvironment& environment, SessionStore
     sidebarLayout->addWidget(m_signOut);
 
     m_content = new QStackedWidget(this);
-    m_nothingYet = makeNothingYet(m_model.userName(), m_content);
-    m_content->addWidget(m_nothingYet);
 
     auto* layout = new QHBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
@@ -107,10 +88,9 @@ void MainNavigationView::showSections()
 void MainNavigationView::showSelection()
 {
     const std::optional<AppSection> selection = m_model.selection();
-    if (!selection) {
-        m_content->setCurrentWidget(m_nothingYet);
+    // Every role has a section, so nothing is chosen only for a moment while sections change.
+    if (!selection)
         return;
-    }
     const int row = static_cast<int>(m_model.sections().indexOf(*selection));
     {
         const QSignalBlocker blocker(m_sidebar);

@@ -37,7 +37,6 @@ private:
     QListWidget* m_sidebar;
     QPushButton* m_signOut;
     QStackedWidget* m_content;
-    QWidget* m_nothingYet;
     // Each section's screen is made on first visit and kept, so what was typed there survives
     // moving between sections.
     QMap<AppSection, QWidget*> m_screens;
