@@ -77,16 +77,8 @@ bool UserAccountsViewModel::createUser()
         return false;
     }
     const QString pin = PinRules::trimmed(m_newPin);
-    try {
-        if (!pin.isEmpty())
-            m_auth.checkPin(pin, nullptr);
-    } catch (const AuthError& error) {
-        setErrorMessage(error.description());
+    if (!pin.isEmpty() && !acting<AuthError>([&] { m_auth.checkPin(pin, nullptr); }))
         return false;
-    } catch (const StoreError& error) {
-        setErrorMessage(error.description());
-        return false;
-    }
 
     // Usernames are not checked for uniqueness, unlike PINs: two accounts may share one.
     const QString salt = PasswordHasher::makeSalt();
@@ -147,16 +139,7 @@ QString UserAccountsViewModel::pinLabel(const User& user)
 
 bool UserAccountsViewModel::setActive(const Ref<User>& user, bool isActive)
 {
-    setErrorMessage(std::nullopt);
-    try {
-        m_auth.setActive(user, isActive, m_session.currentUser());
-        return true;
-    } catch (const AuthError& error) {
-        setErrorMessage(error.description());
-    } catch (const StoreError& error) {
-        setErrorMessage(error.description());
-    }
-    return false;
+    return acting<AuthError>([&] { m_auth.setActive(user, isActive, m_session.currentUser()); });
 }
 
 QString UserAccountsViewModel::pinDialogTitle(const User& user)

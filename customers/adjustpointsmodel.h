@@ -25,7 +25,6 @@ public:
     static QString pointsTitle() { return QStringLiteral("Points"); }
     static QString pointsHint() { return QStringLiteral("0"); }
     static QString reasonTitle() { return QStringLiteral("Reason (required) — e.g. goodwill, correction"); }
-    static QString cancelTitle() { return QStringLiteral("Cancel"); }
     static QString saveTitle() { return QStringLiteral("Save Adjustment"); }
 
     AdjustPointsModel(LoyaltyService& loyalty, SessionStore& session, Ref<Customer> customer,

@@ -49,7 +49,15 @@ public:
     static QString voidedMark() { return QStringLiteral("Voided"); }
     static QString saveTitle() { return QStringLiteral("Save"); }
     static QString deleteTitle() { return QStringLiteral("Delete this customer?"); }
-    static QString deleteConfirmTitle() { return QStringLiteral("Delete"); }
+    static QString unsavedQuestion(const QString& name)
+    {
+        return QStringLiteral("Save changes to %1?").arg(name);
+    }
+    static QString unsavedNote()
+    {
+        return QStringLiteral("Your changes will be lost if you don't save them.");
+    }
+    static QString discardTitle() { return QStringLiteral("Don't Save"); }
 
     CustomerDetailModel(AccountsService& accounts, LoyaltyService& loyalty, ModelContext& context,
                         SessionStore& session, Ref<Customer> customer, QObject* parent = nullptr);

@@ -40,7 +40,6 @@ public:
     QString unitCostTitle() const;
     static QString supplierTitle() { return QStringLiteral("Supplier (optional)"); }
     static QString reasonTitle() { return QStringLiteral("Reason / note"); }
-    static QString cancelTitle() { return QStringLiteral("Cancel"); }
     static QString applyTitle() { return QStringLiteral("Apply"); }
     static QString modeLabel(Mode mode);
 

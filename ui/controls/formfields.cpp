@@ -15,3 +15,12 @@ QLabel* addLabelledField(QBoxLayout* layout, const QString& label, QWidget* fiel
     layout->addLayout(pair);
     return caption;
 }
+
+QLineEdit* makeSearchField(const QString& prompt, QWidget* parent)
+{
+    auto* search = new QLineEdit(parent);
+    search->setPlaceholderText(prompt);
+    search->setAccessibleName(prompt);
+    search->setClearButtonEnabled(true);
+    return search;
+}

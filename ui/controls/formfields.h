@@ -9,6 +9,9 @@ class QLabel;
 // A field with its label above it; the label's mnemonic and screen readers point at the field.
 QLabel* addLabelledField(QBoxLayout* layout, const QString& label, QWidget* field);
 
+// A search box over a list, its prompt shown in it while empty.
+QLineEdit* makeSearchField(const QString& prompt, QWidget* parent);
+
 // Keeps a line edit and a view model's text in step both ways: what the person types goes to the
 // model, and the model's own changes (a cleared form) come back to the field.
 template <class Model>

@@ -1,18 +1,15 @@
 #pragma once
 
 #include "customers/adjustpointsmodel.h"
+#include "ui/controls/sheet.h"
 
-#include <QDialog>
-
-class ErrorLabel;
 class QLabel;
 class QLineEdit;
-class QPushButton;
 class SegmentedControl;
 
 // "Adjust Points" over the customer's detail: points added or removed by hand, with a reason.
 // Stays open with the reason when the change is refused.
-class AdjustPointsSheet : public QDialog {
+class AdjustPointsSheet : public Sheet {
     Q_OBJECT
 
 public:
@@ -24,10 +21,10 @@ public:
     QLineEdit* pointsField() const { return m_points; }
     QLineEdit* reasonField() const { return m_reason; }
     QLabel* newBalanceLabel() const { return m_newBalance; }
-    ErrorLabel* errorLabel() const { return m_error; }
-    QPushButton* saveButton() const { return m_save; }
+    QPushButton* saveButton() const { return primaryButton(); }
 
 private:
+    void primaryAction() override { m_model.save(); }
     void showNewBalance();
 
     AdjustPointsModel m_model;
@@ -35,6 +32,4 @@ private:
     QLineEdit* m_points;
     QLineEdit* m_reason;
     QLabel* m_newBalance;
-    ErrorLabel* m_error;
-    QPushButton* m_save;
 };

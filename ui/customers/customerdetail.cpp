@@ -3,8 +3,12 @@
 #include "customers/loyaltyservice.h"
 #include "money/currency.h"
 #include "store/storeerror.h"
+#include "ui/controls/asktodelete.h"
+#include "ui/controls/cards.h"
 #include "ui/controls/errorlabel.h"
 #include "ui/controls/formfields.h"
+#include "ui/controls/lazyrefresh.h"
+#include "ui/controls/tables.h"
 #include "ui/customers/adjustpointssheet.h"
 #include "ui/customers/receiveaccountpaymentsheet.h"
 #include "ui/style/theme.h"
@@ -16,11 +20,8 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QLocale>
-#include <QMessageBox>
 #include <QPushButton>
 #include <QScrollArea>
-#include <QScrollBar>
-#include <QShowEvent>
 #include <QTableWidget>
 #include <QVBoxLayout>
 
@@ -41,77 +42,16 @@ QString dateTimeText(const QDateTime& moment)
 
 QTableWidget* makeTable(const QStringList& headers, const QString& name, QWidget* parent)
 {
-    auto* table = new QTableWidget(0, static_cast<int>(headers.size()), parent);
+    auto* table = makeHistoryTable(static_cast<int>(headers.size()), name, parent);
     for (int column = 0; column < headers.size(); ++column) {
         auto* item = new QTableWidgetItem(headers[column]);
         item->setTextAlignment(column >= firstAmountColumn ? Qt::AlignRight | Qt::AlignVCenter
                                                            : Qt::AlignLeft | Qt::AlignVCenter);
         table->setHorizontalHeaderItem(column, item);
     }
-    table->setAccessibleName(name);
-    table->setEditTriggers(QAbstractItemView::NoEditTriggers);
-    table->setSelectionMode(QAbstractItemView::NoSelection);
-    table->setFocusPolicy(Qt::NoFocus);
-    table->setShowGrid(false);
-    table->setWordWrap(false);
-    table->setFrameShape(QFrame::NoFrame);
-    table->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    // Sized to its rows by fitHeight; a growing table would pad its card out.
-    table->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
-    table->verticalHeader()->hide();
-    table->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
-    table->verticalHeader()->setDefaultSectionSize(30);
-    QHeaderView* header = table->horizontalHeader();
-    header->setHighlightSections(false);
-    header->setSectionResizeMode(QHeaderView::ResizeToContents);
     // The details column takes what the dates and amounts leave.
-    header->setSectionResizeMode(1, QHeaderView::Stretch);
+    table->horizontalHeader()->setSectionResizeMode(1, QHeaderView::Stretch);
     return table;
-}
-
-void setRow(QTableWidget* table, int row, const QStringList& cells)
-{
-    for (int column = 0; column < cells.size(); ++column) {
-        auto* item = new QTableWidgetItem(cells[column]);
-        if (column >= firstAmountColumn)
-            item->setTextAlignment(Qt::AlignRight | Qt::AlignVCenter);
-        table->setItem(row, column, item);
-    }
-}
-
-void fitHeight(QTableWidget* table)
-{
-    const int rows = std::min(table->rowCount(), visibleRows);
-    table->setFixedHeight(table->horizontalHeader()->sizeHint().height() +
-                          rows * table->verticalHeader()->defaultSectionSize() + 2);
-}
-
-QVBoxLayout* addSection(QVBoxLayout* column, const QString& heading, QWidget* parent)
-{
-    column->addWidget(Theme::label(heading, Theme::Text::heading, parent));
-    auto* card = new QWidget(parent);
-    Theme::markCard(card);
-    auto* layout = new QVBoxLayout(card);
-    layout->setContentsMargins(20, 16, 20, 16);
-    layout->setSpacing(12);
-    column->addWidget(card);
-    return layout;
-}
-
-// A figure with its caption above it.
-QLabel* addFigure(QHBoxLayout* row, const QString& caption, QWidget* parent, QLabel** captionLabel = nullptr)
-{
-    auto* pair = new QVBoxLayout;
-    pair->setSpacing(2);
-    auto* title = Theme::label(caption, Theme::Text::note, parent);
-    auto* value = Theme::label(QString(), Theme::Text::heading, parent);
-    value->setAccessibleName(caption);
-    pair->addWidget(title);
-    pair->addWidget(value);
-    row->addLayout(pair);
-    if (captionLabel)
-        *captionLabel = title;
-    return value;
 }
 } // namespace
 
@@ -142,7 +82,7 @@ CustomerDetail::CustomerDetail(AccountsService& accounts, LoyaltyService& loyalt
     auto* sections = new QVBoxLayout(page);
     sections->setContentsMargins(0, 0, 12, 12);
     sections->setSpacing(10);
-    for (QWidget* section : {contactSection(), loyaltySection(), accountSection(), purchaseSection()}) {
+    for (Section* section : {contactSection(), loyaltySection(), accountSection(), purchaseSection()}) {
         sections->addWidget(section);
         sections->addSpacing(10);
     }
@@ -164,24 +104,18 @@ CustomerDetail::CustomerDetail(AccountsService& accounts, LoyaltyService& loyalt
     connect(m_delete, &QPushButton::clicked, this, &CustomerDetail::confirmDelete);
     connect(&m_model, &Model::errorMessageChanged, this,
             [this] { m_error->setMessage(m_model.errorMessage()); });
-    connect(&m_model, &Model::detailChanged, this, [this] {
-        if (isVisible())
-            refresh();
-        else
-            m_isStale = true;
-    });
+    // Changes while the screen is hidden wait until it is shown again.
+    auto* lazyRefresh = new LazyRefresh(this, [this] { refresh(); });
+    connect(&m_model, &Model::detailChanged, lazyRefresh, &LazyRefresh::request);
     connect(&m_session, &SessionStore::settingsChanged, this, &CustomerDetail::refresh);
     m_purchasesShown = Model::purchasePageSize;
     refresh();
 }
 
-QWidget* CustomerDetail::contactSection()
+Section* CustomerDetail::contactSection()
 {
     using Model = CustomerDetailModel;
-    auto* section = new QWidget;
-    auto* column = new QVBoxLayout(section);
-    column->setContentsMargins(0, 0, 0, 0);
-    QVBoxLayout* card = addSection(column, Model::contactSection(), section);
+    auto* section = new Section(Model::contactSection());
     auto* grid = new QGridLayout;
     grid->setHorizontalSpacing(16);
     grid->setVerticalSpacing(10);
@@ -196,7 +130,7 @@ QWidget* CustomerDetail::contactSection()
         // Return saves, as "Save" would.
         connect(edit, &QLineEdit::returnPressed, m_save, &QPushButton::click);
     }
-    card->addLayout(grid);
+    section->content()->addLayout(grid);
     field(Field::phone)->setInputMethodHints(Qt::ImhDialableCharactersOnly);
     field(Field::email)->setInputMethodHints(Qt::ImhEmailCharactersOnly);
     bindText(field(Field::name), m_model, &Model::name, &Model::setName, &Model::fieldsChanged);
@@ -206,13 +140,11 @@ QWidget* CustomerDetail::contactSection()
     return section;
 }
 
-QWidget* CustomerDetail::loyaltySection()
+Section* CustomerDetail::loyaltySection()
 {
     using Model = CustomerDetailModel;
-    auto* section = new QWidget;
-    auto* column = new QVBoxLayout(section);
-    column->setContentsMargins(0, 0, 0, 0);
-    QVBoxLayout* card = addSection(column, Model::loyaltySection(), section);
+    auto* section = new Section(Model::loyaltySection());
+    QVBoxLayout* card = section->content();
     auto* figures = new QHBoxLayout;
     m_pointsBalance = addFigure(figures, Model::pointsBalanceTitle(), section);
     figures->addStretch();
@@ -230,13 +162,11 @@ QWidget* CustomerDetail::loyaltySection()
     return section;
 }
 
-QWidget* CustomerDetail::accountSection()
+Section* CustomerDetail::accountSection()
 {
     using Model = CustomerDetailModel;
-    auto* section = new QWidget;
-    auto* column = new QVBoxLayout(section);
-    column->setContentsMargins(0, 0, 0, 0);
-    QVBoxLayout* card = addSection(column, Model::accountSection(), section);
+    auto* section = new Section(Model::accountSection());
+    QVBoxLayout* card = section->content();
 
     m_allowCredit = new QCheckBox(Model::allowCreditTitle(), section);
     m_allowCredit->setChecked(m_model.allowCredit());
@@ -266,8 +196,7 @@ QWidget* CustomerDetail::accountSection()
     auto* figures = new QHBoxLayout;
     figures->setSpacing(40);
     m_balanceOwed = addFigure(figures, Model::balanceOwedTitle(), section);
-    m_availableCredit =
-        addFigure(figures, QStringLiteral("Available Credit"), section, &m_availableCreditCaption);
+    m_availableCredit = addFigure(figures, QStringLiteral("Available Credit"), section);
     figures->addStretch();
     m_receivePayment = new QPushButton(Model::receivePaymentTitle(), section);
     figures->addWidget(m_receivePayment, 0, Qt::AlignBottom);
@@ -286,13 +215,11 @@ QWidget* CustomerDetail::accountSection()
     return section;
 }
 
-QWidget* CustomerDetail::purchaseSection()
+Section* CustomerDetail::purchaseSection()
 {
     using Model = CustomerDetailModel;
-    auto* section = new QWidget;
-    auto* column = new QVBoxLayout(section);
-    column->setContentsMargins(0, 0, 0, 0);
-    QVBoxLayout* card = addSection(column, Model::purchaseSection(), section);
+    auto* section = new Section(Model::purchaseSection());
+    QVBoxLayout* card = section->content();
     m_purchases =
         makeTable({QStringLiteral("Date"), QStringLiteral("Invoice"), QStringLiteral("Total"), QString()},
                   Model::purchaseSection(), section);
@@ -319,13 +246,6 @@ void CustomerDetail::focusName()
     field(Field::name)->selectAll();
 }
 
-void CustomerDetail::showEvent(QShowEvent* event)
-{
-    QWidget::showEvent(event);
-    if (m_isStale)
-        refresh();
-}
-
 QString CustomerDetail::money(double amount) const
 {
     const Ref<AppSettings> settings = m_session.settings();
@@ -334,7 +254,6 @@ QString CustomerDetail::money(double amount) const
 
 void CustomerDetail::refresh()
 {
-    m_isStale = false;
     // The saved name, not the one being typed.
     m_title->setText(customer()->name());
     refreshPoints();
@@ -351,13 +270,12 @@ void CustomerDetail::refreshPoints()
         const LoyaltyEntry& entry = *entries[row];
         const QString change =
             (entry.points() > 0 ? QStringLiteral("+") : QString()) + QString::number(entry.points());
-        setRow(m_pointsHistory, row,
-               {dateTimeText(entry.timestamp()), LoyaltyEntryKinds::description(entry), change,
-                QString::number(entry.balanceAfter())});
+        setRowCells(m_pointsHistory, row,
+                    {dateTimeText(entry.timestamp()), LoyaltyEntryKinds::description(entry), change,
+                     QString::number(entry.balanceAfter())},
+                    firstAmountColumn);
     }
-    fitHeight(m_pointsHistory);
-    m_pointsHistory->setVisible(!entries.isEmpty());
-    m_noPoints->setVisible(entries.isEmpty());
+    showRows(m_pointsHistory, visibleRows, m_noPoints);
 }
 
 void CustomerDetail::refreshAccount()
@@ -374,24 +292,22 @@ void CustomerDetail::refreshAccount()
         // The balance above has already said that the store can't be read.
     }
     const bool onCredit = customer()->allowCredit();
-    m_availableCreditCaption->setVisible(onCredit);
-    m_availableCredit->setVisible(onCredit);
+    m_availableCredit->parentWidget()->setVisible(onCredit);
     m_availableCredit->setText(available ? money(*available) : QStringLiteral("No limit"));
 
     const QList<AccountEntry> entries = m_model.accountHistory();
     m_accountHistory->setRowCount(static_cast<int>(entries.size()));
     for (int row = 0; row < entries.size(); ++row) {
         const AccountEntry& entry = entries[row];
-        setRow(m_accountHistory, row,
-               {dateTimeText(entry.date), entry.description(),
-                entry.charge != 0 ? money(entry.charge) : QString(),
-                entry.credit != 0 ? money(entry.credit) : QString(), money(entry.balance)});
+        setRowCells(m_accountHistory, row,
+                    {dateTimeText(entry.date), entry.description(),
+                     entry.charge != 0 ? money(entry.charge) : QString(),
+                     entry.credit != 0 ? money(entry.credit) : QString(), money(entry.balance)},
+                    firstAmountColumn);
     }
-    fitHeight(m_accountHistory);
+    showRows(m_accountHistory, visibleRows, m_noAccountHistory);
     // Oldest first: the latest line, with the balance now, is the one wanted.
     m_accountHistory->scrollToBottom();
-    m_accountHistory->setVisible(!entries.isEmpty());
-    m_noAccountHistory->setVisible(entries.isEmpty());
 }
 
 void CustomerDetail::refreshPurchases(int count)
@@ -410,17 +326,16 @@ void CustomerDetail::refreshPurchases(int count)
     for (int row = 0; row < sales.size(); ++row) {
         const Sale& sale = *sales[row];
         const bool voided = sale.isVoided();
-        setRow(m_purchases, row,
-               {dateTimeText(sale.timestamp()), sale.invoiceNumber(), money(sale.total()),
-                voided ? CustomerDetailModel::voidedMark() : QString()});
+        setRowCells(m_purchases, row,
+                    {dateTimeText(sale.timestamp()), sale.invoiceNumber(), money(sale.total()),
+                     voided ? CustomerDetailModel::voidedMark() : QString()},
+                    firstAmountColumn);
         if (voided) {
             for (int column = 0; column < m_purchases->columnCount(); ++column)
                 m_purchases->item(row, column)->setForeground(voidedColour);
         }
     }
-    fitHeight(m_purchases);
-    m_purchases->setVisible(!sales.isEmpty());
-    m_noPurchases->setVisible(sales.isEmpty());
+    showRows(m_purchases, visibleRows, m_noPurchases);
     m_morePurchases->setVisible(more);
 }
 
@@ -441,21 +356,9 @@ void CustomerDetail::openReceivePayment()
 
 void CustomerDetail::confirmDelete()
 {
-    auto* box = new QMessageBox(QMessageBox::Warning, CustomerDetailModel::deleteTitle(),
-                                CustomerDetailModel::deleteTitle(), QMessageBox::NoButton, this);
-    box->setAttribute(Qt::WA_DeleteOnClose);
-    box->setWindowModality(Qt::WindowModal);
-    box->setTextFormat(Qt::PlainText);
-    box->setInformativeText(m_model.deleteWarnings().join(QStringLiteral("\n\n")));
-    QPushButton* remove =
-        box->addButton(CustomerDetailModel::deleteConfirmTitle(), QMessageBox::DestructiveRole);
-    QPushButton* cancel = box->addButton(QMessageBox::Cancel);
-    // A stray Return keeps the customer.
-    box->setDefaultButton(cancel);
-    box->setEscapeButton(cancel);
-    connect(box, &QMessageBox::buttonClicked, this, [this, remove](QAbstractButton* button) {
-        if (button == remove && m_model.deleteCustomer())
-            Q_EMIT customerDeleted();
-    });
-    box->open();
+    askToDelete(this, CustomerDetailModel::deleteTitle(),
+                m_model.deleteWarnings().join(QStringLiteral("\n\n")), [this] {
+                    if (m_model.deleteCustomer())
+                        Q_EMIT customerDeleted();
+                });
 }

@@ -10,6 +10,7 @@ class QLabel;
 class QLineEdit;
 class QPushButton;
 class QTableWidget;
+class Section;
 
 // One customer beside the Customers list: contact and credit edits kept until "Save", the points
 // and their history, the account with its ledger, and the purchases a page at a time. Made anew
@@ -47,14 +48,11 @@ Q_SIGNALS:
     // The customer is gone; the detail is of no more use.
     void customerDeleted();
 
-protected:
-    void showEvent(QShowEvent* event) override;
-
 private:
-    QWidget* contactSection();
-    QWidget* loyaltySection();
-    QWidget* accountSection();
-    QWidget* purchaseSection();
+    Section* contactSection();
+    Section* loyaltySection();
+    Section* accountSection();
+    Section* purchaseSection();
     void refresh();
     void refreshPoints();
     void refreshAccount();
@@ -68,8 +66,6 @@ private:
     LoyaltyService& m_loyalty;
     SessionStore& m_session;
     CustomerDetailModel m_model;
-    // Changes while the screen is hidden wait until it is shown again.
-    bool m_isStale = false;
     int m_purchasesShown = 0;
 
     QLabel* m_title;
@@ -83,7 +79,6 @@ private:
     QTableWidget* m_pointsHistory;
     QLabel* m_noPoints;
     QLabel* m_balanceOwed;
-    QLabel* m_availableCreditCaption;
     QLabel* m_availableCredit;
     QPushButton* m_receivePayment;
     QTableWidget* m_accountHistory;

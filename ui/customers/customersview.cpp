@@ -3,6 +3,10 @@
 #include "environment/appenvironment.h"
 #include "startup/sessionstore.h"
 #include "ui/controls/errorlabel.h"
+#include "ui/controls/formfields.h"
+#include "ui/controls/lazyrefresh.h"
+#include "ui/controls/listdetail.h"
+#include "ui/controls/tables.h"
 #include "ui/customers/customerdetail.h"
 #include "ui/style/theme.h"
 
@@ -10,32 +14,14 @@
 #include <QHeaderView>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMessageBox>
 #include <QPushButton>
-#include <QShowEvent>
-#include <QStackedWidget>
 #include <QTableWidget>
 #include <QVBoxLayout>
 
 namespace {
 enum Column { nameColumn, owesColumn };
 const QColor owesColour(0xa1, 0x4a, 0x00);
-
-// A centred title with a note under it, where a list or a detail has nothing to show.
-QWidget* makeEmptyState(const QString& title, const QString& note, QWidget* parent)
-{
-    auto* page = new QWidget(parent);
-    auto* heading = Theme::label(title, Theme::Text::heading, page);
-    heading->setAlignment(Qt::AlignCenter);
-    auto* text = Theme::label(note, Theme::Text::subtitle, page);
-    text->setAlignment(Qt::AlignCenter);
-    auto* layout = new QVBoxLayout(page);
-    // A third of the way down, where the eye lands.
-    layout->addStretch(1);
-    layout->addWidget(heading);
-    layout->addWidget(text);
-    layout->addStretch(2);
-    return page;
-}
 } // namespace
 
 CustomersView::CustomersView(AppEnvironment& environment, SessionStore& session, QWidget* parent)
@@ -43,7 +29,7 @@ CustomersView::CustomersView(AppEnvironment& environment, SessionStore& session,
     , m_context(environment.modelContext())
     , m_session(session)
     , m_accounts(environment.accountsService())
-    , m_loyalty(m_context)
+    , m_loyalty(environment.loyaltyService())
     , m_model(m_accounts, m_context, session)
 {
     using Model = CustomersViewModel;
@@ -55,53 +41,16 @@ CustomersView::CustomersView(AppEnvironment& environment, SessionStore& session,
     header->addWidget(m_newCustomer);
     auto* error = new ErrorLabel(this);
 
-    m_search = new QLineEdit(this);
-    m_search->setPlaceholderText(Model::searchPrompt());
-    m_search->setAccessibleName(Model::searchPrompt());
-    m_search->setClearButtonEnabled(true);
-
+    m_search = makeSearchField(Model::searchPrompt(), this);
     m_list = new QTableWidget(0, 2, this);
-    m_list->setAccessibleName(QStringLiteral("Customers"));
-    m_list->setEditTriggers(QAbstractItemView::NoEditTriggers);
-    m_list->setSelectionBehavior(QAbstractItemView::SelectRows);
-    m_list->setSelectionMode(QAbstractItemView::SingleSelection);
-    m_list->setShowGrid(false);
-    m_list->setWordWrap(false);
-    m_list->setTextElideMode(Qt::ElideRight);
-    m_list->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    setUpRecordTable(m_list, QStringLiteral("Customers"), 38);
     m_list->horizontalHeader()->hide();
     m_list->horizontalHeader()->setSectionResizeMode(nameColumn, QHeaderView::Stretch);
     m_list->horizontalHeader()->setSectionResizeMode(owesColumn, QHeaderView::ResizeToContents);
-    m_list->verticalHeader()->hide();
-    m_list->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
-    m_list->verticalHeader()->setDefaultSectionSize(38);
-    m_noMatches = Theme::label(QString(), Theme::Text::note, this);
-    m_noMatches->setTextFormat(Qt::PlainText);
-    m_noMatches->hide();
-
-    auto* listPane = new QWidget(this);
-    listPane->setFixedWidth(300);
-    auto* listColumn = new QVBoxLayout(listPane);
-    listColumn->setContentsMargins(0, 0, 0, 0);
-    listColumn->setSpacing(10);
-    listColumn->addWidget(m_search);
-    listColumn->addWidget(m_noMatches);
-    listColumn->addWidget(m_list, 1);
-
-    m_selectPrompt = makeEmptyState(Model::noSelectionTitle(), Model::noSelectionMessage(), this);
-    m_detailPages = new QStackedWidget(this);
-    m_detailPages->addWidget(m_selectPrompt);
-
-    m_split = new QWidget(this);
-    auto* split = new QHBoxLayout(m_split);
-    split->setContentsMargins(0, 0, 0, 0);
-    split->setSpacing(24);
-    split->addWidget(listPane);
-    split->addWidget(m_detailPages, 1);
-    m_noCustomers = makeEmptyState(Model::emptyTitle(), Model::emptyMessage(), this);
-    m_body = new QStackedWidget(this);
-    m_body->addWidget(m_split);
-    m_body->addWidget(m_noCustomers);
+    m_listPane = new SearchListPane(m_search, m_list, QStringLiteral("No customers match “%1”."), this);
+    m_listPane->setFixedWidth(300);
+    m_detailPages = new DetailPages(Model::noSelectionTitle(), Model::noSelectionMessage(), this);
+    m_body = new ListDetailBody(m_listPane, m_detailPages, Model::emptyTitle(), Model::emptyMessage(), this);
 
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(32, 28, 24, 20);
@@ -110,42 +59,30 @@ CustomersView::CustomersView(AppEnvironment& environment, SessionStore& session,
     layout->addWidget(error);
     layout->addWidget(m_body, 1);
 
+    auto* lazyRefresh = new LazyRefresh(this, [this] { refreshList(); });
     connect(m_newCustomer, &QPushButton::clicked, this, &CustomersView::addCustomer);
     connect(m_search, &QLineEdit::textChanged, &m_model, &Model::setSearchText);
     connect(&m_model, &Model::searchTextChanged, this, &CustomersView::refreshList);
     connect(&m_model, &Model::errorMessageChanged, error,
             [this, error] { error->setMessage(m_model.errorMessage()); });
-    connect(&m_model, &Model::customersChanged, this, [this] {
-        if (isVisible())
-            refreshList();
-        else
-            m_isStale = true;
-    });
+    connect(&m_model, &Model::customersChanged, lazyRefresh, &LazyRefresh::request);
     connect(&m_session, &SessionStore::settingsChanged, this, &CustomersView::refreshList);
     connect(m_list->selectionModel(), &QItemSelectionModel::currentRowChanged, this,
             [this](const QModelIndex& current) {
                 if (m_rebuilding || !current.isValid())
                     return;
-                showDetail(m_customers[current.row()]);
+                chooseCustomer(m_customers[current.row()]);
             });
     refreshList();
 }
 
-void CustomersView::showEvent(QShowEvent* event)
-{
-    QWidget::showEvent(event);
-    if (m_isStale)
-        refreshList();
-}
-
 bool CustomersView::isShowingNoCustomers() const
 {
-    return m_body->currentWidget() == m_noCustomers;
+    return m_body->isShowingNoRecords();
 }
 
 void CustomersView::refreshList()
 {
-    m_isStale = false;
     const QList<CustomerRow> rows = m_model.rows();
     const QUuid selectedID = m_detail ? m_detail->customer()->id() : QUuid();
     {
@@ -169,11 +106,9 @@ void CustomersView::refreshList()
     }
 
     const bool searching = !m_model.searchText().isEmpty();
-    m_noMatches->setText(QStringLiteral("No customers match “%1”.").arg(m_model.searchText()));
-    m_noMatches->setVisible(searching && rows.isEmpty());
+    m_listPane->showMatches(m_model.searchText(), !rows.isEmpty());
     // "No customers" only while there are none at all, not while a search finds none.
-    m_body->setCurrentWidget(rows.isEmpty() && !searching && !m_model.errorMessage() ? m_noCustomers
-                                                                                     : m_split);
+    m_body->showNoRecords(rows.isEmpty() && !searching && !m_model.errorMessage());
 
     // A customer deleted elsewhere takes its detail with it; one only filtered out stays shown.
     if (m_detail && !m_context.find<Customer>(selectedID))
@@ -191,6 +126,36 @@ bool CustomersView::selectCustomer(const QUuid& customerID)
     return false;
 }
 
+void CustomersView::chooseCustomer(const Ref<Customer>& customer)
+{
+    if (!m_detail || m_detail->customer() == customer || !m_detail->model().hasUnsavedEdits()) {
+        showDetail(customer);
+        return;
+    }
+    using Model = CustomerDetailModel;
+    CustomerDetailModel& edited = m_detail->model();
+    // The list keeps pointing at the customer being edited until the question is answered.
+    selectCustomer(edited.customer()->id());
+    auto* box = new QMessageBox(QMessageBox::Question, Model::unsavedQuestion(edited.name()),
+                                Model::unsavedQuestion(edited.name()), QMessageBox::NoButton, this);
+    box->setAttribute(Qt::WA_DeleteOnClose);
+    box->setWindowModality(Qt::WindowModal);
+    box->setInformativeText(Model::unsavedNote());
+    QPushButton* save = box->addButton(Model::saveTitle(), QMessageBox::AcceptRole);
+    QPushButton* discard = box->addButton(Model::discardTitle(), QMessageBox::DestructiveRole);
+    QPushButton* cancel = box->addButton(QStringLiteral("Cancel"), QMessageBox::RejectRole);
+    box->setDefaultButton(save);
+    box->setEscapeButton(cancel);
+    connect(box, &QMessageBox::buttonClicked, this, [this, save, discard, customer](QAbstractButton* button) {
+        // A failed save keeps the edits and its message on screen.
+        if ((button == save && m_detail && m_detail->model().save()) || button == discard) {
+            showDetail(customer);
+            selectCustomer(customer->id());
+        }
+    });
+    box->open();
+}
+
 void CustomersView::showDetail(const Ref<Customer>& customer)
 {
     if (m_detail && customer && m_detail->customer() == customer)
@@ -202,13 +167,12 @@ void CustomersView::showDetail(const Ref<Customer>& customer)
     }
     if (!customer) {
         m_list->clearSelection();
-        m_detailPages->setCurrentWidget(m_selectPrompt);
+        m_detailPages->showDetail(nullptr);
         return;
     }
     m_detail = new CustomerDetail(m_accounts, m_loyalty, m_context, m_session, customer, this);
     connect(m_detail, &CustomerDetail::customerDeleted, this, [this] { showDetail(nullptr); });
-    m_detailPages->addWidget(m_detail);
-    m_detailPages->setCurrentWidget(m_detail);
+    m_detailPages->showDetail(m_detail);
 }
 
 void CustomersView::addCustomer()

@@ -9,11 +9,12 @@
 
 class AppEnvironment;
 class CustomerDetail;
-class QLabel;
+class DetailPages;
+class ListDetailBody;
 class QLineEdit;
 class QPushButton;
-class QStackedWidget;
 class QTableWidget;
+class SearchListPane;
 
 // The "Customers" section: the searchable list with what each customer owes, "New Customer", and
 // the chosen customer's detail beside the list. Open to cashiers as well as admins. Follows every
@@ -34,32 +35,26 @@ public:
     // Chooses the customer in the list, as a click would; false when it isn't listed.
     bool selectCustomer(const QUuid& customerID);
 
-protected:
-    void showEvent(QShowEvent* event) override;
-
 private:
     void refreshList();
+    // Shows the customer, first asking whether to save edits to the one shown.
+    void chooseCustomer(const Ref<Customer>& customer);
     void showDetail(const Ref<Customer>& customer);
     void addCustomer();
 
     ModelContext& m_context;
     SessionStore& m_session;
     AccountsService& m_accounts;
-    // Built here until the environment offers it; it holds only the context.
-    LoyaltyService m_loyalty;
+    LoyaltyService& m_loyalty;
     CustomersViewModel m_model;
     QList<Ref<Customer>> m_customers; // the list's rows, in order
-    bool m_isStale = false;
     bool m_rebuilding = false;
 
     QLineEdit* m_search;
     QPushButton* m_newCustomer;
     QTableWidget* m_list;
-    QLabel* m_noMatches;
-    QStackedWidget* m_body;
-    QWidget* m_split;
-    QWidget* m_noCustomers;
-    QStackedWidget* m_detailPages;
-    QWidget* m_selectPrompt;
+    SearchListPane* m_listPane;
+    DetailPages* m_detailPages;
+    ListDetailBody* m_body;
     CustomerDetail* m_detail = nullptr;
 };

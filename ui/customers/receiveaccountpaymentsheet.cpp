@@ -1,11 +1,9 @@
 #include "ui/customers/receiveaccountpaymentsheet.h"
 
-#include "ui/controls/errorlabel.h"
 #include "ui/controls/formfields.h"
 #include "ui/controls/segmentedcontrol.h"
 #include "ui/style/theme.h"
 
-#include <QDialogButtonBox>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
@@ -15,12 +13,11 @@
 ReceiveAccountPaymentSheet::ReceiveAccountPaymentSheet(AccountsService& accounts, SessionStore& session,
                                                        const Ref<Customer>& customer, double owed,
                                                        QWidget* parent)
-    : QDialog(parent)
+    : Sheet(ReceiveAccountPaymentModel::recordTitle(), parent)
     , m_model(accounts, session, customer, owed, [this] { accept(); })
 {
     using Model = ReceiveAccountPaymentModel;
-    setWindowTitle(Model::title());
-    setWindowModality(Qt::WindowModal);
+    setTitle(Model::title());
     setFixedWidth(460);
 
     m_amount = new QLineEdit(this);
@@ -37,15 +34,6 @@ ReceiveAccountPaymentSheet::ReceiveAccountPaymentSheet(AccountsService& accounts
         qobject_cast<QPushButton*>(m_method->segment(index))->setAutoDefault(false);
     m_reference = new QLineEdit(this);
     m_tillNote = Theme::label(QString(), Theme::Text::note, this);
-    m_error = new ErrorLabel(this);
-
-    auto* buttons = new QDialogButtonBox(this);
-    buttons->addButton(QStringLiteral("Cancel"), QDialogButtonBox::RejectRole);
-    // Marked before the box takes it in, which polishes it with the style of a plain button.
-    m_record = new QPushButton(Model::recordTitle(), this);
-    Theme::markPrimary(m_record);
-    buttons->addButton(m_record, QDialogButtonBox::AcceptRole);
-    m_record->setDefault(true);
 
     auto* amountRow = new QHBoxLayout;
     amountRow->setSpacing(8);
@@ -55,24 +43,17 @@ ReceiveAccountPaymentSheet::ReceiveAccountPaymentSheet(AccountsService& accounts
     amountCaption->setBuddy(m_amount);
     m_amount->setAccessibleName(Model::amountTitle());
 
-    auto* layout = new QVBoxLayout(this);
-    layout->setContentsMargins(24, 20, 24, 20);
-    layout->setSpacing(12);
-    layout->addWidget(Theme::label(Model::title(), Theme::Text::heading, this));
     auto* owes = Theme::label(m_model.owesLine(), Theme::Text::subtitle, this);
     owes->setTextFormat(Qt::PlainText);
-    layout->addWidget(owes);
+    form()->addWidget(owes);
     auto* amountPair = new QVBoxLayout;
     amountPair->setSpacing(4);
     amountPair->addWidget(amountCaption);
     amountPair->addLayout(amountRow);
-    layout->addLayout(amountPair);
-    addLabelledField(layout, Model::methodTitle(), m_method);
-    addLabelledField(layout, Model::referenceTitle(), m_reference);
-    layout->addWidget(m_tillNote);
-    layout->addWidget(m_error);
-    layout->addSpacing(4);
-    layout->addWidget(buttons);
+    form()->addLayout(amountPair);
+    addLabelledField(form(), Model::methodTitle(), m_method);
+    addLabelledField(form(), Model::referenceTitle(), m_reference);
+    form()->addWidget(m_tillNote);
 
     bindText(m_amount, m_model, &Model::amountText, &Model::setAmountText, &Model::fieldsChanged);
     bindText(m_reference, m_model, &Model::reference, &Model::setReference, &Model::fieldsChanged);
@@ -83,18 +64,15 @@ ReceiveAccountPaymentSheet::ReceiveAccountPaymentSheet(AccountsService& accounts
     connect(m_method, &SegmentedControl::currentIndexChanged, this,
             [this](int index) { m_model.setMethod(Model::methods[index]); });
     connect(&m_model, &Model::fieldsChanged, this, &ReceiveAccountPaymentSheet::showTillNote);
-    connect(&m_model, &Model::errorMessageChanged, this, [this] {
-        m_error->setMessage(m_model.errorMessage());
-        adjustSize();
-    });
-    connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
-    // Not through accepted(): the sheet closes only once the payment is recorded.
-    connect(m_record, &QPushButton::clicked, this, [this] {
-        if (!m_model.record())
-            m_amount->selectAll();
-    });
+    connect(&m_model, &Model::errorMessageChanged, this, [this] { showError(m_model.errorMessage()); });
     showTillNote();
     m_amount->setFocus();
+}
+
+void ReceiveAccountPaymentSheet::primaryAction()
+{
+    if (!m_model.record())
+        m_amount->selectAll();
 }
 
 void ReceiveAccountPaymentSheet::showTillNote()

@@ -1,18 +1,15 @@
 #pragma once
 
 #include "customers/receiveaccountpaymentmodel.h"
+#include "ui/controls/sheet.h"
 
-#include <QDialog>
-
-class ErrorLabel;
 class QLabel;
 class QLineEdit;
-class QPushButton;
 class SegmentedControl;
 
 // "Receive Payment" over the customer's detail: money paid towards what the account owes. Stays
 // open with the reason when the payment is refused.
-class ReceiveAccountPaymentSheet : public QDialog {
+class ReceiveAccountPaymentSheet : public Sheet {
     Q_OBJECT
 
 public:
@@ -25,10 +22,10 @@ public:
     SegmentedControl* methodPicker() const { return m_method; }
     QLineEdit* referenceField() const { return m_reference; }
     QLabel* tillNoteLabel() const { return m_tillNote; }
-    ErrorLabel* errorLabel() const { return m_error; }
-    QPushButton* recordButton() const { return m_record; }
+    QPushButton* recordButton() const { return primaryButton(); }
 
 private:
+    void primaryAction() override;
     void showTillNote();
 
     ReceiveAccountPaymentModel m_model;
@@ -37,6 +34,4 @@ private:
     SegmentedControl* m_method;
     QLineEdit* m_reference;
     QLabel* m_tillNote;
-    ErrorLabel* m_error;
-    QPushButton* m_record;
 };

@@ -3,8 +3,12 @@
 #include "money/currency.h"
 #include "money/quantity.h"
 #include "startup/sessionstore.h"
+#include "ui/controls/cards.h"
 #include "ui/controls/errorlabel.h"
-#include "ui/inventory/emptystate.h"
+#include "ui/controls/formfields.h"
+#include "ui/controls/lazyrefresh.h"
+#include "ui/controls/listdetail.h"
+#include "ui/controls/tables.h"
 #include "ui/inventory/productinventorydetail.h"
 #include "ui/style/theme.h"
 
@@ -12,8 +16,6 @@
 #include <QHeaderView>
 #include <QLabel>
 #include <QLineEdit>
-#include <QShowEvent>
-#include <QStackedWidget>
 #include <QStandardItemModel>
 #include <QTableView>
 #include <QVBoxLayout>
@@ -21,23 +23,6 @@
 namespace {
 enum Column { nameColumn, skuColumn, onHandColumn };
 const QColor lowStockColour(0xc6, 0x28, 0x28);
-
-// A summary figure with its caption, on a card.
-QLabel* makeFigure(const QString& caption, QHBoxLayout* row, QWidget* parent)
-{
-    auto* card = new QWidget(parent);
-    Theme::markCard(card);
-    auto* value = Theme::label(QString(), Theme::Text::heading, card);
-    value->setAccessibleName(caption);
-    auto* layout = new QVBoxLayout(card);
-    layout->setContentsMargins(16, 10, 16, 10);
-    layout->setSpacing(2);
-    layout->addWidget(Theme::label(caption, Theme::Text::note, card));
-    layout->addWidget(value);
-    card->setMinimumWidth(180);
-    row->addWidget(card);
-    return value;
-}
 
 QList<QStandardItem*> makeRow(const Product& product)
 {
@@ -70,16 +55,15 @@ InventoryView::InventoryView(ModelContext& context, InventoryServicing& inventor
 {
     auto* figures = new QHBoxLayout;
     figures->setSpacing(12);
-    m_stockValue = makeFigure(QStringLiteral("Stock Value"), figures, this);
-    m_lowStock = makeFigure(QStringLiteral("Low Stock"), figures, this);
+    m_stockValue = addFigureCard(figures, QStringLiteral("Stock Value"), this);
+    m_lowStock = addFigureCard(figures, QStringLiteral("Low Stock"), this);
+    for (QLabel* figure : {m_stockValue, m_lowStock})
+        figure->parentWidget()->setMinimumWidth(180);
     figures->addStretch();
     auto* error = new ErrorLabel(this);
 
-    m_search = new QLineEdit(this);
+    m_search = makeSearchField(QStringLiteral("Search products"), this);
     m_search->setObjectName(QStringLiteral("search"));
-    m_search->setPlaceholderText(QStringLiteral("Search products"));
-    m_search->setAccessibleName(QStringLiteral("Search products"));
-    m_search->setClearButtonEnabled(true);
 
     m_rows = new QStandardItemModel(0, 3, this);
     m_rows->setHorizontalHeaderLabels(
@@ -88,58 +72,27 @@ InventoryView::InventoryView(ModelContext& context, InventoryServicing& inventor
     m_list = new QTableView(this);
     Theme::markCard(m_list);
     m_list->setObjectName(QStringLiteral("products"));
-    m_list->setAccessibleName(QStringLiteral("Products"));
     m_list->setModel(m_rows);
-    m_list->setSelectionBehavior(QAbstractItemView::SelectRows);
-    m_list->setSelectionMode(QAbstractItemView::SingleSelection);
-    m_list->setShowGrid(false);
-    m_list->setWordWrap(false);
-    m_list->setTextElideMode(Qt::ElideRight);
-    m_list->verticalHeader()->hide();
-    m_list->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
-    m_list->verticalHeader()->setDefaultSectionSize(34);
+    setUpRecordTable(m_list, QStringLiteral("Products"), 34);
     m_list->horizontalHeader()->setSectionResizeMode(nameColumn, QHeaderView::Stretch);
     m_list->horizontalHeader()->setSectionResizeMode(skuColumn, QHeaderView::Interactive);
     m_list->horizontalHeader()->setSectionResizeMode(onHandColumn, QHeaderView::ResizeToContents);
     m_list->horizontalHeader()->resizeSection(skuColumn, 96);
     m_list->horizontalHeader()->setHighlightSections(false);
     m_list->horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
-    m_list->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    m_noMatches = Theme::label(QString(), Theme::Text::note, this);
-    m_noMatches->setTextFormat(Qt::PlainText);
-    m_noMatches->hide();
-
-    auto* listPane = new QWidget(this);
-    listPane->setFixedWidth(400);
-    auto* listColumn = new QVBoxLayout(listPane);
-    listColumn->setContentsMargins(0, 0, 0, 0);
-    listColumn->setSpacing(10);
-    listColumn->addWidget(m_search);
-    listColumn->addWidget(m_noMatches);
-    listColumn->addWidget(m_list, 1);
+    m_listPane = new SearchListPane(m_search, m_list, QStringLiteral("No products match “%1”."), this);
+    m_listPane->setFixedWidth(400);
 
     m_detail = new ProductInventoryDetail(m_model, context, inventory, session, this);
-    m_selectPrompt =
-        makeEmptyState(QStringLiteral("Select a product"),
-                       QStringLiteral("Pick a product to see its stock history and make adjustments."), this);
-    m_detailPages = new QStackedWidget(this);
-    m_detailPages->addWidget(m_selectPrompt);
+    m_detailPages = new DetailPages(
+        QStringLiteral("Select a product"),
+        QStringLiteral("Pick a product to see its stock history and make adjustments."), this);
     m_detailPages->addWidget(m_detail);
-
-    m_split = new QWidget(this);
-    auto* split = new QHBoxLayout(m_split);
-    split->setContentsMargins(0, 0, 0, 0);
-    split->setSpacing(28);
-    split->addWidget(listPane);
-    split->addWidget(m_detailPages, 1);
-    m_noItems =
-        makeEmptyState(QStringLiteral("No stock-tracked items"),
-                       QStringLiteral("Only Inventory Items have stock to count. Non-inventory items and "
-                                      "services are sold without stock — manage them in Products."),
-                       this);
-    m_body = new QStackedWidget(this);
-    m_body->addWidget(m_split);
-    m_body->addWidget(m_noItems);
+    m_body =
+        new ListDetailBody(m_listPane, m_detailPages, QStringLiteral("No stock-tracked items"),
+                           QStringLiteral("Only Inventory Items have stock to count. Non-inventory items and "
+                                          "services are sold without stock — manage them in Products."),
+                           this);
 
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(32, 28, 32, 24);
@@ -149,6 +102,8 @@ InventoryView::InventoryView(ModelContext& context, InventoryServicing& inventor
     layout->addWidget(error);
     layout->addWidget(m_body, 1);
 
+    // Changes while the screen is hidden (a sale at the till) wait until it is shown again.
+    auto* lazyRefresh = new LazyRefresh(this, [this] { refresh(); });
     connect(m_search, &QLineEdit::textChanged, &m_model, &InventoryViewModel::setSearchText);
     connect(&m_model, &InventoryViewModel::searchTextChanged, this, [this] {
         refreshList();
@@ -156,12 +111,7 @@ InventoryView::InventoryView(ModelContext& context, InventoryServicing& inventor
     });
     connect(&m_model, &InventoryViewModel::errorMessageChanged, error,
             [this, error] { error->setMessage(m_model.errorMessage()); });
-    connect(&m_model, &InventoryViewModel::inventoryChanged, this, [this] {
-        if (isVisible())
-            refresh();
-        else
-            m_isStale = true;
-    });
+    connect(&m_model, &InventoryViewModel::inventoryChanged, lazyRefresh, &LazyRefresh::request);
     connect(&m_session, &SessionStore::settingsChanged, this, [this] {
         refreshSummary();
         m_detail->refresh();
@@ -176,16 +126,8 @@ InventoryView::InventoryView(ModelContext& context, InventoryServicing& inventor
     refresh();
 }
 
-void InventoryView::showEvent(QShowEvent* event)
-{
-    QWidget::showEvent(event);
-    if (m_isStale)
-        refresh();
-}
-
 void InventoryView::refresh()
 {
-    m_isStale = false;
     refreshSummary();
     refreshList();
     showSelection();
@@ -225,11 +167,9 @@ void InventoryView::refreshList()
                                                       QItemSelectionModel::Rows);
     m_rebuilding = false;
 
-    const bool searching = !m_model.searchText().isEmpty();
-    m_body->setCurrentWidget(m_products.isEmpty() && !searching ? m_noItems : m_split);
-    m_noMatches->setText(QStringLiteral("No products match “%1”.").arg(m_model.searchText()));
-    m_noMatches->setVisible(m_products.isEmpty() && searching);
-    m_list->setVisible(!m_noMatches->isVisibleTo(this));
+    m_body->showNoRecords(m_products.isEmpty() && m_model.searchText().isEmpty());
+    m_listPane->showMatches(m_model.searchText(), !m_products.isEmpty());
+    m_list->setVisible(!m_listPane->isShowingNoMatches());
 }
 
 void InventoryView::showSelection()
@@ -240,7 +180,7 @@ void InventoryView::showSelection()
             product = listed;
     }
     if (!product) {
-        m_detailPages->setCurrentWidget(m_selectPrompt);
+        m_detailPages->showDetail(nullptr);
         m_detail->setProduct(nullptr);
         return;
     }
@@ -248,7 +188,7 @@ void InventoryView::showSelection()
         m_detail->refresh();
     else
         m_detail->setProduct(product);
-    m_detailPages->setCurrentWidget(m_detail);
+    m_detailPages->showDetail(m_detail);
 }
 
 bool InventoryView::selectProduct(const QUuid& productID)
@@ -266,10 +206,10 @@ bool InventoryView::selectProduct(const QUuid& productID)
 
 bool InventoryView::isShowingNoItems() const
 {
-    return m_body->currentWidget() == m_noItems;
+    return m_body->isShowingNoRecords();
 }
 
 bool InventoryView::isShowingDetail() const
 {
-    return m_body->currentWidget() == m_split && m_detailPages->currentWidget() == m_detail;
+    return !m_body->isShowingNoRecords() && !m_detailPages->isShowingPrompt();
 }

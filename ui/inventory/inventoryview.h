@@ -5,13 +5,15 @@
 #include <QUuid>
 #include <QWidget>
 
+class DetailPages;
 class InventoryServicing;
+class ListDetailBody;
 class ProductInventoryDetail;
 class QLabel;
 class QLineEdit;
-class QStackedWidget;
 class QStandardItemModel;
 class QTableView;
+class SearchListPane;
 class SessionStore;
 
 // The "Inventory" section: the stock-tracked products with the store's stock value and low-stock
@@ -36,9 +38,6 @@ public:
     // Chooses the product in the list, as a click would; false when it isn't listed.
     bool selectProduct(const QUuid& productID);
 
-protected:
-    void showEvent(QShowEvent* event) override;
-
 private:
     void refresh();
     void refreshSummary();
@@ -50,8 +49,6 @@ private:
     SessionStore& m_session;
     QList<Ref<Product>> m_products; // the list's rows, in order
     QUuid m_selectedID;
-    // Changes while the screen is hidden (a sale at the till) wait until it is shown again.
-    bool m_isStale = false;
     bool m_rebuilding = false;
 
     QLabel* m_stockValue;
@@ -59,11 +56,8 @@ private:
     QLineEdit* m_search;
     QStandardItemModel* m_rows;
     QTableView* m_list;
-    QLabel* m_noMatches;
-    QStackedWidget* m_body;
-    QWidget* m_split;
-    QWidget* m_noItems;
-    QStackedWidget* m_detailPages;
-    QWidget* m_selectPrompt;
+    SearchListPane* m_listPane;
+    DetailPages* m_detailPages;
+    ListDetailBody* m_body;
     ProductInventoryDetail* m_detail;
 };

@@ -4,12 +4,13 @@
 #include "money/quantity.h"
 #include "startup/sessionstore.h"
 #include "stock/stockadjustmentmodel.h"
-#include "ui/inventory/emptystate.h"
+#include "ui/controls/cards.h"
+#include "ui/controls/emptystate.h"
 #include "ui/inventory/movementhistorymodel.h"
 #include "ui/inventory/stockadjustmentsheet.h"
 #include "ui/style/theme.h"
 
-#include <QGridLayout>
+#include <QHBoxLayout>
 #include <QLabel>
 #include <QListView>
 #include <QPainter>
@@ -74,21 +75,6 @@ public:
     }
 };
 
-// A figure with its caption above it, on a card.
-QLabel* addFigure(QGridLayout* grid, int column, const QString& caption, QWidget* parent)
-{
-    auto* card = new QWidget(parent);
-    Theme::markCard(card);
-    auto* value = Theme::label(QString(), Theme::Text::heading, card);
-    value->setAccessibleName(caption);
-    auto* layout = new QVBoxLayout(card);
-    layout->setContentsMargins(16, 12, 16, 12);
-    layout->setSpacing(2);
-    layout->addWidget(Theme::label(caption, Theme::Text::note, card));
-    layout->addWidget(value);
-    grid->addWidget(card, 0, column);
-    return value;
-}
 } // namespace
 
 ProductInventoryDetail::ProductInventoryDetail(InventoryViewModel& model, ModelContext& context,
@@ -107,11 +93,11 @@ ProductInventoryDetail::ProductInventoryDetail(InventoryViewModel& model, ModelC
     m_adjust = new QPushButton(QStringLiteral("Stock In / Out / Adjust…"), this);
     Theme::markPrimary(m_adjust);
 
-    auto* figures = new QGridLayout;
-    figures->setHorizontalSpacing(12);
-    m_onHand = addFigure(figures, 0, QStringLiteral("On Hand"), this);
-    m_reorderLevel = addFigure(figures, 1, QStringLiteral("Reorder Level"), this);
-    m_stockValue = addFigure(figures, 2, QStringLiteral("Stock Value"), this);
+    auto* figures = new QHBoxLayout;
+    figures->setSpacing(12);
+    m_onHand = addFigureCard(figures, QStringLiteral("On Hand"), this);
+    m_reorderLevel = addFigureCard(figures, QStringLiteral("Reorder Level"), this);
+    m_stockValue = addFigureCard(figures, QStringLiteral("Stock Value"), this);
     m_lowStock = new QLabel(QStringLiteral("Low Stock"), this);
     Theme::setKind(m_lowStock, "badge");
     m_lowStock->setToolTip(QStringLiteral("On hand is at or below the reorder level."));

@@ -8,7 +8,6 @@
 #include "ui/controls/segmentedcontrol.h"
 #include "ui/style/theme.h"
 
-#include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
@@ -41,12 +40,11 @@ QVBoxLayout* makeColumn(QWidget* parent)
 StockAdjustmentSheet::StockAdjustmentSheet(InventoryServicing& inventory, ModelContext& context,
                                            SessionStore& session, const Ref<Product>& product,
                                            QWidget* parent)
-    : QDialog(parent)
+    : Sheet(StockAdjustmentModel::applyTitle(), parent)
     , m_model(new StockAdjustmentModel(
           inventory, context, session, product, [this] { accept(); }, this))
 {
-    setWindowTitle(m_model->title());
-    setWindowModality(Qt::WindowModal);
+    setTitle(m_model->title());
 
     QStringList labels;
     for (Mode mode : modes)
@@ -72,22 +70,11 @@ StockAdjustmentSheet::StockAdjustmentSheet(InventoryServicing& inventory, ModelC
     m_reason = makeField("reason", this);
     m_costPreview = Theme::label(QString(), Theme::Text::note, this);
     m_costPreview->setObjectName(QStringLiteral("costPreview"));
-    m_error = new ErrorLabel(this);
-    m_error->setObjectName(QStringLiteral("errorMessage"));
-    m_cancel = new QPushButton(StockAdjustmentModel::cancelTitle(), this);
-    m_apply = new QPushButton(StockAdjustmentModel::applyTitle(), this);
-    Theme::markPrimary(m_apply);
+    errorLabel()->setObjectName(QStringLiteral("errorMessage"));
 
-    auto* layout = new QVBoxLayout(this);
-    layout->setContentsMargins(24, 20, 24, 20);
-    layout->setSpacing(12);
-    auto* title = Theme::label(m_model->title(), Theme::Text::heading, this);
-    title->setWordWrap(true);
-    title->setTextFormat(Qt::PlainText); // the product's name is the user's text
-    layout->addWidget(title);
-    layout->addWidget(m_onHand);
-    layout->addWidget(m_mode);
-    m_quantityCaption = addLabelledField(layout, m_model->quantityTitle(), m_quantity);
+    form()->addWidget(m_onHand);
+    form()->addWidget(m_mode);
+    m_quantityCaption = addLabelledField(form(), m_model->quantityTitle(), m_quantity);
 
     // Cost and supplier belong to a delivery only; hidden together for the other modes.
     m_deliveryFields = new QWidget(this);
@@ -95,23 +82,13 @@ StockAdjustmentSheet::StockAdjustmentSheet(InventoryServicing& inventory, ModelC
     addLabelledField(delivery, m_model->unitCostTitle(), m_unitCost);
     delivery->addWidget(m_costPreview);
     addLabelledField(delivery, StockAdjustmentModel::supplierTitle(), m_supplier);
-    layout->addWidget(m_deliveryFields);
+    form()->addWidget(m_deliveryFields);
 
-    addLabelledField(layout, StockAdjustmentModel::reasonTitle(), m_reason);
-    layout->addWidget(m_error);
-    layout->addSpacing(4);
-    auto* buttons = new QHBoxLayout;
-    buttons->setSpacing(8);
-    buttons->addStretch();
-    buttons->addWidget(m_cancel);
-    buttons->addWidget(m_apply);
-    layout->addLayout(buttons);
+    addLabelledField(form(), StockAdjustmentModel::reasonTitle(), m_reason);
     // A fixed width lets wrapped texts take the height they need; the height follows the mode.
-    for (QWidget* wide : {static_cast<QWidget*>(title), static_cast<QWidget*>(m_mode)})
+    for (QWidget* wide : {static_cast<QWidget*>(heading()), static_cast<QWidget*>(m_mode)})
         wide->setFixedWidth(400);
-    layout->setSizeConstraint(QLayout::SetFixedSize);
-    // Only once the button is inside the dialog, or the dialog makes Cancel the default.
-    m_apply->setDefault(true);
+    layout()->setSizeConstraint(QLayout::SetFixedSize);
 
     using Model = StockAdjustmentModel;
     bindText(m_quantity, *m_model, &Model::quantityText, &Model::setQuantityText,
@@ -126,20 +103,21 @@ StockAdjustmentSheet::StockAdjustmentSheet(InventoryServicing& inventory, ModelC
     connect(m_model, &Model::modeChanged, this, &StockAdjustmentSheet::showMode);
     for (auto changed : {&Model::modeChanged, &Model::quantityTextChanged, &Model::unitCostTextChanged})
         connect(m_model, changed, this, &StockAdjustmentSheet::showCostPreview);
-    connect(m_cancel, &QPushButton::clicked, this, &QDialog::reject);
-    connect(m_apply, &QPushButton::clicked, this, [this] {
-        m_model->apply();
-        // Shown again even when it's the same refusal as before the last edit hid it.
-        m_error->setMessage(m_model->errorMessage());
-    });
     // A refusal speaks of what was typed then; once that changes it would only mislead.
     for (QLineEdit* field : {m_quantity, m_unitCost, m_supplier, m_reason})
-        connect(field, &QLineEdit::textEdited, m_error, [this] { m_error->setMessage(std::nullopt); });
-    connect(m_model, &Model::modeChanged, m_error, [this] { m_error->setMessage(std::nullopt); });
+        connect(field, &QLineEdit::textEdited, this, [this] { showError(std::nullopt); });
+    connect(m_model, &Model::modeChanged, this, [this] { showError(std::nullopt); });
 
     showMode();
     showCostPreview();
     m_quantity->setFocus();
+}
+
+void StockAdjustmentSheet::primaryAction()
+{
+    m_model->apply();
+    // Shown again even when it's the same refusal as before the last edit hid it.
+    showError(m_model->errorMessage());
 }
 
 void StockAdjustmentSheet::showMode()

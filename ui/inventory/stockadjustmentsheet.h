@@ -1,22 +1,19 @@
 #pragma once
 
 #include "records/product.h"
+#include "ui/controls/sheet.h"
 
-#include <QDialog>
-
-class ErrorLabel;
 class InventoryServicing;
 class ModelContext;
 class QLabel;
 class QLineEdit;
-class QPushButton;
 class SegmentedControl;
 class SessionStore;
 class StockAdjustmentModel;
 
 // "Adjust Stock": books a stock-in with its cost, a stock-out or a count for one product. Closes
 // only once the change is saved; a refusal stays open with the reason.
-class StockAdjustmentSheet : public QDialog {
+class StockAdjustmentSheet : public Sheet {
     Q_OBJECT
 
 public:
@@ -31,11 +28,10 @@ public:
     QLineEdit* reasonField() const { return m_reason; }
     QLabel* quantityCaption() const { return m_quantityCaption; }
     QLabel* costPreviewLabel() const { return m_costPreview; }
-    ErrorLabel* errorLabel() const { return m_error; }
-    QPushButton* cancelButton() const { return m_cancel; }
-    QPushButton* applyButton() const { return m_apply; }
+    QPushButton* applyButton() const { return primaryButton(); }
 
 private:
+    void primaryAction() override;
     void showMode();
     void showCostPreview();
 
@@ -49,7 +45,4 @@ private:
     QLineEdit* m_supplier;
     QLineEdit* m_reason;
     QLabel* m_costPreview;
-    ErrorLabel* m_error;
-    QPushButton* m_cancel;
-    QPushButton* m_apply;
 };

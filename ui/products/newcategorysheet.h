@@ -1,25 +1,17 @@
 #pragma once
 
 #include "records/category.h"
+#include "ui/products/newrecordsheet.h"
 
-#include <QDialog>
+#include <vector>
 
-#include <functional>
-
-class ErrorLabel;
-class ProductsViewModel;
 class QComboBox;
-class QLineEdit;
-class QPushButton;
 
-// "New Category" over the product form: a name and a tile colour. A refusal keeps the sheet open
-// with the reason.
-class NewCategorySheet : public QDialog {
+// "New Category" over the product form: a name and a tile colour.
+class NewCategorySheet : public NewRecordSheet<Category> {
     Q_OBJECT
 
 public:
-    using OnCreate = std::function<void(const Ref<Category>&)>;
-
     // The tile colours offered, grey first as on a new category.
     struct Swatch {
         const char* name;
@@ -29,18 +21,10 @@ public:
 
     NewCategorySheet(ProductsViewModel& model, OnCreate onCreate, QWidget* parent = nullptr);
 
-    QLineEdit* nameField() const { return m_name; }
     QComboBox* colorPicker() const { return m_color; }
-    QPushButton* createButton() const { return m_create; }
-    ErrorLabel* errorLabel() const { return m_error; }
 
 private:
-    void create();
+    Creation<Category> create() override;
 
-    ProductsViewModel& m_model;
-    OnCreate m_onCreate;
-    QLineEdit* m_name;
     QComboBox* m_color;
-    ErrorLabel* m_error;
-    QPushButton* m_create;
 };

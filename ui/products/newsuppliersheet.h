@@ -1,36 +1,16 @@
 #pragma once
 
 #include "records/supplier.h"
-
-#include <QDialog>
-
-#include <functional>
-
-class ErrorLabel;
-class ProductsViewModel;
-class QLineEdit;
-class QPushButton;
+#include "ui/products/newrecordsheet.h"
 
 // "New Supplier" over the product form: just the name; the rest is filled in on the Suppliers
-// screen. A refusal keeps the sheet open with the reason.
-class NewSupplierSheet : public QDialog {
+// screen.
+class NewSupplierSheet : public NewRecordSheet<Supplier> {
     Q_OBJECT
 
 public:
-    using OnCreate = std::function<void(const Ref<Supplier>&)>;
-
     NewSupplierSheet(ProductsViewModel& model, OnCreate onCreate, QWidget* parent = nullptr);
 
-    QLineEdit* nameField() const { return m_name; }
-    QPushButton* createButton() const { return m_create; }
-    ErrorLabel* errorLabel() const { return m_error; }
-
 private:
-    void create();
-
-    ProductsViewModel& m_model;
-    OnCreate m_onCreate;
-    QLineEdit* m_name;
-    ErrorLabel* m_error;
-    QPushButton* m_create;
+    Creation<Supplier> create() override;
 };

@@ -2,7 +2,10 @@
 
 #include "money/quantity.h"
 #include "stock/productsviewmodel.h"
+#include "ui/controls/asktodelete.h"
+#include "ui/controls/cards.h"
 #include "ui/controls/errorlabel.h"
+#include "ui/controls/formfooter.h"
 #include "ui/products/newcategorysheet.h"
 #include "ui/products/newsuppliersheet.h"
 #include "ui/style/theme.h"
@@ -12,7 +15,6 @@
 #include <QGridLayout>
 #include <QLabel>
 #include <QLineEdit>
-#include <QMessageBox>
 #include <QPushButton>
 #include <QScrollArea>
 #include <QSignalBlocker>
@@ -28,23 +30,16 @@ constexpr int captionWidth = 155;
 constexpr std::array<ProductType, 3> productTypes{ProductType::inventory, ProductType::nonInventory,
                                                   ProductType::service};
 
-// A heading over a white card whose rows are laid out in `grid`: captions left, fields right.
+// A section whose rows are laid out in `grid`: captions left, fields right.
 QWidget* makeSection(const QString& heading, QGridLayout*& grid, QWidget* parent)
 {
-    auto* section = new QWidget(parent);
-    auto* column = new QVBoxLayout(section);
-    column->setContentsMargins(0, 0, 0, 0);
-    column->setSpacing(8);
-    column->addWidget(Theme::label(heading, Theme::Text::heading, section));
-    auto* card = new QWidget(section);
-    Theme::markCard(card);
-    grid = new QGridLayout(card);
-    grid->setContentsMargins(20, 16, 20, 16);
+    auto* section = new Section(heading, parent);
+    grid = new QGridLayout;
     grid->setHorizontalSpacing(16);
     grid->setVerticalSpacing(10);
     grid->setColumnMinimumWidth(0, captionWidth);
     grid->setColumnStretch(1, 1);
-    column->addWidget(card);
+    section->content()->addLayout(grid);
     return section;
 }
 
@@ -144,7 +139,10 @@ ProductEditForm::ProductEditForm(ProductsViewModel& model, Ref<Product> product,
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(0);
     layout->addWidget(scroll, 1);
-    layout->addWidget(buildFooter());
+    m_footer = new FormFooter(QStringLiteral("Delete Product"), this);
+    m_footer->setObjectName(QStringLiteral("formFooter"));
+    m_footer->setContentsMargins(16, 10, 16, 14);
+    layout->addWidget(m_footer);
 
     reload();
     bind();
@@ -277,41 +275,9 @@ QWidget* ProductEditForm::buildStaff()
 
 QWidget* ProductEditForm::buildCostHistory()
 {
-    auto* section = new QWidget(this);
-    auto* column = new QVBoxLayout(section);
-    column->setContentsMargins(0, 0, 0, 0);
-    column->setSpacing(8);
-    column->addWidget(Theme::label(QStringLiteral("Cost History"), Theme::Text::heading, section));
-    auto* card = new QWidget(section);
-    Theme::markCard(card);
-    m_historyRows = new QVBoxLayout(card);
-    m_historyRows->setContentsMargins(20, 14, 20, 14);
-    m_historyRows->setSpacing(8);
-    column->addWidget(card);
+    auto* section = new Section(QStringLiteral("Cost History"), this);
+    m_historyRows = section->content();
     return section;
-}
-
-QWidget* ProductEditForm::buildFooter()
-{
-    auto* footer = new QWidget(this);
-    footer->setObjectName(QStringLiteral("formFooter"));
-    auto* line = new QHBoxLayout(footer);
-    line->setContentsMargins(16, 10, 16, 14);
-    line->setSpacing(12);
-    m_delete = new QPushButton(QStringLiteral("Delete Product"), footer);
-    m_error = new ErrorLabel(footer);
-    m_saved = Theme::label(QStringLiteral("Saved"), Theme::Text::note, footer);
-    m_saved->hide();
-    m_save = new QPushButton(QStringLiteral("Save"), footer);
-    Theme::markPrimary(m_save);
-    m_save->setShortcut(QKeySequence::Save);
-    m_save->setToolTip(QStringLiteral("Save (Ctrl+S)"));
-    line->addWidget(m_delete);
-    line->addWidget(m_error, 1);
-    line->addStretch();
-    line->addWidget(m_saved);
-    line->addWidget(m_save);
-    return footer;
 }
 
 void ProductEditForm::bind()
@@ -402,8 +368,8 @@ void ProductEditForm::bind()
 
     connect(m_newCategory, &QPushButton::clicked, this, &ProductEditForm::openNewCategory);
     connect(m_newSupplier, &QPushButton::clicked, this, &ProductEditForm::openNewSupplier);
-    connect(m_save, &QPushButton::clicked, this, &ProductEditForm::save);
-    connect(m_delete, &QPushButton::clicked, this, &ProductEditForm::confirmDelete);
+    connect(m_footer->saveButton(), &QPushButton::clicked, this, &ProductEditForm::save);
+    connect(m_footer->deleteButton(), &QPushButton::clicked, this, &ProductEditForm::confirmDelete);
 }
 
 void ProductEditForm::focusName()
@@ -591,15 +557,14 @@ void ProductEditForm::showCostHistory()
 
 void ProductEditForm::changed()
 {
-    m_saved->hide();
+    m_footer->markEdited();
     Q_EMIT edited();
 }
 
 void ProductEditForm::save()
 {
     const std::optional<QString> failure = m_model.save(m_product);
-    m_error->setMessage(failure);
-    m_saved->setVisible(!failure);
+    m_footer->showSaveResult(failure);
     if (!failure) {
         // The save trimmed them.
         field(Field::name)->setText(m_product->name());
@@ -610,19 +575,8 @@ void ProductEditForm::save()
 
 void ProductEditForm::confirmDelete()
 {
-    auto* box = new QMessageBox(QMessageBox::Warning, ProductsViewModel::deleteTitle(),
-                                ProductsViewModel::deleteTitle(), QMessageBox::NoButton, this);
-    box->setInformativeText(ProductsViewModel::deleteMessage());
-    QPushButton* remove = box->addButton(QStringLiteral("Delete"), QMessageBox::DestructiveRole);
-    // Return keeps the product.
-    box->setDefaultButton(box->addButton(QStringLiteral("Cancel"), QMessageBox::RejectRole));
-    box->setWindowModality(Qt::WindowModal);
-    box->setAttribute(Qt::WA_DeleteOnClose);
-    connect(box, &QMessageBox::buttonClicked, this, [this, remove](QAbstractButton* button) {
-        if (button == remove)
-            m_model.deleteProduct(m_product);
-    });
-    box->open();
+    askToDelete(this, ProductsViewModel::deleteTitle(), ProductsViewModel::deleteMessage(),
+                [this] { m_model.deleteProduct(m_product); });
 }
 
 void ProductEditForm::openNewCategory()

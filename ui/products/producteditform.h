@@ -4,8 +4,7 @@
 #include "records/product.h"
 #include "records/supplier.h"
 #include "records/taxgroup.h"
-
-#include <QWidget>
+#include "ui/controls/formfooter.h"
 
 class ErrorLabel;
 class ProductsViewModel;
@@ -36,9 +35,9 @@ public:
     QCheckBox* toggle(Toggle which) const;
     QPushButton* newCategoryButton() const { return m_newCategory; }
     QPushButton* newSupplierButton() const { return m_newSupplier; }
-    QPushButton* saveButton() const { return m_save; }
-    QPushButton* deleteButton() const { return m_delete; }
-    ErrorLabel* errorLabel() const { return m_error; }
+    QPushButton* saveButton() const { return m_footer->saveButton(); }
+    QPushButton* deleteButton() const { return m_footer->deleteButton(); }
+    ErrorLabel* errorLabel() const { return m_footer->errorLabel(); }
 
     // Ready for a new product's name: the field focused and its text selected.
     void focusName();
@@ -58,7 +57,6 @@ private:
     QWidget* buildStock();
     QWidget* buildStaff();
     QWidget* buildCostHistory();
-    QWidget* buildFooter();
     void bind();
 
     void fillCategories();
@@ -99,8 +97,5 @@ private:
     ErrorLabel* m_commissionError = nullptr;
     QVBoxLayout* m_historyRows = nullptr;
     QWidget* m_historyBody = nullptr;
-    ErrorLabel* m_error = nullptr;
-    QLabel* m_saved = nullptr;
-    QPushButton* m_delete = nullptr;
-    QPushButton* m_save = nullptr;
+    FormFooter* m_footer = nullptr;
 };

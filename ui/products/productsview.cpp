@@ -2,6 +2,8 @@
 
 #include "environment/appenvironment.h"
 #include "ui/controls/errorlabel.h"
+#include "ui/controls/formfields.h"
+#include "ui/controls/listdetail.h"
 #include "ui/products/producteditform.h"
 #include "ui/products/productlistdelegate.h"
 #include "ui/style/theme.h"
@@ -14,10 +16,8 @@
 #include <QListWidget>
 #include <QMenu>
 #include <QPushButton>
-#include <QScrollBar>
 #include <QShowEvent>
 #include <QSignalBlocker>
-#include <QStackedWidget>
 #include <QTimer>
 #include <QVBoxLayout>
 
@@ -26,23 +26,6 @@
 namespace {
 constexpr std::array<ProductType, 3> productTypes{ProductType::inventory, ProductType::nonInventory,
                                                   ProductType::service};
-
-QWidget* emptyState(const QString& title, const QString& message, QWidget* parent)
-{
-    auto* state = new QWidget(parent);
-    auto* column = new QVBoxLayout(state);
-    column->setContentsMargins(24, 24, 24, 24);
-    column->setSpacing(6);
-    column->addStretch();
-    auto* heading = Theme::label(title, Theme::Text::heading, state);
-    heading->setAlignment(Qt::AlignCenter);
-    column->addWidget(heading);
-    auto* note = Theme::label(message, Theme::Text::note, state);
-    note->setAlignment(Qt::AlignCenter);
-    column->addWidget(note);
-    column->addStretch(2);
-    return state;
-}
 } // namespace
 
 ProductsView::ProductsView(AppEnvironment& environment, SessionStore& session, QWidget* parent)
@@ -56,10 +39,16 @@ ProductsView::ProductsView(AppEnvironment& environment, SessionStore& session, Q
     layout->addWidget(buildFilterBar());
     m_error = new ErrorLabel(this);
     layout->addWidget(m_error);
+    m_listCard = new RecordListCard(QStringLiteral("Products"), ProductsViewModel::emptyTitle(),
+                                    ProductsViewModel::emptyMessage(), this);
+    m_listCard->setFixedWidth(320);
+    list()->setItemDelegate(new ProductListDelegate(list()));
+    m_detail =
+        new DetailPages(ProductsViewModel::noSelectionTitle(), ProductsViewModel::noSelectionMessage(), this);
     auto* body = new QHBoxLayout;
     body->setSpacing(8);
-    body->addWidget(buildList());
-    body->addWidget(buildDetail(), 1);
+    body->addWidget(m_listCard);
+    body->addWidget(m_detail, 1);
     layout->addLayout(body, 1);
 
     connect(&m_model, &ProductsViewModel::errorMessageChanged, this,
@@ -78,10 +67,11 @@ ProductsView::ProductsView(AppEnvironment& environment, SessionStore& session, Q
         refreshList();
     });
     connect(&m_model, &ProductsViewModel::selectionChanged, this, &ProductsView::showSelection);
+    connect(m_listCard, &RecordListCard::rowChosen, this, [this](int row) { m_model.select(m_listed[row]); });
     connect(&m_model, &ProductsViewModel::productsChanged, this, [this] {
         fillCategoryFilter();
         // Not while the list is in the middle of changing its current row: it is rebuilt after.
-        if (m_changingRow)
+        if (m_listCard->isChoosing())
             QTimer::singleShot(0, this, &ProductsView::refreshList);
         else
             refreshList();
@@ -131,10 +121,7 @@ QWidget* ProductsView::buildFilterBar()
     line->setContentsMargins(0, 0, 0, 0);
     line->setSpacing(10);
 
-    m_search = new QLineEdit(bar);
-    m_search->setPlaceholderText(ProductsViewModel::searchPrompt());
-    m_search->setAccessibleName(ProductsViewModel::searchPrompt());
-    m_search->setClearButtonEnabled(true);
+    m_search = makeSearchField(ProductsViewModel::searchPrompt(), bar);
     m_search->setMinimumWidth(180);
     line->addWidget(m_search, 2);
 
@@ -174,45 +161,6 @@ QWidget* ProductsView::buildFilterBar()
     return bar;
 }
 
-QWidget* ProductsView::buildList()
-{
-    auto* card = new QWidget(this);
-    Theme::markCard(card);
-    card->setFixedWidth(320);
-    auto* column = new QVBoxLayout(card);
-    column->setContentsMargins(1, 6, 1, 6);
-    m_listStack = new QStackedWidget(card);
-    m_list = new QListWidget(m_listStack);
-    m_list->setFrameShape(QFrame::NoFrame);
-    m_list->setItemDelegate(new ProductListDelegate(m_list));
-    m_list->setMouseTracking(true);
-    m_list->setUniformItemSizes(true);
-    m_list->setAccessibleName(QStringLiteral("Products"));
-    m_list->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    m_emptyList = emptyState(ProductsViewModel::emptyTitle(), ProductsViewModel::emptyMessage(), m_listStack);
-    m_listStack->addWidget(m_list);
-    m_listStack->addWidget(m_emptyList);
-    column->addWidget(m_listStack);
-
-    connect(m_list, &QListWidget::currentRowChanged, this, [this](int row) {
-        if (row < 0 || row >= m_listed.size())
-            return;
-        m_changingRow = true;
-        m_model.select(m_listed[row]);
-        m_changingRow = false;
-    });
-    return card;
-}
-
-QWidget* ProductsView::buildDetail()
-{
-    m_detail = new QStackedWidget(this);
-    m_noSelection =
-        emptyState(ProductsViewModel::noSelectionTitle(), ProductsViewModel::noSelectionMessage(), m_detail);
-    m_detail->addWidget(m_noSelection);
-    return m_detail;
-}
-
 void ProductsView::fillCategoryFilter()
 {
     const QSignalBlocker blocker(m_category);
@@ -231,28 +179,30 @@ void ProductsView::fillCategoryFilter()
         m_model.setSelectedCategoryID(std::nullopt);
 }
 
+QListWidget* ProductsView::list() const
+{
+    return m_listCard->list();
+}
+
 void ProductsView::refreshList()
 {
     m_listed = m_model.products();
-    const int scrolled = m_list->verticalScrollBar()->value();
-    const QSignalBlocker blocker(m_list);
-    m_list->clear();
-    const Ref<Product> selected = m_model.selectedProduct();
-    for (const Ref<Product>& product : m_listed) {
-        auto* item = new QListWidgetItem(m_list);
-        ProductListDelegate::fill(item, m_model.row(product));
-        if (product == selected)
-            m_list->setCurrentItem(item);
-    }
-    m_list->verticalScrollBar()->setValue(scrolled);
-    m_listStack->setCurrentWidget(m_listed.isEmpty() ? m_emptyList : m_list);
+    m_listCard->refill([this] {
+        const Ref<Product> selected = m_model.selectedProduct();
+        for (const Ref<Product>& product : std::as_const(m_listed)) {
+            auto* item = new QListWidgetItem(list());
+            ProductListDelegate::fill(item, m_model.row(product));
+            if (product == selected)
+                list()->setCurrentItem(item);
+        }
+    });
 }
 
 void ProductsView::updateRow(const Ref<Product>& product)
 {
     const qsizetype row = m_listed.indexOf(product);
     if (row >= 0)
-        ProductListDelegate::fill(m_list->item(int(row)), m_model.row(product));
+        ProductListDelegate::fill(list()->item(int(row)), m_model.row(product));
 }
 
 void ProductsView::showSelection()
@@ -264,21 +214,12 @@ void ProductsView::showSelection()
         m_form->deleteLater();
         m_form = nullptr;
     }
-    {
-        const QSignalBlocker blocker(m_list);
-        const qsizetype row = m_listed.indexOf(selected);
-        m_list->setCurrentRow(int(row));
-    }
-    if (!selected) {
-        m_detail->setCurrentWidget(m_noSelection);
-        return;
-    }
-    if (!m_form) {
+    m_listCard->showChosenRow(int(m_listed.indexOf(selected)));
+    if (selected && !m_form) {
         m_form = new ProductEditForm(m_model, selected, m_detail);
         connect(m_form, &ProductEditForm::edited, this, [this] { updateRow(m_form->product()); });
-        m_detail->addWidget(m_form);
     }
-    m_detail->setCurrentWidget(m_form);
+    m_detail->showDetail(m_form);
 }
 
 void ProductsView::newProduct(std::optional<ProductType> type)
@@ -290,14 +231,14 @@ void ProductsView::newProduct(std::optional<ProductType> type)
 QStringList ProductsView::listedNames() const
 {
     QStringList names;
-    for (int row = 0; row < m_list->count(); ++row)
-        names.append(m_list->item(row)->text());
+    for (int row = 0; row < list()->count(); ++row)
+        names.append(list()->item(row)->text());
     return names;
 }
 
 void ProductsView::selectRow(int row)
 {
-    m_list->setCurrentRow(row);
+    list()->setCurrentRow(row);
 }
 
 void ProductsView::showEvent(QShowEvent* event)

@@ -5,6 +5,7 @@
 #include <QWidget>
 
 class AppEnvironment;
+class DetailPages;
 class ErrorLabel;
 class ProductEditForm;
 class QCheckBox;
@@ -13,7 +14,7 @@ class QLineEdit;
 class QListWidget;
 class QMenu;
 class QPushButton;
-class QStackedWidget;
+class RecordListCard;
 
 // The "Products" section: the catalogue with its filter bar, "New Product" with a menu of the
 // three types, and the selected product's form beside the list.
@@ -31,7 +32,7 @@ public:
     QCheckBox* inactiveToggle() const { return m_inactive; }
     QPushButton* newProductButton() const { return m_newProduct; }
     QMenu* newProductMenu() const { return m_newProductMenu; }
-    QListWidget* list() const { return m_list; }
+    QListWidget* list() const;
     // Null while nothing is selected.
     ProductEditForm* form() const { return m_form; }
     ErrorLabel* errorLabel() const { return m_error; }
@@ -47,8 +48,6 @@ protected:
 private:
     QWidget* buildHeader();
     QWidget* buildFilterBar();
-    QWidget* buildList();
-    QWidget* buildDetail();
     void fillCategoryFilter();
     void refreshList();
     void showSelection();
@@ -65,12 +64,8 @@ private:
     QPushButton* m_newProductMore = nullptr;
     QMenu* m_newProductMenu = nullptr;
     ErrorLabel* m_error = nullptr;
-    QStackedWidget* m_listStack = nullptr;
-    QListWidget* m_list = nullptr;
-    QWidget* m_emptyList = nullptr;
-    QStackedWidget* m_detail = nullptr;
-    QWidget* m_noSelection = nullptr;
+    RecordListCard* m_listCard = nullptr;
+    DetailPages* m_detail = nullptr;
     ProductEditForm* m_form = nullptr;
     QList<Ref<Product>> m_listed;
-    bool m_changingRow = false;
 };

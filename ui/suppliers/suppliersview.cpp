@@ -1,7 +1,11 @@
 #include "ui/suppliers/suppliersview.h"
 
 #include "environment/appenvironment.h"
+#include "ui/controls/asktodelete.h"
+#include "ui/controls/cards.h"
 #include "ui/controls/errorlabel.h"
+#include "ui/controls/formfields.h"
+#include "ui/controls/listdetail.h"
 #include "ui/style/theme.h"
 
 #include <QCheckBox>
@@ -9,14 +13,10 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
-#include <QMessageBox>
 #include <QPainter>
 #include <QPlainTextEdit>
 #include <QPushButton>
-#include <QScrollBar>
 #include <QShowEvent>
-#include <QSignalBlocker>
-#include <QStackedWidget>
 #include <QStyledItemDelegate>
 #include <QTimer>
 #include <QVBoxLayout>
@@ -24,23 +24,6 @@
 #include <array>
 
 namespace {
-QWidget* emptyState(const QString& title, const QString& message, QWidget* parent)
-{
-    auto* state = new QWidget(parent);
-    auto* column = new QVBoxLayout(state);
-    column->setContentsMargins(24, 24, 24, 24);
-    column->setSpacing(6);
-    column->addStretch();
-    auto* heading = Theme::label(title, Theme::Text::heading, state);
-    heading->setAlignment(Qt::AlignCenter);
-    column->addWidget(heading);
-    auto* note = Theme::label(message, Theme::Text::note, state);
-    note->setAlignment(Qt::AlignCenter);
-    column->addWidget(note);
-    column->addStretch(2);
-    return state;
-}
-
 constexpr int contactRole = Qt::UserRole + 1;
 constexpr int inactiveRole = Qt::UserRole + 2;
 
@@ -106,19 +89,23 @@ SuppliersView::SuppliersView(AppEnvironment& environment, QWidget* parent)
     header->addWidget(m_new);
     layout->addLayout(header);
 
-    m_search = new QLineEdit(this);
-    m_search->setPlaceholderText(SuppliersViewModel::searchPrompt());
-    m_search->setAccessibleName(SuppliersViewModel::searchPrompt());
-    m_search->setClearButtonEnabled(true);
+    m_search = makeSearchField(SuppliersViewModel::searchPrompt(), this);
     m_search->setMaximumWidth(400);
     layout->addWidget(m_search);
     m_error = new ErrorLabel(this);
     layout->addWidget(m_error);
 
+    m_listCard = new RecordListCard(QStringLiteral("Suppliers"), SuppliersViewModel::emptyTitle(),
+                                    SuppliersViewModel::emptyMessage(), this);
+    m_listCard->setFixedWidth(340);
+    list()->setItemDelegate(new SupplierRowDelegate(list()));
+    m_detail = new DetailPages(SuppliersViewModel::noSelectionTitle(),
+                               SuppliersViewModel::noSelectionMessage(), this);
+    m_detail->addWidget(buildForm());
     auto* body = new QHBoxLayout;
     body->setSpacing(24);
-    body->addWidget(buildList());
-    body->addWidget(buildDetail(), 1);
+    body->addWidget(m_listCard);
+    body->addWidget(m_detail, 1);
     layout->addLayout(body, 1);
 
     connect(m_search, &QLineEdit::textChanged, &m_model, &SuppliersViewModel::setSearchText);
@@ -131,12 +118,13 @@ SuppliersView::SuppliersView(AppEnvironment& environment, QWidget* parent)
             [this] { m_error->setMessage(m_model.errorMessage()); });
     connect(&m_model, &SuppliersViewModel::suppliersChanged, this, [this] {
         // Not while the list is in the middle of changing its current row: it is rebuilt after.
-        if (m_changingRow)
+        if (m_listCard->isChoosing())
             QTimer::singleShot(0, this, &SuppliersView::refreshList);
         else
             refreshList();
     });
     connect(&m_model, &SuppliersViewModel::selectionChanged, this, &SuppliersView::showSelection);
+    connect(m_listCard, &RecordListCard::rowChosen, this, [this](int row) { m_model.select(m_listed[row]); });
     connect(m_new, &QPushButton::clicked, this, [this] {
         if (m_model.addSupplier()) {
             field(Field::name)->setFocus();
@@ -146,53 +134,17 @@ SuppliersView::SuppliersView(AppEnvironment& environment, QWidget* parent)
     refreshList();
 }
 
-QWidget* SuppliersView::buildList()
+QWidget* SuppliersView::buildForm()
 {
-    auto* card = new QWidget(this);
-    Theme::markCard(card);
-    card->setFixedWidth(340);
-    auto* column = new QVBoxLayout(card);
-    column->setContentsMargins(1, 6, 1, 6);
-    m_listStack = new QStackedWidget(card);
-    m_list = new QListWidget(m_listStack);
-    m_list->setFrameShape(QFrame::NoFrame);
-    m_list->setAccessibleName(QStringLiteral("Suppliers"));
-    m_list->setItemDelegate(new SupplierRowDelegate(m_list));
-    m_list->setMouseTracking(true);
-    m_list->setUniformItemSizes(true);
-    m_emptyList =
-        emptyState(SuppliersViewModel::emptyTitle(), SuppliersViewModel::emptyMessage(), m_listStack);
-    m_listStack->addWidget(m_list);
-    m_listStack->addWidget(m_emptyList);
-    column->addWidget(m_listStack);
-
-    connect(m_list, &QListWidget::currentRowChanged, this, [this](int row) {
-        if (row < 0 || row >= m_listed.size())
-            return;
-        m_changingRow = true;
-        m_model.select(m_listed[row]);
-        m_changingRow = false;
-    });
-    return card;
-}
-
-QWidget* SuppliersView::buildDetail()
-{
-    m_detail = new QStackedWidget(this);
-    m_noSelection = emptyState(SuppliersViewModel::noSelectionTitle(),
-                               SuppliersViewModel::noSelectionMessage(), m_detail);
-    m_detail->addWidget(m_noSelection);
-
-    m_form = new QWidget(m_detail);
+    m_form = new QWidget(this);
     auto* column = new QVBoxLayout(m_form);
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(8);
-    column->addWidget(Theme::label(QStringLiteral("Details"), Theme::Text::heading, m_form));
-    auto* card = new QWidget(m_form);
-    Theme::markCard(card);
+    auto* details = new Section(QStringLiteral("Details"), m_form);
+    Card* card = details->card();
     card->setMaximumWidth(720);
-    auto* grid = new QGridLayout(card);
-    grid->setContentsMargins(20, 16, 20, 16);
+    auto* grid = new QGridLayout;
+    details->content()->addLayout(grid);
     grid->setHorizontalSpacing(16);
     grid->setVerticalSpacing(10);
     grid->setColumnMinimumWidth(0, 110);
@@ -224,33 +176,16 @@ QWidget* SuppliersView::buildDetail()
                                                 "supplier."),
                                  Theme::Text::note, card),
                     grid->rowCount(), 1);
-    column->addWidget(card);
+    column->addWidget(details);
 
-    auto* footer = new QHBoxLayout;
-    footer->setSpacing(12);
-    m_delete = new QPushButton(QStringLiteral("Delete Supplier"), m_form);
-    m_formError = new ErrorLabel(m_form);
-    m_saved = Theme::label(QStringLiteral("Saved"), Theme::Text::note, m_form);
-    m_saved->hide();
-    m_save = new QPushButton(QStringLiteral("Save"), m_form);
-    Theme::markPrimary(m_save);
-    m_save->setShortcut(QKeySequence::Save);
-    m_save->setToolTip(QStringLiteral("Save (Ctrl+S)"));
-    footer->addWidget(m_delete);
-    footer->addWidget(m_formError, 1);
-    footer->addStretch();
-    footer->addWidget(m_saved);
-    footer->addWidget(m_save);
-    auto* footerBox = new QWidget(m_form);
-    footerBox->setMaximumWidth(720);
-    footerBox->setLayout(footer);
-    footer->setContentsMargins(0, 4, 0, 0);
-    column->addWidget(footerBox);
+    m_footer = new FormFooter(QStringLiteral("Delete Supplier"), m_form);
+    m_footer->setMaximumWidth(720);
+    m_footer->setContentsMargins(0, 4, 0, 0);
+    column->addWidget(m_footer);
     column->addStretch();
-    m_detail->addWidget(m_form);
 
     // Edits go straight onto the supplier; the list shows them once saved.
-    const auto edited = [this] { m_saved->hide(); };
+    const auto edited = [this] { m_footer->markEdited(); };
     const std::array<void (Supplier::*)(const QString&), 3> setters{&Supplier::setName, &Supplier::setPhone,
                                                                     &Supplier::setEmail};
     for (int i = 0; i < m_fields.size(); ++i) {
@@ -277,9 +212,9 @@ QWidget* SuppliersView::buildDetail()
             supplier->setIsActive(on);
         edited();
     });
-    connect(m_save, &QPushButton::clicked, this, &SuppliersView::save);
-    connect(m_delete, &QPushButton::clicked, this, &SuppliersView::confirmDelete);
-    return m_detail;
+    connect(m_footer->saveButton(), &QPushButton::clicked, this, &SuppliersView::save);
+    connect(m_footer->deleteButton(), &QPushButton::clicked, this, &SuppliersView::confirmDelete);
+    return m_form;
 }
 
 QLineEdit* SuppliersView::field(Field which) const
@@ -292,36 +227,34 @@ QPlainTextEdit* SuppliersView::note(Note which) const
     return m_notes[static_cast<int>(which)];
 }
 
+QListWidget* SuppliersView::list() const
+{
+    return m_listCard->list();
+}
+
 void SuppliersView::refreshList()
 {
     const QList<SupplierRow> rows = m_model.rows();
     m_listed.clear();
-    const int scrolled = m_list->verticalScrollBar()->value();
-    const QSignalBlocker blocker(m_list);
-    m_list->clear();
-    for (const SupplierRow& row : rows) {
-        m_listed.append(row.supplier);
-        auto* item = new QListWidgetItem(row.name, m_list);
-        item->setData(contactRole, row.contact);
-        item->setData(inactiveRole, row.isInactive);
-        if (row.supplier == m_model.selectedSupplier())
-            m_list->setCurrentItem(item);
-    }
-    m_list->verticalScrollBar()->setValue(scrolled);
-    m_listStack->setCurrentWidget(m_listed.isEmpty() ? m_emptyList : m_list);
+    m_listCard->refill([this, &rows] {
+        for (const SupplierRow& row : rows) {
+            m_listed.append(row.supplier);
+            auto* item = new QListWidgetItem(row.name, list());
+            item->setData(contactRole, row.contact);
+            item->setData(inactiveRole, row.isInactive);
+            if (row.supplier == m_model.selectedSupplier())
+                list()->setCurrentItem(item);
+        }
+    });
 }
 
 void SuppliersView::showSelection()
 {
     const Ref<Supplier> supplier = m_model.selectedSupplier();
-    {
-        const QSignalBlocker blocker(m_list);
-        m_list->setCurrentRow(int(m_listed.indexOf(supplier)));
-    }
-    m_formError->setMessage(std::nullopt);
-    m_saved->hide();
+    m_listCard->showChosenRow(int(m_listed.indexOf(supplier)));
+    m_footer->clear();
     if (!supplier) {
-        m_detail->setCurrentWidget(m_noSelection);
+        m_detail->showDetail(nullptr);
         return;
     }
     field(Field::name)->setText(supplier->name());
@@ -334,7 +267,7 @@ void SuppliersView::showSelection()
     for (QPlainTextEdit* edit : m_notes)
         edit->blockSignals(false);
     m_active->setChecked(supplier->isActive());
-    m_detail->setCurrentWidget(m_form);
+    m_detail->showDetail(m_form);
 }
 
 void SuppliersView::save()
@@ -343,8 +276,7 @@ void SuppliersView::save()
     if (!supplier)
         return;
     const std::optional<QString> failure = m_model.save(supplier);
-    m_formError->setMessage(failure);
-    m_saved->setVisible(!failure);
+    m_footer->showSaveResult(failure);
     if (!failure)
         field(Field::name)->setText(supplier->name());
 }
@@ -354,19 +286,8 @@ void SuppliersView::confirmDelete()
     const Ref<Supplier> supplier = m_model.selectedSupplier();
     if (!supplier)
         return;
-    auto* box = new QMessageBox(QMessageBox::Warning, SuppliersViewModel::deleteTitle(),
-                                SuppliersViewModel::deleteTitle(), QMessageBox::NoButton, this);
-    box->setInformativeText(SuppliersViewModel::deleteMessage());
-    QPushButton* remove = box->addButton(QStringLiteral("Delete"), QMessageBox::DestructiveRole);
-    // Return keeps the supplier.
-    box->setDefaultButton(box->addButton(QStringLiteral("Cancel"), QMessageBox::RejectRole));
-    box->setWindowModality(Qt::WindowModal);
-    box->setAttribute(Qt::WA_DeleteOnClose);
-    connect(box, &QMessageBox::buttonClicked, this, [this, remove, supplier](QAbstractButton* button) {
-        if (button == remove)
-            m_model.deleteSupplier(supplier);
-    });
-    box->open();
+    askToDelete(this, SuppliersViewModel::deleteTitle(), SuppliersViewModel::deleteMessage(),
+                [this, supplier] { m_model.deleteSupplier(supplier); });
 }
 
 QStringList SuppliersView::listedNames() const

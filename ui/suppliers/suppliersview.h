@@ -1,18 +1,17 @@
 #pragma once
 
 #include "stock/suppliersviewmodel.h"
-
-#include <QWidget>
+#include "ui/controls/formfooter.h"
 
 class AppEnvironment;
+class DetailPages;
 class ErrorLabel;
 class QCheckBox;
-class QLabel;
 class QLineEdit;
 class QListWidget;
 class QPlainTextEdit;
 class QPushButton;
-class QStackedWidget;
+class RecordListCard;
 
 // The "Suppliers" section: the searchable list beside the selected supplier's details, with
 // "New Supplier", "Save" and "Delete Supplier".
@@ -27,23 +26,22 @@ public:
 
     SuppliersViewModel& model() { return m_model; }
     QLineEdit* searchField() const { return m_search; }
-    QListWidget* list() const { return m_list; }
+    QListWidget* list() const;
     QPushButton* newSupplierButton() const { return m_new; }
     QLineEdit* field(Field which) const;
     QPlainTextEdit* note(Note which) const;
     QCheckBox* activeSwitch() const { return m_active; }
-    QPushButton* saveButton() const { return m_save; }
-    QPushButton* deleteButton() const { return m_delete; }
+    QPushButton* saveButton() const { return m_footer->saveButton(); }
+    QPushButton* deleteButton() const { return m_footer->deleteButton(); }
     ErrorLabel* errorLabel() const { return m_error; }
-    ErrorLabel* formErrorLabel() const { return m_formError; }
+    ErrorLabel* formErrorLabel() const { return m_footer->errorLabel(); }
     QStringList listedNames() const;
 
 protected:
     void showEvent(QShowEvent* event) override;
 
 private:
-    QWidget* buildList();
-    QWidget* buildDetail();
+    QWidget* buildForm();
     void refreshList();
     void showSelection();
     void save();
@@ -53,19 +51,12 @@ private:
     QLineEdit* m_search = nullptr;
     QPushButton* m_new = nullptr;
     ErrorLabel* m_error = nullptr;
-    QStackedWidget* m_listStack = nullptr;
-    QListWidget* m_list = nullptr;
-    QWidget* m_emptyList = nullptr;
-    QStackedWidget* m_detail = nullptr;
-    QWidget* m_noSelection = nullptr;
+    RecordListCard* m_listCard = nullptr;
+    DetailPages* m_detail = nullptr;
     QWidget* m_form = nullptr;
     QList<QLineEdit*> m_fields;
     QList<QPlainTextEdit*> m_notes;
     QCheckBox* m_active = nullptr;
-    ErrorLabel* m_formError = nullptr;
-    QLabel* m_saved = nullptr;
-    QPushButton* m_delete = nullptr;
-    QPushButton* m_save = nullptr;
+    FormFooter* m_footer = nullptr;
     QList<Ref<Supplier>> m_listed;
-    bool m_changingRow = false;
 };

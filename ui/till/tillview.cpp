@@ -4,10 +4,13 @@
 #include "money/currency.h"
 #include "records/user.h"
 #include "startup/sessionstore.h"
+#include "ui/controls/cards.h"
 #include "ui/controls/errorlabel.h"
 #include "ui/controls/formfields.h"
+#include "ui/controls/lazyrefresh.h"
 #include "ui/controls/numerickeypad.h"
 #include "ui/controls/segmentedcontrol.h"
+#include "ui/controls/tables.h"
 #include "ui/navigation/appsection.h"
 #include "ui/style/theme.h"
 
@@ -17,11 +20,8 @@
 #include <QLineEdit>
 #include <QLocale>
 #include <QPushButton>
-#include <QShowEvent>
 #include <QTableWidget>
 #include <QVBoxLayout>
-
-#include <algorithm>
 
 namespace {
 // The pay type picker's segments, in the order of CashMovementTypes::all.
@@ -65,16 +65,6 @@ QString shiftPeriod(const TillShift& shift)
     return text;
 }
 
-QWidget* makeCard(QWidget* parent, QVBoxLayout** layout)
-{
-    auto* card = new QWidget(parent);
-    Theme::markCard(card);
-    *layout = new QVBoxLayout(card);
-    (*layout)->setContentsMargins(20, 16, 20, 18);
-    (*layout)->setSpacing(12);
-    return card;
-}
-
 QLineEdit* makeMoneyEdit(QWidget* parent)
 {
     auto* edit = new QLineEdit(parent);
@@ -84,58 +74,6 @@ QLineEdit* makeMoneyEdit(QWidget* parent)
     return edit;
 }
 
-// A figure with its caption above it, both in one widget so that they show and hide together.
-QLabel* addFigure(QHBoxLayout* row, const QString& caption, QWidget* parent)
-{
-    auto* figure = new QWidget(parent);
-    auto* pair = new QVBoxLayout(figure);
-    pair->setContentsMargins(0, 0, 0, 0);
-    pair->setSpacing(2);
-    auto* value = Theme::label(QString(), Theme::Text::heading, figure);
-    value->setAccessibleName(caption);
-    pair->addWidget(Theme::label(caption, Theme::Text::note, figure));
-    pair->addWidget(value);
-    row->addWidget(figure);
-    return value;
-}
-
-QTableWidget* makeTable(int columns, const QString& name, QWidget* parent)
-{
-    auto* table = new QTableWidget(0, columns, parent);
-    table->setAccessibleName(name);
-    table->setEditTriggers(QAbstractItemView::NoEditTriggers);
-    table->setSelectionMode(QAbstractItemView::NoSelection);
-    table->setFocusPolicy(Qt::NoFocus);
-    table->setShowGrid(false);
-    table->setWordWrap(false);
-    table->setFrameShape(QFrame::NoFrame);
-    table->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    // Sized to its rows by fitHeight; a growing table would pad its card out.
-    table->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
-    table->verticalHeader()->hide();
-    table->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
-    table->verticalHeader()->setDefaultSectionSize(30);
-    table->horizontalHeader()->setHighlightSections(false);
-    table->horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
-    table->horizontalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
-    return table;
-}
-
-void fitHeight(QTableWidget* table, int maxRows)
-{
-    const int header =
-        table->horizontalHeader()->isVisible() ? table->horizontalHeader()->sizeHint().height() : 0;
-    table->setFixedHeight(
-        header + std::min(table->rowCount(), maxRows) * table->verticalHeader()->defaultSectionSize() + 2);
-}
-
-QTableWidgetItem* makeItem(const QString& text, bool alignRight = false)
-{
-    auto* item = new QTableWidgetItem(text);
-    if (alignRight)
-        item->setTextAlignment(Qt::AlignRight | Qt::AlignVCenter);
-    return item;
-}
 } // namespace
 
 TillView::TillView(AppEnvironment& environment, SessionStore& session, QWidget* parent)
@@ -158,21 +96,21 @@ TillView::TillView(AppEnvironment& environment, SessionStore& session, QWidget* 
     column->addWidget(m_error);
     column->addWidget(m_backupMessage);
 
-    QVBoxLayout* result = nullptr;
-    m_closedResult = makeCard(page, &result);
-    result->addWidget(Theme::label(QStringLiteral("Till Closed"), Theme::Text::heading, m_closedResult));
+    auto* closed = new Card(page);
+    closed->content()->addWidget(Theme::label(QStringLiteral("Till Closed"), Theme::Text::heading, closed));
     auto* resultRow = new QHBoxLayout;
     resultRow->setSpacing(28);
-    m_closedExpected = new QLabel(m_closedResult);
-    m_closedCounted = new QLabel(m_closedResult);
-    m_closedVariance = Theme::label(QString(), Theme::Text::strong, m_closedResult);
+    m_closedExpected = new QLabel(closed);
+    m_closedCounted = new QLabel(closed);
+    m_closedVariance = Theme::label(QString(), Theme::Text::strong, closed);
     resultRow->addWidget(m_closedExpected);
     resultRow->addWidget(m_closedCounted);
     resultRow->addWidget(m_closedVariance);
     resultRow->addStretch();
-    result->addLayout(resultRow);
-    m_closedResult->hide();
-    column->addWidget(m_closedResult);
+    closed->content()->addLayout(resultRow);
+    closed->hide();
+    column->addWidget(closed);
+    m_closedResult = closed;
 
     m_openFormPage = openForm();
     m_openShiftPage = openShiftPage();
@@ -190,12 +128,8 @@ TillView::TillView(AppEnvironment& environment, SessionStore& session, QWidget* 
         m_backupMessage->setText(m_model.backupMessage().value_or(QString()));
         m_backupMessage->setVisible(m_model.backupMessage().has_value());
     });
-    connect(&m_model, &TillViewModel::tillChanged, this, [this] {
-        if (isVisible())
-            refresh();
-        else
-            m_isStale = true;
-    });
+    auto* lazyRefresh = new LazyRefresh(this, [this] { refresh(); });
+    connect(&m_model, &TillViewModel::tillChanged, lazyRefresh, &LazyRefresh::request);
     connect(&m_session, &SessionStore::currentTillShiftChanged, this, &TillView::refresh);
     connect(&m_session, &SessionStore::settingsChanged, this, &TillView::refresh);
     refresh();
@@ -204,8 +138,8 @@ TillView::TillView(AppEnvironment& environment, SessionStore& session, QWidget* 
 QWidget* TillView::openForm()
 {
     using Model = TillViewModel;
-    QVBoxLayout* layout = nullptr;
-    QWidget* card = makeCard(nullptr, &layout);
+    auto* card = new Card;
+    QVBoxLayout* layout = card->content();
     layout->addWidget(Theme::label(Model::openTitle(), Theme::Text::heading, card));
     layout->addWidget(Theme::label(Model::openMessage(), Theme::Text::subtitle, card));
 
@@ -253,8 +187,8 @@ QWidget* TillView::openShiftPage()
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(16);
 
-    QVBoxLayout* openLayout = nullptr;
-    QWidget* openCard = makeCard(page, &openLayout);
+    auto* openCard = new Card(page);
+    QVBoxLayout* openLayout = openCard->content();
     auto* titleRow = new QHBoxLayout;
     titleRow->setSpacing(12);
     titleRow->addWidget(Theme::label(Model::openCardTitle(), Theme::Text::heading, openCard));
@@ -273,8 +207,8 @@ QWidget* TillView::openShiftPage()
     openLayout->addLayout(figures);
     column->addWidget(openCard);
 
-    QVBoxLayout* moveLayout = nullptr;
-    QWidget* moveCard = makeCard(page, &moveLayout);
+    auto* moveCard = new Card(page);
+    QVBoxLayout* moveLayout = moveCard->content();
     moveLayout->addWidget(Theme::label(Model::movementTitle(), Theme::Text::heading, moveCard));
     QStringList typeLabels;
     for (CashMovementType type : CashMovementTypes::all)
@@ -289,14 +223,14 @@ QWidget* TillView::openShiftPage()
     m_recordMovement = new QPushButton(QStringLiteral("Record"), moveCard);
     Theme::markPrimary(m_recordMovement);
     moveLayout->addWidget(m_recordMovement, 0, Qt::AlignLeft);
-    m_movements = makeTable(4, Model::movementTitle(), moveCard);
+    m_movements = makeHistoryTable(4, Model::movementTitle(), moveCard);
     m_movements->horizontalHeader()->hide();
     m_movements->horizontalHeader()->setSectionResizeMode(2, QHeaderView::Stretch);
     moveLayout->addWidget(m_movements);
     moveLayout->addStretch();
 
-    QVBoxLayout* closeLayout = nullptr;
-    QWidget* closeCard = makeCard(page, &closeLayout);
+    auto* closeCard = new Card(page);
+    QVBoxLayout* closeLayout = closeCard->content();
     closeLayout->addWidget(Theme::label(Model::closeTitle(), Theme::Text::heading, closeCard));
     m_countedCash = makeMoneyEdit(closeCard);
     addLabelledField(closeLayout, Model::countedCashTitle(), m_countedCash);
@@ -351,29 +285,16 @@ QWidget* TillView::openShiftPage()
 QWidget* TillView::historySection()
 {
     using Model = TillViewModel;
-    auto* section = new QWidget;
-    auto* column = new QVBoxLayout(section);
-    column->setContentsMargins(0, 0, 0, 0);
-    column->setSpacing(10);
-    column->addWidget(Theme::label(Model::historyTitle(), Theme::Text::heading, section));
-    QVBoxLayout* layout = nullptr;
-    QWidget* card = makeCard(section, &layout);
-    m_history = makeTable(5, Model::historyTitle(), card);
+    auto* section = new Section(Model::historyTitle());
+    Card* card = section->card();
+    m_history = makeHistoryTable(5, Model::historyTitle(), card);
     // Each cell says what it is ("Expected ₵150.00"), so the columns need no titles.
     m_history->horizontalHeader()->hide();
     m_history->horizontalHeader()->setSectionResizeMode(1, QHeaderView::Stretch);
     m_noHistory = Theme::label(Model::noHistoryMessage(), Theme::Text::note, card);
-    layout->addWidget(m_history);
-    layout->addWidget(m_noHistory);
-    column->addWidget(card);
+    section->content()->addWidget(m_history);
+    section->content()->addWidget(m_noHistory);
     return section;
-}
-
-void TillView::showEvent(QShowEvent* event)
-{
-    QScrollArea::showEvent(event);
-    if (m_isStale)
-        refresh();
 }
 
 bool TillView::isShowingOpenShift() const
@@ -389,7 +310,6 @@ QString TillView::money(double amount) const
 
 void TillView::refresh()
 {
-    m_isStale = false;
     const Ref<TillShift> shift = m_model.openShiftShown();
     if (shift)
         refreshOpenShift(shift);
@@ -415,16 +335,13 @@ void TillView::refreshOpenShift(const Ref<TillShift>& shift)
         const CashMovement& movement = *movements[row];
         const CashMovementType type = CashMovementTypes::fromRaw(movement.typeRaw());
         const double signedAmount = type == CashMovementType::payOut ? -movement.amount() : movement.amount();
-        m_movements->setItem(
-            row, 0,
-            makeItem(usLocale().toString(movement.timestamp().toLocalTime().time(), QLocale::ShortFormat)));
-        m_movements->setItem(row, 1, makeItem(CashMovementTypes::label(type)));
-        m_movements->setItem(row, 2, makeItem(movement.reason()));
-        m_movements->setItem(row, 3, makeItem(money(signedAmount), true));
+        setRowCells(m_movements, row,
+                    {usLocale().toString(movement.timestamp().toLocalTime().time(), QLocale::ShortFormat),
+                     CashMovementTypes::label(type), movement.reason(), money(signedAmount)},
+                    3);
     }
-    fitHeight(m_movements, 6);
+    showRows(m_movements, 6);
     m_movements->scrollToBottom();
-    m_movements->setVisible(!movements.isEmpty());
 }
 
 void TillView::refreshHistory()
@@ -434,23 +351,20 @@ void TillView::refreshHistory()
     for (int row = 0; row < rows.size(); ++row) {
         const ShiftHistoryRow& line = rows[row];
         const Ref<User> cashier = line.shift->cashier();
-        auto* variance = makeItem(line.varianceText, true);
+        setRowCells(m_history, row,
+                    {shiftPeriod(*line.shift), cashier ? cashier->name() : QString(), line.expectedText,
+                     line.countedText, line.varianceText},
+                    2);
+        QTableWidgetItem* variance = m_history->item(row, 4);
         variance->setForeground(toneColour(line.tone));
         QFont strong = variance->font();
         strong.setWeight(QFont::DemiBold);
         variance->setFont(strong);
-        m_history->setItem(row, 0, makeItem(shiftPeriod(*line.shift)));
-        m_history->setItem(row, 1, makeItem(cashier ? cashier->name() : QString()));
-        m_history->setItem(row, 2, makeItem(line.expectedText, true));
-        m_history->setItem(row, 3, makeItem(line.countedText, true));
-        m_history->setItem(row, 4, variance);
         // The notes of the close, where there is room for them.
         for (int column = 0; column < m_history->columnCount(); ++column)
             m_history->item(row, column)->setToolTip(line.shift->notes());
     }
-    fitHeight(m_history, visibleHistoryRows);
-    m_history->setVisible(!rows.isEmpty());
-    m_noHistory->setVisible(rows.isEmpty());
+    showRows(m_history, visibleHistoryRows, m_noHistory);
 }
 
 void TillView::showClosedResult()

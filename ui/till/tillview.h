@@ -46,9 +46,6 @@ public:
     QTableWidget* historyList() const { return m_history; }
     ErrorLabel* errorLabel() const { return m_error; }
 
-protected:
-    void showEvent(QShowEvent* event) override;
-
 private:
     QWidget* openForm();
     QWidget* openShiftPage();
@@ -62,7 +59,6 @@ private:
     SessionStore& m_session;
     TillViewModel m_model;
     Ref<TillShift> m_lastClosed;
-    bool m_isStale = false;
 
     ErrorLabel* m_error;
     QLabel* m_backupMessage;

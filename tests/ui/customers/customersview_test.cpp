@@ -1,44 +1,24 @@
 #include "ui/customers/customersview.h"
 
 #include "ui/controls/errorlabel.h"
+#include "ui/controls/screentest.h"
 #include "ui/controls/segmentedcontrol.h"
 #include "ui/customers/adjustpointssheet.h"
 #include "ui/customers/customerdetail.h"
 #include "ui/customers/receiveaccountpaymentsheet.h"
-#include "ui/navigation/mainnavigationview.h"
 #include "ui/till/tillview.h"
-#include "ui/windowtest.h"
 
 #include "customers/accountbuilders.h"
 
 #include <QCheckBox>
-#include <QLabel>
 #include <QLineEdit>
-#include <QListWidget>
 #include <QMessageBox>
 #include <QPushButton>
-#include <QTableWidget>
 
 namespace {
-class CustomersViewTest : public WindowTest {
+// Signed in as a cashier, since Customers isn't only for admins.
+class CustomersViewTest : public ScreenTest {
 protected:
-    // A cashier, since Customers isn't only for admins.
-    void signIn()
-    {
-        user = addUser(store.context(), {.username = QStringLiteral("esi"), .name = "Esi"});
-        openWindow();
-        session.setCurrentUser(user);
-    }
-
-    template <class Screen> Screen& goTo(const QString& title)
-    {
-        auto* navigation = screen<MainNavigationView>();
-        const QList<QListWidgetItem*> items = navigation->sidebar()->findItems(title, Qt::MatchExactly);
-        EXPECT_EQ(items.size(), 1) << title.toStdString();
-        navigation->sidebar()->setCurrentItem(items.value(0));
-        return *qobject_cast<Screen*>(navigation->currentScreen());
-    }
-
     // The customer shown in the detail, ready for a sheet of the detail to open over it.
     CustomerDetail& showCustomer(const Ref<Customer>& customer)
     {
@@ -57,16 +37,6 @@ protected:
         }
         return sheet;
     }
-
-    static QStringList rowTexts(const QTableWidget& table, int row)
-    {
-        QStringList texts;
-        for (int column = 0; column < table.columnCount(); ++column)
-            texts << (table.item(row, column) ? table.item(row, column)->text() : QString());
-        return texts;
-    }
-
-    Ref<User> user;
 };
 } // namespace
 
@@ -242,4 +212,55 @@ TEST_F(CustomersViewTest, SearchNarrowsTheListAndPurchasesComeAPageAtATime)
     QTest::keyClicks(view.searchField(), "9");
     EXPECT_EQ(view.customerList()->rowCount(), 0);
     EXPECT_FALSE(view.isShowingNoCustomers()) << "the store has customers; the search found none";
+}
+
+TEST_F(CustomersViewTest, LeavingUnsavedEditsAsksToSaveDiscardOrStay)
+{
+    const Ref<Customer> ama = addCustomer(store.context(), {.name = QStringLiteral("Ama")});
+    const Ref<Customer> kofi = addCustomer(store.context(), {.name = QStringLiteral("Kofi")});
+    signIn();
+    auto& view = goTo<CustomersView>(QStringLiteral("Customers"));
+    const auto editPhone = [&](const QString& phone) {
+        QLineEdit* field = view.detail()->field(CustomerDetail::Field::phone);
+        field->selectAll();
+        QTest::keyClicks(field, phone);
+    };
+    // Chooses the other customer and answers the question with the button titled `answer`.
+    const auto leaveFor = [&](const Ref<Customer>& other, const QString& answer) {
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        view.selectCustomer(other->id());
+        auto* box = view.findChild<QMessageBox*>();
+        ASSERT_NE(box, nullptr);
+        EXPECT_EQ(view.detail()->customer(), other == ama ? kofi : ama)
+            << "nothing changes before the answer";
+        const QList<QAbstractButton*> buttons = box->buttons();
+        const auto chosen = std::find_if(buttons.begin(), buttons.end(),
+                                         [&](QAbstractButton* button) { return button->text() == answer; });
+        ASSERT_NE(chosen, buttons.end());
+        (*chosen)->click();
+    };
+
+    ASSERT_TRUE(view.selectCustomer(ama->id()));
+    editPhone(QStringLiteral("024 111"));
+    leaveFor(kofi, QStringLiteral("Cancel"));
+    EXPECT_EQ(view.detail()->customer(), ama);
+    EXPECT_EQ(view.detail()->field(CustomerDetail::Field::phone)->text(), "024 111") << "the edit stays";
+    EXPECT_EQ(view.customerList()->currentRow(), 0);
+
+    leaveFor(kofi, QStringLiteral("Save"));
+    EXPECT_EQ(view.detail()->customer(), kofi);
+    EXPECT_EQ(ama->phone(), "024 111");
+    EXPECT_EQ(view.customerList()->currentRow(), 1);
+
+    editPhone(QStringLiteral("020 999"));
+    leaveFor(ama, QStringLiteral("Don't Save"));
+    EXPECT_EQ(view.detail()->customer(), ama);
+    EXPECT_EQ(kofi->phone(), "");
+    EXPECT_EQ(view.detail()->field(CustomerDetail::Field::phone)->text(), "024 111");
+
+    // Without edits nothing is asked.
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    view.selectCustomer(kofi->id());
+    EXPECT_EQ(view.findChild<QMessageBox*>(), nullptr);
+    EXPECT_EQ(view.detail()->customer(), kofi);
 }

@@ -1,6 +1,7 @@
 #include "ui/inventory/inventoryview.h"
 
 #include "ui/controls/errorlabel.h"
+#include "ui/controls/screentest.h"
 #include "ui/controls/segmentedcontrol.h"
 #include "ui/inventory/movementhistorymodel.h"
 #include "ui/inventory/productinventorydetail.h"
@@ -52,17 +53,6 @@ protected:
     {
         const MovementHistoryModel& model = view->detail()->history();
         return model.data(model.index(row), role).toString();
-    }
-
-    // The texts a person can see in the view, in no particular order.
-    QStringList visibleTexts() const
-    {
-        QStringList texts;
-        for (QLabel* label : view->findChildren<QLabel*>()) {
-            if (label->isVisibleTo(view.get()) && !label->text().isEmpty())
-                texts << label->text();
-        }
-        return texts;
     }
 
     qint64 movementsOnDisk() const
@@ -198,26 +188,28 @@ TEST_F(InventoryViewTest, EmptyStatesSayWhatIsMissingAndGoOnceThereIsSomething)
     addProduct(store.context(), {.name = QStringLiteral("Haircut"), .type = "service"});
     openView();
     EXPECT_TRUE(view->isShowingNoItems());
-    EXPECT_TRUE(visibleTexts().contains("No stock-tracked items"));
-    EXPECT_TRUE(visibleTexts().contains("Only Inventory Items have stock to count. Non-inventory items and "
-                                        "services are sold without stock — manage them in Products."));
+    EXPECT_TRUE(visibleTexts(view.get()).contains("No stock-tracked items"));
+    EXPECT_TRUE(visibleTexts(view.get())
+                    .contains("Only Inventory Items have stock to count. Non-inventory items and "
+                              "services are sold without stock — manage them in Products."));
 
     // Saved elsewhere: the screen follows the store.
     const Ref<Product> soap = addProduct(store.context());
     EXPECT_FALSE(view->isShowingNoItems());
     EXPECT_EQ(view->productList()->model()->rowCount(), 1);
-    EXPECT_TRUE(visibleTexts().contains("Select a product"));
-    EXPECT_TRUE(visibleTexts().contains("Pick a product to see its stock history and make adjustments."));
+    EXPECT_TRUE(visibleTexts(view.get()).contains("Select a product"));
+    EXPECT_TRUE(
+        visibleTexts(view.get()).contains("Pick a product to see its stock history and make adjustments."));
 
     QTest::keyClicks(view->searchField(), "zz");
     EXPECT_FALSE(view->productList()->isVisibleTo(view.get()));
-    EXPECT_TRUE(visibleTexts().contains("No products match “zz”."));
+    EXPECT_TRUE(visibleTexts(view.get()).contains("No products match “zz”."));
     view->searchField()->clear();
 
     ASSERT_TRUE(view->selectProduct(soap->id()));
     EXPECT_TRUE(view->isShowingDetail());
-    EXPECT_TRUE(visibleTexts().contains("No movements yet"));
-    EXPECT_TRUE(visibleTexts().contains("Stock changes for this product will show up here."));
+    EXPECT_TRUE(visibleTexts(view.get()).contains("No movements yet"));
+    EXPECT_TRUE(visibleTexts(view.get()).contains("Stock changes for this product will show up here."));
 }
 
 TEST_F(InventoryViewTest, ChangesMadeWhileHiddenShowOnReturn)

@@ -1,19 +1,16 @@
 #include "ui/products/productsview.h"
 
 #include "ui/controls/errorlabel.h"
-#include "ui/navigation/mainnavigationview.h"
+#include "ui/controls/screentest.h"
 #include "ui/products/newcategorysheet.h"
 #include "ui/products/producteditform.h"
-#include "ui/windowtest.h"
 
 #include "clock/clock.h"
 #include "stock/stockbuilders.h"
 
 #include <QCheckBox>
 #include <QComboBox>
-#include <QLabel>
 #include <QLineEdit>
-#include <QListWidget>
 #include <QMenu>
 #include <QMessageBox>
 #include <QPushButton>
@@ -23,16 +20,12 @@ using Field = ProductEditForm::Field;
 using Picker = ProductEditForm::Picker;
 using Toggle = ProductEditForm::Toggle;
 
-class ProductsScreenTest : public WindowTest {
+class ProductsScreenTest : public ScreenTest {
 protected:
     ProductsView& openProducts()
     {
-        boss = addUser(store.context(), {.username = QStringLiteral("boss"), .role = UserRole::admin});
-        openWindow();
-        session.setCurrentUser(boss);
-        window->actionBus().setRequestedSection(AppSection::products);
-        view = qobject_cast<ProductsView*>(screen<MainNavigationView>()->currentScreen());
-        EXPECT_NE(view, nullptr);
+        signIn(UserRole::admin);
+        view = &goTo<ProductsView>(QStringLiteral("Products"));
         return *view;
     }
 
@@ -75,21 +68,11 @@ protected:
         ASSERT_EQ(form().product()->name(), name);
     }
 
-    QStringList visibleTexts(QWidget* widget) const
-    {
-        QStringList texts;
-        for (QLabel* label : widget->findChildren<QLabel*>())
-            if (label->isVisibleTo(widget) && !label->text().isEmpty())
-                texts << label->text();
-        return texts;
-    }
-
     QList<Ref<InventoryMovement>> costRows()
     {
         return store.context().fetch<InventoryMovement>(InventoryMovement::Col::typeRaw == "costChange");
     }
 
-    Ref<User> boss;
     ProductsView* view = nullptr;
 };
 } // namespace
@@ -197,7 +180,7 @@ TEST_F(ProductsScreenTest, ACostEditIsBookedWhenAnotherProductIsSelected)
     EXPECT_EQ(costRows().first()->product()->name(), "Soap");
     EXPECT_EQ(costRows().first()->costBefore(), 2.0);
     EXPECT_EQ(costRows().first()->costAfter(), 2.5);
-    EXPECT_EQ(costRows().first()->performedBy(), boss);
+    EXPECT_EQ(costRows().first()->performedBy(), user);
     EXPECT_EQ(countRowsOnDisk(store.path(), QStringLiteral("InventoryMovement")), 1);
 
     // Within the tolerance of the 4 places cost is kept at.

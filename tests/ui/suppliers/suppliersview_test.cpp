@@ -1,10 +1,9 @@
 #include "ui/suppliers/suppliersview.h"
 
 #include "ui/controls/errorlabel.h"
-#include "ui/navigation/mainnavigationview.h"
+#include "ui/controls/screentest.h"
 #include "ui/products/producteditform.h"
 #include "ui/products/productsview.h"
-#include "ui/windowtest.h"
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -14,16 +13,12 @@
 #include <QPushButton>
 
 namespace {
-class SuppliersScreenTest : public WindowTest {
+class SuppliersScreenTest : public ScreenTest {
 protected:
     SuppliersView& openSuppliers()
     {
-        openWindow();
-        session.setCurrentUser(
-            addUser(store.context(), {.username = QStringLiteral("boss"), .role = UserRole::admin}));
-        window->actionBus().setRequestedSection(AppSection::suppliers);
-        view = qobject_cast<SuppliersView*>(screen<MainNavigationView>()->currentScreen());
-        EXPECT_NE(view, nullptr);
+        signIn(UserRole::admin);
+        view = &goTo<SuppliersView>(QStringLiteral("Suppliers"));
         return *view;
     }
 

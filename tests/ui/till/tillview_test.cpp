@@ -2,46 +2,23 @@
 
 #include "ui/controls/errorlabel.h"
 #include "ui/controls/numerickeypad.h"
+#include "ui/controls/screentest.h"
 #include "ui/controls/segmentedcontrol.h"
-#include "ui/navigation/mainnavigationview.h"
-#include "ui/windowtest.h"
 
 #include "records/cashmovement.h"
 
-#include <QLabel>
 #include <QLineEdit>
-#include <QListWidget>
 #include <QPushButton>
-#include <QTableWidget>
 
 namespace {
-class TillViewTest : public WindowTest {
+// Signed in as a cashier: cashiers reach the till too.
+class TillViewTest : public ScreenTest {
 protected:
-    TillView& signInAndOpenTill(UserRole role = UserRole::cashier)
+    TillView& signInAndOpenTill()
     {
-        user = addUser(store.context(), {.username = QStringLiteral("esi"), .role = role, .name = "Esi"});
-        openWindow();
-        session.setCurrentUser(user);
-        auto* navigation = screen<MainNavigationView>();
-        EXPECT_NE(navigation, nullptr);
-        const QList<QListWidgetItem*> items =
-            navigation->sidebar()->findItems(QStringLiteral("Till & Shifts"), Qt::MatchExactly);
-        EXPECT_EQ(items.size(), 1) << "cashiers reach the till too";
-        navigation->sidebar()->setCurrentItem(items.value(0));
-        auto* till = qobject_cast<TillView*>(navigation->currentScreen());
-        EXPECT_NE(till, nullptr);
-        return *till;
+        signIn();
+        return goTo<TillView>(QStringLiteral("Till & Shifts"));
     }
-
-    static QStringList rowTexts(const QTableWidget& table, int row)
-    {
-        QStringList texts;
-        for (int column = 0; column < table.columnCount(); ++column)
-            texts << (table.item(row, column) ? table.item(row, column)->text() : QString());
-        return texts;
-    }
-
-    Ref<User> user;
 };
 } // namespace
 
@@ -94,12 +71,7 @@ TEST_F(TillViewTest, AShiftOpensMovesCashAndClosesIntoTheHistory)
     EXPECT_FALSE(till.isShowingOpenShift());
     EXPECT_EQ(session.currentTillShift(), nullptr);
     EXPECT_TRUE(till.closedResult()->isVisible());
-    const QStringList closedTexts = [&] {
-        QStringList texts;
-        for (QLabel* label : till.closedResult()->findChildren<QLabel*>())
-            texts << label->text();
-        return texts;
-    }();
+    const QStringList closedTexts = visibleTexts(till.closedResult());
     EXPECT_TRUE(closedTexts.contains("Short ₵1.50")) << closedTexts.join(" | ").toStdString();
     ASSERT_EQ(till.historyList()->rowCount(), 1);
     EXPECT_EQ(rowTexts(*till.historyList(), 0).mid(1),

@@ -1,4 +1,4 @@
-#include "ui/inventory/emptystate.h"
+#include "ui/controls/emptystate.h"
 
 #include "ui/style/theme.h"
 
@@ -12,11 +12,11 @@ QWidget* makeEmptyState(const QString& title, const QString& note, QWidget* pare
     auto* text = Theme::label(note, Theme::Text::subtitle, page);
     for (QLabel* label : {heading, text})
         label->setAlignment(Qt::AlignCenter);
-    text->setMaximumWidth(420);
     auto* layout = new QVBoxLayout(page);
-    layout->addStretch();
-    layout->addWidget(heading, 0, Qt::AlignHCenter);
-    layout->addWidget(text, 0, Qt::AlignHCenter);
-    layout->addStretch();
+    // A third of the way down, where the eye lands.
+    layout->addStretch(1);
+    layout->addWidget(heading);
+    layout->addWidget(text);
+    layout->addStretch(2);
     return page;
 }

@@ -1,0 +1,89 @@
+#pragma once
+
+#include <QStackedWidget>
+
+#include <functional>
+
+class QAbstractItemView;
+class QLabel;
+class QLineEdit;
+class QListWidget;
+
+// The pieces of a list-and-detail screen: the records listed on the left, the chosen one's detail
+// on the right.
+
+// The search above the list, with a line under it while the search finds nothing.
+class SearchListPane : public QWidget {
+    Q_OBJECT
+
+public:
+    // `noMatches` has %1 for what was searched for.
+    SearchListPane(QLineEdit* search, QAbstractItemView* list, const QString& noMatches,
+                   QWidget* parent = nullptr);
+
+    void showMatches(const QString& searchText, bool anyMatch);
+    bool isShowingNoMatches() const;
+
+private:
+    QString m_noMatchesText;
+    QLabel* m_noMatches;
+};
+
+// The chosen record's detail, or a prompt to choose one.
+class DetailPages : public QStackedWidget {
+    Q_OBJECT
+
+public:
+    DetailPages(const QString& promptTitle, const QString& promptMessage, QWidget* parent = nullptr);
+
+    // Added to the pages the first time; the prompt while null.
+    void showDetail(QWidget* detail);
+    bool isShowingPrompt() const;
+
+private:
+    QWidget* m_prompt;
+};
+
+// The list beside the detail pages; in place of both, a message while there are no records at all.
+class ListDetailBody : public QStackedWidget {
+    Q_OBJECT
+
+public:
+    ListDetailBody(QWidget* list, DetailPages* details, const QString& noRecordsTitle,
+                   const QString& noRecordsMessage, QWidget* parent = nullptr);
+
+    void showNoRecords(bool none);
+    bool isShowingNoRecords() const;
+
+private:
+    QWidget* m_split;
+    QWidget* m_noRecords;
+};
+
+// A list of records on a card, with a message in its place while it has no rows.
+class RecordListCard : public QWidget {
+    Q_OBJECT
+
+public:
+    RecordListCard(const QString& name, const QString& emptyTitle, const QString& emptyMessage,
+                   QWidget* parent = nullptr);
+
+    QListWidget* list() const { return m_list; }
+    // Rows cleared and made again by `fill`, with the list kept where it was scrolled to, and no
+    // rowChosen for the rows going and coming.
+    void refill(const std::function<void()>& fill);
+    // The row marked as chosen, or none for -1, without a rowChosen.
+    void showChosenRow(int row);
+    // While a rowChosen is handled: a refill then would pull the rows from under the list.
+    bool isChoosing() const { return m_choosing; }
+
+Q_SIGNALS:
+    // The person chose that row.
+    void rowChosen(int row);
+
+private:
+    QStackedWidget* m_pages;
+    QListWidget* m_list;
+    QWidget* m_empty;
+    bool m_choosing = false;
+};
