@@ -154,7 +154,7 @@ void BM_HandWrittenSqliteSale(benchmark::State& state)
     std::unique_ptr<sqlite3, int (*)(sqlite3*)> closer(db, sqlite3_close);
     sqlite3_exec(db,
                  "PRAGMA journal_mode=WAL; PRAGMA synchronous=FULL; PRAGMA foreign_keys=ON; "
-                 "PRAGMA cache_size=-32768; PRAGMA wal_autocheckpoint=4000",
+                 "PRAGMA cache_size=-32768; PRAGMA wal_autocheckpoint=10000",
                  nullptr, nullptr, nullptr);
     RawStatement begin(db, "BEGIN IMMEDIATE");
     RawStatement commit(db, "COMMIT");
