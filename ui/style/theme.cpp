@@ -77,6 +77,14 @@ QListWidget#sectionList::item:selected { background: #2f6fb3; color: #ffffff; fo
 
 QScrollArea { background: transparent; border: none; }
 QScrollArea > QWidget > QWidget { background: transparent; }
+QScrollBar:vertical { background: transparent; width: 12px; margin: 0; }
+QScrollBar:horizontal { background: transparent; height: 12px; margin: 0; }
+QScrollBar::handle { background: #c4cad1; border-radius: 4px; margin: 2px; }
+QScrollBar::handle:vertical { min-height: 32px; }
+QScrollBar::handle:horizontal { min-width: 32px; }
+QScrollBar::handle:hover { background: #a7afb8; }
+QScrollBar::add-line, QScrollBar::sub-line { width: 0; height: 0; border: none; }
+QScrollBar::add-page, QScrollBar::sub-page { background: none; }
 QToolTip { color: #1f2328; background: #ffffff; border: 1px solid #c9cfd6; padding: 4px; }
 )";
 } // namespace
