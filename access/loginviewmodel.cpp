@@ -12,34 +12,26 @@ LoginViewModel::LoginViewModel(AuthServicing& auth, SessionStore& session, QObje
 
 void LoginViewModel::setUsername(const QString& username)
 {
-    if (username == m_username)
-        return;
-    m_username = username;
-    Q_EMIT usernameChanged();
+    if (replace(m_username, username))
+        Q_EMIT usernameChanged();
 }
 
 void LoginViewModel::setPassword(const QString& password)
 {
-    if (password == m_password)
-        return;
-    m_password = password;
-    Q_EMIT passwordChanged();
+    if (replace(m_password, password))
+        Q_EMIT passwordChanged();
 }
 
 void LoginViewModel::setPin(const QString& pin)
 {
-    if (pin == m_pin)
-        return;
-    m_pin = pin;
-    Q_EMIT pinChanged();
+    if (replace(m_pin, pin))
+        Q_EMIT pinChanged();
 }
 
 void LoginViewModel::setIsUsingPin(bool isUsingPin)
 {
-    if (isUsingPin == m_isUsingPin)
-        return;
-    m_isUsingPin = isUsingPin;
-    Q_EMIT isUsingPinChanged();
+    if (replace(m_isUsingPin, isUsingPin))
+        Q_EMIT isUsingPinChanged();
 }
 
 QString LoginViewModel::title() const

@@ -50,10 +50,8 @@ void UserAccountsViewModel::setNewPin(const QString& text)
 
 void UserAccountsViewModel::setNewRole(UserRole role)
 {
-    if (role == m_newRole)
-        return;
-    m_newRole = role;
-    Q_EMIT newRoleChanged();
+    if (replace(m_newRole, role))
+        Q_EMIT newRoleChanged();
 }
 
 void UserAccountsViewModel::assign(QString& field, const QString& value,

@@ -21,10 +21,8 @@ CustomersViewModel::CustomersViewModel(AccountsService& accounts, ModelContext& 
 
 void CustomersViewModel::setSearchText(const QString& text)
 {
-    if (text == m_searchText)
-        return;
-    m_searchText = text;
-    Q_EMIT searchTextChanged();
+    if (replace(m_searchText, text))
+        Q_EMIT searchTextChanged();
 }
 
 QList<Ref<Customer>> CustomersViewModel::filteredCustomers(const QList<Ref<Customer>>& customers) const

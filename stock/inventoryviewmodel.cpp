@@ -29,10 +29,8 @@ InventoryViewModel::InventoryViewModel(ModelContext& context, QObject* parent)
 
 void InventoryViewModel::setSearchText(const QString& text)
 {
-    if (text == m_searchText)
-        return;
-    m_searchText = text;
-    Q_EMIT searchTextChanged();
+    if (replace(m_searchText, text))
+        Q_EMIT searchTextChanged();
 }
 
 QList<Ref<Product>> InventoryViewModel::filteredProducts(const QList<Ref<Product>>& products) const

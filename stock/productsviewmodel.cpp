@@ -81,42 +81,32 @@ QString ProductsViewModel::draftName(ProductType type)
 
 void ProductsViewModel::setSearchText(const QString& text)
 {
-    if (text == m_searchText)
-        return;
-    m_searchText = text;
-    Q_EMIT filtersChanged();
+    if (replace(m_searchText, text))
+        Q_EMIT filtersChanged();
 }
 
 void ProductsViewModel::setSelectedCategoryID(const std::optional<QUuid>& id)
 {
-    if (id == m_selectedCategoryID)
-        return;
-    m_selectedCategoryID = id;
-    Q_EMIT filtersChanged();
+    if (replace(m_selectedCategoryID, id))
+        Q_EMIT filtersChanged();
 }
 
 void ProductsViewModel::setShowOnlyLowStock(bool on)
 {
-    if (on == m_showOnlyLowStock)
-        return;
-    m_showOnlyLowStock = on;
-    Q_EMIT filtersChanged();
+    if (replace(m_showOnlyLowStock, on))
+        Q_EMIT filtersChanged();
 }
 
 void ProductsViewModel::setShowOnlyInactive(bool on)
 {
-    if (on == m_showOnlyInactive)
-        return;
-    m_showOnlyInactive = on;
-    Q_EMIT filtersChanged();
+    if (replace(m_showOnlyInactive, on))
+        Q_EMIT filtersChanged();
 }
 
 void ProductsViewModel::setTypeFilter(const std::optional<ProductType>& type)
 {
-    if (type == m_typeFilter)
-        return;
-    m_typeFilter = type;
-    Q_EMIT filtersChanged();
+    if (replace(m_typeFilter, type))
+        Q_EMIT filtersChanged();
 }
 
 QList<Ref<Product>> ProductsViewModel::filtered(const QList<Ref<Product>>& products) const

@@ -36,10 +36,8 @@ StockAdjustmentModel::StockAdjustmentModel(InventoryServicing& inventory, ModelC
 
 void StockAdjustmentModel::setMode(Mode mode)
 {
-    if (mode == m_mode)
-        return;
-    m_mode = mode;
-    Q_EMIT modeChanged();
+    if (replace(m_mode, mode))
+        Q_EMIT modeChanged();
 }
 
 void StockAdjustmentModel::setQuantityText(const QString& text)

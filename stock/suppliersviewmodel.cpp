@@ -15,10 +15,8 @@ SuppliersViewModel::SuppliersViewModel(ModelContext& context, QObject* parent)
 
 void SuppliersViewModel::setSearchText(const QString& text)
 {
-    if (text == m_searchText)
-        return;
-    m_searchText = text;
-    Q_EMIT searchTextChanged();
+    if (replace(m_searchText, text))
+        Q_EMIT searchTextChanged();
 }
 
 QList<Ref<Supplier>> SuppliersViewModel::filteredSuppliers(const QList<Ref<Supplier>>& suppliers) const

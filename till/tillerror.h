@@ -1,37 +1,27 @@
 #pragma once
 
+#include "refusal/caseerror.h"
+
 #include <QString>
 
-#include <stdexcept>
+enum class TillErrorCase { shiftAlreadyOpen, noOpenShift, invalidAmount };
+
+inline QString describeTillError(TillErrorCase errorCase)
+{
+    switch (errorCase) {
+    case TillErrorCase::shiftAlreadyOpen:
+        // Says "for this cashier" though any open shift of the store refuses it; the wording is kept.
+        return QStringLiteral("A till shift is already open for this cashier.");
+    case TillErrorCase::noOpenShift:
+        return QStringLiteral("No open till shift. Open the till before selling.");
+    case TillErrorCase::invalidAmount:
+        return QStringLiteral("Enter an amount greater than zero.");
+    }
+    Q_UNREACHABLE();
+}
 
 // Why a till operation was refused; description() is the text shown as it is.
-class TillError : public std::runtime_error {
+class TillError : public CaseError<TillErrorCase, describeTillError> {
 public:
-    enum class Case { shiftAlreadyOpen, noOpenShift, invalidAmount };
-
-    explicit TillError(Case errorCase)
-        : std::runtime_error(describe(errorCase).toStdString())
-        , m_case(errorCase)
-    {
-    }
-
-    Case errorCase() const { return m_case; }
-    QString description() const { return describe(m_case); }
-
-    static QString describe(Case errorCase)
-    {
-        switch (errorCase) {
-        case Case::shiftAlreadyOpen:
-            // Says "for this cashier" though any open shift of the store refuses it; the wording is kept.
-            return QStringLiteral("A till shift is already open for this cashier.");
-        case Case::noOpenShift:
-            return QStringLiteral("No open till shift. Open the till before selling.");
-        case Case::invalidAmount:
-            return QStringLiteral("Enter an amount greater than zero.");
-        }
-        Q_UNREACHABLE();
-    }
-
-private:
-    Case m_case;
+    using CaseError::CaseError;
 };

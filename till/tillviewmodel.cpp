@@ -104,10 +104,8 @@ void TillViewModel::setClosingNotes(const QString& text)
 
 void TillViewModel::setBackupMessage(const std::optional<QString>& message)
 {
-    if (message == m_backupMessage)
-        return;
-    m_backupMessage = message;
-    Q_EMIT backupMessageChanged();
+    if (replace(m_backupMessage, message))
+        Q_EMIT backupMessageChanged();
 }
 
 bool TillViewModel::openShift()

@@ -21,13 +21,11 @@ protected:
     int done = 0;
 };
 
-TEST_F(CustomerScreensTest, ListSearchesNamePhoneAndEmailAndShowsWhoOwes)
+TEST_F(CustomerScreensTest, ListSearchesEmailInAnyCaseAndShowsWhoOwes)
 {
     const Ref<Customer> ama = addCustomer(context, {.name = QStringLiteral("Ama Mensah")});
     ama->setEmail(QStringLiteral("AMA@EXAMPLE.COM"));
-    const Ref<Customer> kofi = addCustomer(context, {.name = QStringLiteral("Kofi")});
-    kofi->setPhone(QStringLiteral("024 555"));
-    context.save();
+    addCustomer(context, {.name = QStringLiteral("Kofi")});
     addSale(context, {.customer = ama, .tenders = {{PaymentMethodType::onAccount, 20}}});
 
     CustomersViewModel list(accounts, context, session);
@@ -36,11 +34,10 @@ TEST_F(CustomerScreensTest, ListSearchesNamePhoneAndEmailAndShowsWhoOwes)
     EXPECT_EQ(rows[0].owesText, QStringLiteral("Owes ₵20.00"));
     EXPECT_EQ(rows[1].owesText, std::nullopt);
 
+    // Phone search is pinned by the Customers screen test.
     list.setSearchText(QStringLiteral("example.com"));
     ASSERT_EQ(list.rows().size(), 1);
-    list.setSearchText(QStringLiteral("555"));
-    ASSERT_EQ(list.rows().size(), 1);
-    EXPECT_EQ(list.rows()[0].customer, kofi);
+    EXPECT_EQ(list.rows()[0].customer, ama);
 }
 
 TEST_F(CustomerScreensTest, DeleteWarnsAboutTheBalanceAndSalesThenUnlinksThem)

@@ -16,8 +16,6 @@
 
 #include <gtest/gtest.h>
 
-#include <memory>
-
 // The real main window on a fresh store, shown and active so that focus and shortcuts behave as
 // they do for someone at the keyboard.
 class WindowTest : public ::testing::Test {

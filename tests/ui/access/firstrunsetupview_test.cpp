@@ -9,7 +9,7 @@
 
 using Field = FirstRunSetupView::Field;
 
-TEST_F(WindowTest, FirstRunRefusesEachGapInTheFormThenSignsTheNewAdminIn)
+TEST_F(WindowTest, FirstRunRefusesAGapInTheFormThenSignsTheNewAdminIn)
 {
     openWindow();
     FirstRunSetupView* view = screen<FirstRunSetupView>();
@@ -24,27 +24,17 @@ TEST_F(WindowTest, FirstRunRefusesEachGapInTheFormThenSignsTheNewAdminIn)
         QTest::keyClick(focused(), index % 2 || index == typed.size() - 1 ? Qt::Key_Return : Qt::Key_Tab);
     }
     EXPECT_EQ(view->errorLabel()->text(), "Enter a business name, your name, and a username.");
-
-    const struct {
-        Field field;
-        const char* text;
-        const char* message;
-    } corrections[] = {
-        {Field::businessName, "Osu Salon", "Password must be at least 6 characters."},
-        {Field::adminPassword, "secret1", "Passwords don't match."},
-    };
-    for (const auto& correction : corrections) {
-        view->field(correction.field)->selectAll();
-        QTest::keyClicks(view->field(correction.field), correction.text);
-        view->createButton()->click();
-        EXPECT_EQ(view->errorLabel()->text(), correction.message);
-        EXPECT_TRUE(view->errorLabel()->isVisible());
-    }
+    EXPECT_TRUE(view->errorLabel()->isVisible());
     EXPECT_EQ(store.context().count<User>(), 0);
 
-    view->field(Field::confirmPassword)->selectAll();
-    QTest::keyClicks(view->field(Field::confirmPassword), "secret1");
-    QTest::keyClick(view->field(Field::confirmPassword), Qt::Key_Return);
+    // The other refusals and their texts are pinned by the setup model's test.
+    for (const auto& [field, text] : {std::pair{Field::businessName, "Osu Salon"},
+                                      {Field::adminPassword, "secret1"},
+                                      {Field::confirmPassword, "secret1"}}) {
+        view->field(field)->selectAll();
+        QTest::keyClicks(view->field(field), text);
+    }
+    view->createButton()->click();
 
     const Ref<User> admin = session.currentUser();
     ASSERT_NE(admin, nullptr);

@@ -7,21 +7,13 @@
 #include "ui/inventory/productinventorydetail.h"
 #include "ui/inventory/stockadjustmentsheet.h"
 
-#include "access/userbuilder.h"
-#include "startup/sessionstore.h"
 #include "stock/inventoryservice.h"
 #include "stock/stockbuilders.h"
-#include "support/printers.h"
-#include "support/teststore.h"
 
-#include <QLabel>
 #include <QLineEdit>
 #include <QListView>
 #include <QPushButton>
 #include <QTableView>
-#include <QTest>
-
-#include <gtest/gtest.h>
 
 namespace {
 class InventoryViewTest : public ::testing::Test {
