@@ -89,14 +89,9 @@ bool UserAccountsViewModel::createUser()
     user->setPin(pin.isEmpty() ? std::nullopt : std::optional<QString>(pin));
     user->setIsActive(true);
     user->setCreatedAt(Clock::now());
-    try {
-        m_context.insert(user);
-        m_context.save();
-    } catch (const StoreError& error) {
-        m_context.rollback();
-        setErrorMessage(error.description());
+    m_context.insert(user);
+    if (!saveOrUndo(m_context))
         return false;
-    }
 
     setNewUserName(QString());
     setNewUsername(QString());

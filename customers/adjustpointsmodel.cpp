@@ -13,24 +13,6 @@ AdjustPointsModel::AdjustPointsModel(LoyaltyService& loyalty, SessionStore& sess
     Q_ASSERT(m_customer);
 }
 
-void AdjustPointsModel::setDirection(Direction direction)
-{
-    if (replace(m_direction, direction))
-        Q_EMIT fieldsChanged();
-}
-
-void AdjustPointsModel::setPointsText(const QString& text)
-{
-    if (replace(m_pointsText, text))
-        Q_EMIT fieldsChanged();
-}
-
-void AdjustPointsModel::setReason(const QString& text)
-{
-    if (replace(m_reason, text))
-        Q_EMIT fieldsChanged();
-}
-
 QString AdjustPointsModel::balanceLine() const
 {
     return QStringLiteral("%1 has %2 points.")

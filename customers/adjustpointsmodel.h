@@ -32,11 +32,11 @@ public:
 
     Ref<Customer> customer() const { return m_customer; }
     Direction direction() const { return m_direction; }
-    void setDirection(Direction direction);
+    void setDirection(Direction direction) { assign(m_direction, direction); }
     QString pointsText() const { return m_pointsText; }
-    void setPointsText(const QString& text);
+    void setPointsText(const QString& text) { assign(m_pointsText, text); }
     QString reason() const { return m_reason; }
-    void setReason(const QString& text);
+    void setReason(const QString& text) { assign(m_reason, text); }
 
     // "{name} has {points} points."
     QString balanceLine() const;
@@ -49,7 +49,6 @@ public:
     bool save();
 
 Q_SIGNALS:
-    void fieldsChanged();
 
 private:
     qint64 enteredPoints() const;

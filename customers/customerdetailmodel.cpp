@@ -32,42 +32,6 @@ CustomerDetailModel::CustomerDetailModel(AccountsService& accounts, LoyaltyServi
                        [this] { Q_EMIT detailChanged(); });
 }
 
-void CustomerDetailModel::setName(const QString& text)
-{
-    if (replace(m_name, text))
-        Q_EMIT fieldsChanged();
-}
-
-void CustomerDetailModel::setPhone(const QString& text)
-{
-    if (replace(m_phone, text))
-        Q_EMIT fieldsChanged();
-}
-
-void CustomerDetailModel::setEmail(const QString& text)
-{
-    if (replace(m_email, text))
-        Q_EMIT fieldsChanged();
-}
-
-void CustomerDetailModel::setAddress(const QString& text)
-{
-    if (replace(m_address, text))
-        Q_EMIT fieldsChanged();
-}
-
-void CustomerDetailModel::setCreditLimitText(const QString& text)
-{
-    if (replace(m_creditLimitText, text))
-        Q_EMIT fieldsChanged();
-}
-
-void CustomerDetailModel::setAllowCredit(bool allow)
-{
-    if (replace(m_allowCredit, allow))
-        Q_EMIT fieldsChanged();
-}
-
 QString CustomerDetailModel::money(double amount) const
 {
     const Ref<AppSettings> settings = m_session.settings();
@@ -96,15 +60,7 @@ bool CustomerDetailModel::save()
     m_customer->setAddress(m_address);
     m_customer->setAllowCredit(m_allowCredit);
     m_customer->setCreditLimit(creditLimit());
-    try {
-        m_context.save();
-    } catch (const StoreError& error) {
-        m_context.rollback();
-        setErrorMessage(error.description());
-        return false;
-    }
-    setErrorMessage(std::nullopt);
-    return true;
+    return saveOrUndo(m_context);
 }
 
 QString CustomerDetailModel::pointsBalanceText() const
@@ -180,14 +136,5 @@ QStringList CustomerDetailModel::deleteWarnings()
 
 bool CustomerDetailModel::deleteCustomer()
 {
-    try {
-        m_context.remove(m_customer);
-        m_context.save();
-    } catch (const StoreError& error) {
-        m_context.rollback();
-        setErrorMessage(error.description());
-        return false;
-    }
-    setErrorMessage(std::nullopt);
-    return true;
+    return saveOrUndo(m_context, [this] { m_context.remove(m_customer); });
 }

@@ -64,18 +64,18 @@ public:
 
     Ref<Customer> customer() const { return m_customer; }
     QString name() const { return m_name; }
-    void setName(const QString& text);
+    void setName(const QString& text) { assign(m_name, text); }
     QString phone() const { return m_phone; }
-    void setPhone(const QString& text);
+    void setPhone(const QString& text) { assign(m_phone, text); }
     QString email() const { return m_email; }
-    void setEmail(const QString& text);
+    void setEmail(const QString& text) { assign(m_email, text); }
     QString address() const { return m_address; }
-    void setAddress(const QString& text);
+    void setAddress(const QString& text) { assign(m_address, text); }
     bool allowCredit() const { return m_allowCredit; }
-    void setAllowCredit(bool allow);
+    void setAllowCredit(bool allow) { assign(m_allowCredit, allow); }
     // A money field: text that isn't a number counts as 0, which means no limit.
     QString creditLimitText() const { return m_creditLimitText; }
-    void setCreditLimitText(const QString& text);
+    void setCreditLimitText(const QString& text) { assign(m_creditLimitText, text); }
 
     // Whether the fields differ from the saved customer, so that leaving it can ask first.
     bool hasUnsavedEdits() const;
@@ -102,7 +102,6 @@ public:
     bool deleteCustomer();
 
 Q_SIGNALS:
-    void fieldsChanged();
     // A save or rollback touched what this detail shows.
     void detailChanged();
 

@@ -16,23 +16,10 @@ ReceiveAccountPaymentModel::ReceiveAccountPaymentModel(AccountsService& accounts
     Q_ASSERT(m_customer);
 }
 
-void ReceiveAccountPaymentModel::setAmountText(const QString& text)
-{
-    if (replace(m_amountText, text))
-        Q_EMIT fieldsChanged();
-}
-
 void ReceiveAccountPaymentModel::setMethod(PaymentMethodType method)
 {
     Q_ASSERT(method != PaymentMethodType::onAccount);
-    if (replace(m_method, method))
-        Q_EMIT fieldsChanged();
-}
-
-void ReceiveAccountPaymentModel::setReference(const QString& text)
-{
-    if (replace(m_reference, text))
-        Q_EMIT fieldsChanged();
+    assign(m_method, method);
 }
 
 QString ReceiveAccountPaymentModel::owesLine() const

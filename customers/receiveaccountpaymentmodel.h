@@ -40,11 +40,11 @@ public:
     Ref<Customer> customer() const { return m_customer; }
     double owed() const { return m_owed; }
     QString amountText() const { return m_amountText; }
-    void setAmountText(const QString& text);
+    void setAmountText(const QString& text) { assign(m_amountText, text); }
     PaymentMethodType method() const { return m_method; }
     void setMethod(PaymentMethodType method);
     QString reference() const { return m_reference; }
-    void setReference(const QString& text);
+    void setReference(const QString& text) { assign(m_reference, text); }
 
     // "{name} owes {owed}."
     QString owesLine() const;
@@ -57,7 +57,6 @@ public:
     bool record();
 
 Q_SIGNALS:
-    void fieldsChanged();
 
 private:
     AccountsService& m_accounts;

@@ -316,12 +316,7 @@ std::optional<QString> ProductsViewModel::save(const Ref<Product>& product)
     product->setSku(product->sku().trimmed());
     product->setBarcode(product->barcode().trimmed());
     product->setUpdatedAt(Clock::now());
-    try {
-        m_context.save();
-        return std::nullopt;
-    } catch (const StoreError& error) {
-        return error.description();
-    }
+    return storeFailure([&] { m_context.save(); });
 }
 
 bool ProductsViewModel::deleteProduct(const Ref<Product>& product)
@@ -333,15 +328,10 @@ bool ProductsViewModel::deleteProduct(const Ref<Product>& product)
         m_selectedProduct = nullptr;
         Q_EMIT selectionChanged();
     }
-    try {
+    return writing([&] {
         m_context.remove(product);
         m_context.save();
-        setErrorMessage(std::nullopt);
-        return true;
-    } catch (const StoreError& error) {
-        setErrorMessage(error.description());
-        return false;
-    }
+    });
 }
 
 QList<Ref<InventoryMovement>> ProductsViewModel::costHistory(const Ref<Product>& product, int limit)

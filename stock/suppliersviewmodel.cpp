@@ -93,12 +93,7 @@ std::optional<QString> SuppliersViewModel::save(const Ref<Supplier>& supplier)
     if (supplier->name().trimmed().isEmpty())
         return nameRequiredMessage();
     supplier->setName(supplier->name().trimmed());
-    try {
-        m_context.save();
-        return std::nullopt;
-    } catch (const StoreError& error) {
-        return error.description();
-    }
+    return storeFailure([&] { m_context.save(); });
 }
 
 bool SuppliersViewModel::deleteSupplier(const Ref<Supplier>& supplier)
@@ -106,13 +101,8 @@ bool SuppliersViewModel::deleteSupplier(const Ref<Supplier>& supplier)
     Q_ASSERT(supplier);
     if (supplier == m_selected)
         select(nullptr);
-    try {
+    return writing([&] {
         m_context.remove(supplier);
         m_context.save();
-        setErrorMessage(std::nullopt);
-        return true;
-    } catch (const StoreError& error) {
-        setErrorMessage(error.description());
-        return false;
-    }
+    });
 }

@@ -66,42 +66,6 @@ TillViewModel::TillViewModel(TillService& till, AccountsService& accounts, Model
                        [this] { Q_EMIT tillChanged(); });
 }
 
-void TillViewModel::setOpeningFloatText(const QString& text)
-{
-    if (replace(m_openingFloatText, text))
-        Q_EMIT fieldsChanged();
-}
-
-void TillViewModel::setPayAmountText(const QString& text)
-{
-    if (replace(m_payAmountText, text))
-        Q_EMIT fieldsChanged();
-}
-
-void TillViewModel::setPayReason(const QString& text)
-{
-    if (replace(m_payReason, text))
-        Q_EMIT fieldsChanged();
-}
-
-void TillViewModel::setPayType(CashMovementType type)
-{
-    if (replace(m_payType, type))
-        Q_EMIT fieldsChanged();
-}
-
-void TillViewModel::setCountedCashText(const QString& text)
-{
-    if (replace(m_countedCashText, text))
-        Q_EMIT fieldsChanged();
-}
-
-void TillViewModel::setClosingNotes(const QString& text)
-{
-    if (replace(m_closingNotes, text))
-        Q_EMIT fieldsChanged();
-}
-
 void TillViewModel::setBackupMessage(const std::optional<QString>& message)
 {
     if (replace(m_backupMessage, message))
@@ -136,14 +100,8 @@ bool TillViewModel::recordCashMovement(const Ref<TillShift>& shift)
     movement->setPerformedBy(m_session.currentUser());
     movement->setTimestamp(Clock::now());
     m_context.insert(movement);
-    try {
-        m_context.save();
-    } catch (const StoreError& error) {
-        // Otherwise a second try would book the movement twice.
-        m_context.rollback();
-        setErrorMessage(error.description());
+    if (!saveOrUndo(m_context))
         return false;
-    }
     setPayAmountText(QString());
     setPayReason(QString());
     return true;

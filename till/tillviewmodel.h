@@ -63,17 +63,17 @@ public:
                   QObject* parent = nullptr);
 
     QString openingFloatText() const { return m_openingFloatText; }
-    void setOpeningFloatText(const QString& text);
+    void setOpeningFloatText(const QString& text) { assign(m_openingFloatText, text); }
     QString payAmountText() const { return m_payAmountText; }
-    void setPayAmountText(const QString& text);
+    void setPayAmountText(const QString& text) { assign(m_payAmountText, text); }
     QString payReason() const { return m_payReason; }
-    void setPayReason(const QString& text);
+    void setPayReason(const QString& text) { assign(m_payReason, text); }
     CashMovementType payType() const { return m_payType; }
-    void setPayType(CashMovementType type);
+    void setPayType(CashMovementType type) { assign(m_payType, type); }
     QString countedCashText() const { return m_countedCashText; }
-    void setCountedCashText(const QString& text);
+    void setCountedCashText(const QString& text) { assign(m_countedCashText, text); }
     QString closingNotes() const { return m_closingNotes; }
-    void setClosingNotes(const QString& text);
+    void setClosingNotes(const QString& text) { assign(m_closingNotes, text); }
     std::optional<QString> backupMessage() const { return m_backupMessage; }
     void setBackupMessage(const std::optional<QString>& message);
 
@@ -93,7 +93,6 @@ public:
     static QString sinceText(const TillShift& shift);
 
 Q_SIGNALS:
-    void fieldsChanged();
     void backupMessageChanged();
     // A save or rollback touched shifts, movements, sales or account payments: figures are stale.
     void tillChanged();

@@ -7,3 +7,4 @@ void ViewModel::setErrorMessage(const std::optional<QString>& message)
     m_errorMessage = message;
     Q_EMIT errorMessageChanged();
 }
+

@@ -14,9 +14,9 @@ QLineEdit* makeSearchField(const QString& prompt, QWidget* parent);
 
 // Keeps a line edit and a view model's text in step both ways: what the person types goes to the
 // model, and the model's own changes (a cleared form) come back to the field.
-template <class Model>
+template <class Model, class Changed>
 void bindText(QLineEdit* edit, Model& model, QString (Model::*getter)() const,
-              void (Model::*setter)(const QString&), void (Model::*changed)())
+              void (Model::*setter)(const QString&), Changed changed)
 {
     edit->setText((model.*getter)());
     QObject::connect(edit, &QLineEdit::textEdited, &model,
