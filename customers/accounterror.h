@@ -1,14 +1,15 @@
 #pragma once
 
+#include "refusal/refusal.h"
+
 #include "money/currency.h"
 
 #include <QString>
 
-#include <stdexcept>
 
 // Why an account charge or payment was refused; description() is the text shown as it is.
 // Amounts carry the fixed sign, like the checkout errors these appear beside.
-class AccountError : public std::runtime_error {
+class AccountError : public Refusal {
 public:
     enum class Case {
         creditNotAllowed,
@@ -36,11 +37,10 @@ public:
     QString customerName() const { return m_customerName; }
     // The available credit, or what is owed; 0 for the other cases.
     double amount() const { return m_amount; }
-    QString description() const { return describe(m_case, m_customerName, m_amount); }
 
 private:
     AccountError(Case errorCase, const QString& customerName = {}, double amount = 0)
-        : std::runtime_error(describe(errorCase, customerName, amount).toStdString())
+        : Refusal(describe(errorCase, customerName, amount))
         , m_case(errorCase)
         , m_customerName(customerName)
         , m_amount(amount)

@@ -1,11 +1,12 @@
 #pragma once
 
+#include "refusal/refusal.h"
+
 #include <QString>
 
-#include <stdexcept>
 
 // Why a redemption or an adjustment of points was refused; description() is the text shown as it is.
-class LoyaltyError : public std::runtime_error {
+class LoyaltyError : public Refusal {
 public:
     enum class Case {
         belowMinimum,
@@ -40,11 +41,10 @@ public:
     QString customerName() const { return m_customerName; }
     // The minimum, the balance or the most points that fit; 0 for the other cases.
     qint64 points() const { return m_points; }
-    QString description() const { return describe(m_case, m_customerName, m_points); }
 
 private:
     LoyaltyError(Case errorCase, const QString& customerName = {}, qint64 points = 0)
-        : std::runtime_error(describe(errorCase, customerName, points).toStdString())
+        : Refusal(describe(errorCase, customerName, points))
         , m_case(errorCase)
         , m_customerName(customerName)
         , m_points(points)

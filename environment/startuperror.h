@@ -1,20 +1,9 @@
 #pragma once
 
-#include <QString>
-
-#include <stdexcept>
+#include "refusal/refusal.h"
 
 // Start-up can't go on; the description is the whole message for the person at the counter.
-class StartupError : public std::runtime_error {
+class StartupError : public Refusal {
 public:
-    explicit StartupError(const QString& description)
-        : std::runtime_error(description.toStdString())
-        , m_description(description)
-    {
-    }
-
-    QString description() const { return m_description; }
-
-private:
-    QString m_description;
+    using Refusal::Refusal;
 };

@@ -1,15 +1,16 @@
 #pragma once
 
+#include "refusal/refusal.h"
+
 #include "money/currency.h"
 #include "money/quantity.h"
 
 #include <QString>
 
-#include <stdexcept>
 
 // Why a sale, refund or void was refused; description() is the text shown as it is. Amounts carry
 // the fixed sign, whatever the store's own symbol.
-class SalesError : public std::runtime_error {
+class SalesError : public Refusal {
 public:
     enum class Case {
         paymentMismatch,
@@ -61,11 +62,10 @@ public:
     double tendered() const { return m_tendered; }
     QString productName() const { return m_productName; }
     double remaining() const { return m_case == Case::returnExceedsPurchased ? m_first : 0; }
-    QString description() const { return describe(m_case, m_first, m_tendered, m_productName); }
 
 private:
     SalesError(Case errorCase, double first = 0, double tendered = 0, const QString& productName = {})
-        : std::runtime_error(describe(errorCase, first, tendered, productName).toStdString())
+        : Refusal(describe(errorCase, first, tendered, productName))
         , m_case(errorCase)
         , m_first(first)
         , m_tendered(tendered)

@@ -3,7 +3,7 @@
 #include "money/quantity.h"
 
 InventoryError::InventoryError(Case errorCase, const QString& productName, double available, double requested)
-    : std::runtime_error(describe(errorCase, productName, available, requested).toStdString())
+    : Refusal(describe(errorCase, productName, available, requested))
     , m_case(errorCase)
     , m_productName(productName)
     , m_available(available)

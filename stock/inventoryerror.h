@@ -1,11 +1,12 @@
 #pragma once
 
+#include "refusal/refusal.h"
+
 #include <QString>
 
-#include <stdexcept>
 
 // Why a stock change was refused; description() is the text shown as it is.
-class InventoryError : public std::runtime_error {
+class InventoryError : public Refusal {
 public:
     enum class Case { insufficientStock, notStockTracked, invalidQuantity, invalidCost };
 
@@ -26,7 +27,6 @@ public:
     // Both 0 except for insufficientStock.
     double available() const { return m_available; }
     double requested() const { return m_requested; }
-    QString description() const { return describe(m_case, m_productName, m_available, m_requested); }
 
 private:
     InventoryError(Case errorCase, const QString& productName = {}, double available = 0,

@@ -1,6 +1,7 @@
 #include "records/posschema.h"
 
 #include "records/records.h"
+#include "store/storeerror.h"
 
 const std::vector<const Entity*>& POSSchema::all()
 {
@@ -32,6 +33,23 @@ const std::vector<const Entity*>& POSSchema::all()
     return entities;
 }
 
+namespace {
+// Two sales under one number would make a receipt, a refund and a journal line ambiguous.
+void addUniqueInvoiceNumbers(SqliteConnection& connection)
+{
+    const QVariant shared = connection.scalar(QStringLiteral(
+        "SELECT \"invoiceNumber\" FROM \"Sale\" GROUP BY \"invoiceNumber\" HAVING COUNT(*) > 1 LIMIT 1"));
+    if (shared.isValid())
+        throw StoreError(QStringLiteral("Two sales in this store share the invoice number %1, so it can't be "
+                                        "opened safely. Restore it from a backup.")
+                             .arg(shared.toString()),
+                         StoreError::Kind::damaged);
+    connection.execute(QStringLiteral("DROP INDEX IF EXISTS \"Sale_invoiceNumber\""));
+    connection.execute(
+        QStringLiteral("CREATE UNIQUE INDEX \"Sale_invoiceNumber_unique\" ON \"Sale\" (\"invoiceNumber\")"));
+}
+} // namespace
+
 SchemaDescription POSSchema::description()
 {
     using L = QStringList;
@@ -39,7 +57,6 @@ SchemaDescription POSSchema::description()
         all(),
         {
             {"Sale", L{"timestamp"}},
-            {"Sale", L{"invoiceNumber"}},
             {"Sale", L{"refundOfSaleID"}},
             {"Sale", L{"customer", "timestamp"}},
             {"Sale", L{"tillShift", "timestamp"}},
@@ -64,6 +81,8 @@ SchemaDescription POSSchema::description()
             {"PurchaseOrder", L{"number"}},
         },
         0x54414C59, // "TALY": marks the file as a store of this program
-        1,
+        {
+            {2, addUniqueInvoiceNumbers},
+        },
     };
 }

@@ -24,6 +24,18 @@ QString sqlLiteral(const QVariant& value)
                QLatin1Char('\'');
     }
 }
+template <class Work> void inTransaction(SqliteConnection& connection, Work work)
+{
+    connection.execute(QStringLiteral("BEGIN IMMEDIATE"));
+    try {
+        work();
+        connection.execute(QStringLiteral("COMMIT"));
+    } catch (const StoreError&) {
+        if (connection.inTransaction())
+            connection.execute(QStringLiteral("ROLLBACK"));
+        throw;
+    }
+}
 } // namespace
 
 ModelContainer::ModelContainer(const QString& path, SchemaDescription schema)
@@ -82,12 +94,12 @@ void ModelContainer::createOrUpgrade()
     const qint64 version = m_connection.scalar(QStringLiteral("PRAGMA user_version")).toLongLong();
     if (tables > 0 && applicationId != m_schema.applicationId)
         throw StoreError(QStringLiteral("The file holds data of another program, not a Tallyrun store."));
-    if (version > m_schema.version)
+    if (version > m_schema.version())
         throw StoreError(
             QStringLiteral(
                 "The store was made by a newer version of Tallyrun (layout %1, this version reads %2).")
                 .arg(version)
-                .arg(m_schema.version));
+                .arg(m_schema.version()));
 
     // Work out what is missing by reading only, so that opening a store that is up to date
     // writes nothing and needs no write lock.
@@ -113,20 +125,26 @@ void ModelContainer::createOrUpgrade()
     }
     if (applicationId != m_schema.applicationId)
         plan << QStringLiteral("PRAGMA application_id = %1").arg(m_schema.applicationId);
-    if (version != m_schema.version)
-        plan << QStringLiteral("PRAGMA user_version = %1").arg(m_schema.version);
-    if (plan.isEmpty())
-        return;
+    if (version < 1)
+        plan << QStringLiteral("PRAGMA user_version = 1");
+    if (!plan.isEmpty()) {
+        inTransaction(m_connection, [&] {
+            for (const QString& statement : std::as_const(plan))
+                m_connection.execute(statement);
+        });
+    }
+    migrate(qMax<qint64>(version, 1));
+}
 
-    m_connection.execute(QStringLiteral("BEGIN IMMEDIATE"));
-    try {
-        for (const QString& statement : std::as_const(plan))
-            m_connection.execute(statement);
-        m_connection.execute(QStringLiteral("COMMIT"));
-    } catch (const StoreError&) {
-        if (m_connection.inTransaction())
-            m_connection.execute(QStringLiteral("ROLLBACK"));
-        throw;
+void ModelContainer::migrate(qint64 fromVersion)
+{
+    for (const MigrationStep& step : m_schema.migrations) {
+        if (step.version <= fromVersion)
+            continue;
+        inTransaction(m_connection, [&] {
+            step.apply(m_connection);
+            m_connection.execute(QStringLiteral("PRAGMA user_version = %1").arg(step.version));
+        });
     }
 }
 

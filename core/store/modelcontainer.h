@@ -6,6 +6,8 @@
 
 #include <QSet>
 
+#include <functional>
+
 #include <memory>
 #include <vector>
 
@@ -14,11 +16,21 @@ struct IndexDescription {
     QStringList columns;
 };
 
+// A numbered change of the layout that tables, columns and indexes made from the records can't
+// express. Runs once, in its own transaction, on a store whose user_version is below `version`.
+struct MigrationStep {
+    qint32 version;
+    std::function<void(SqliteConnection&)> apply;
+};
+
 struct SchemaDescription {
     std::vector<const Entity*> entities;
     std::vector<IndexDescription> indexes; // beyond the ones every relationship column gets
     qint32 applicationId;
-    qint32 version;
+    std::vector<MigrationStep> migrations; // in order; the last one's number is the layout's version
+
+    // The layout made from the records alone is version 1.
+    qint32 version() const { return migrations.empty() ? 1 : migrations.back().version; }
 };
 
 // One store file opened with its schema, and its one model context. Opening makes the tables
@@ -38,6 +50,7 @@ public:
 private:
     void configure();
     void createOrUpgrade();
+    void migrate(qint64 fromVersion);
     // These add to a plan of statements that runs in one transaction, only when it isn't empty.
     void createTable(const Entity& entity, QStringList& plan);
     void upgradeTable(const Entity& entity, QStringList& plan);

@@ -2,6 +2,8 @@
 
 #include "store/storeerror.h"
 
+#include <QScopeGuard>
+
 ModelContext::ModelContext(SqliteConnection& connection, std::vector<const Entity*> schema)
     : m_connection(connection)
     , m_schema(std::move(schema))
@@ -34,7 +36,7 @@ void ModelContext::insert(const RecordRef& record)
     record->m_state = Record::State::Inserted;
     record->m_stateAtSave = Record::State::New;
     record->m_inDatabase = false;
-    record->m_unflushedFields = 0;
+    record->m_unflushedFields.clear();
     m_identity.insert(record->idText(), record);
     m_changed.insert(record.get(), record);
     queueFlush(*record);
@@ -113,16 +115,20 @@ void ModelContext::queueFlush(Record& record)
 
 void ModelContext::flush()
 {
+    recoverLostTransaction();
     if (m_flushQueue.empty() || m_flushing)
         return;
     m_flushing = true;
-    if (!m_connection.inTransaction())
+    const auto flushed = qScopeGuard([this] { m_flushing = false; });
+    if (!m_connection.inTransaction()) {
         m_connection.execute(QStringLiteral("BEGIN IMMEDIATE"));
+        m_transactionOpen = true;
+    }
 
     struct Before {
         Record* record;
         bool inDatabase;
-        quint64 unflushed;
+        FieldMask unflushed;
     };
     std::vector<Before> before;
     before.reserve(m_flushQueue.size());
@@ -134,22 +140,32 @@ void ModelContext::flush()
         }
         m_connection.execute(QStringLiteral("RELEASE flush"));
     } catch (const StoreError&) {
-        // Leave the transaction as it was before this flush; the changes stay pending.
         if (m_connection.inTransaction()) {
+            // Back to where the transaction was before this flush; these changes stay pending.
             m_connection.execute(QStringLiteral("ROLLBACK TO flush"));
             m_connection.execute(QStringLiteral("RELEASE flush"));
+            for (const Before& b : before) {
+                b.record->m_inDatabase = b.inDatabase;
+                b.record->m_unflushedFields = b.unflushed;
+            }
+        } else {
+            recoverLostTransaction();
         }
-        for (const Before& b : before) {
-            b.record->m_inDatabase = b.inDatabase;
-            b.record->m_unflushedFields = b.unflushed;
-        }
-        m_flushing = false;
         throw;
     }
     for (const RecordRef& record : m_flushQueue)
         record->m_queuedForFlush = false;
     m_flushQueue.clear();
-    m_flushing = false;
+}
+
+// SQLite cancels the whole transaction on some failures (a full disk, an I/O error): what earlier
+// flushes wrote is gone from the file, so everything since the last save is pending again.
+void ModelContext::recoverLostTransaction()
+{
+    if (!m_transactionOpen || m_connection.inTransaction())
+        return;
+    m_transactionOpen = false;
+    resetFlushState();
 }
 
 void ModelContext::write(Record& record)
@@ -164,7 +180,7 @@ void ModelContext::write(Record& record)
         statement.bind(1, record.idText());
         statement.execute();
         record.m_inDatabase = false;
-        record.m_unflushedFields = 0;
+        record.m_unflushedFields.clear();
         return;
     }
     if (!record.m_inDatabase) {
@@ -181,15 +197,15 @@ void ModelContext::write(Record& record)
             if (entity.fields[i].type == FieldType::ManyToMany && record.m_values[i].isValid())
                 writeJoinRows(record, int(i));
         }
-        record.m_unflushedFields = 0;
+        record.m_unflushedFields.clear();
         return;
     }
-    if (record.m_unflushedFields == 0)
+    if (record.m_unflushedFields.isEmpty())
         return;
     QStringList assignments;
     QVariantList values;
     for (int field : entity.columnFields) {
-        if (record.m_unflushedFields & (quint64(1) << field)) {
+        if (record.m_unflushedFields.test(field)) {
             assignments << QLatin1Char('"') + QLatin1String(entity.fields[size_t(field)].name) +
                                QStringLiteral("\" = ?");
             values << record.m_values[size_t(field)];
@@ -204,10 +220,10 @@ void ModelContext::write(Record& record)
         statement.execute();
     }
     for (size_t i = 0; i < entity.fields.size(); ++i) {
-        if (entity.fields[i].type == FieldType::ManyToMany && (record.m_unflushedFields & (quint64(1) << i)))
+        if (entity.fields[i].type == FieldType::ManyToMany && record.m_unflushedFields.test(int(i)))
             writeJoinRows(record, int(i));
     }
-    record.m_unflushedFields = 0;
+    record.m_unflushedFields.clear();
 }
 
 void ModelContext::writeJoinRows(Record& record, int field)
@@ -250,9 +266,11 @@ void ModelContext::save()
         flush();
         if (m_connection.inTransaction())
             m_connection.execute(QStringLiteral("COMMIT"));
+        m_transactionOpen = false;
     } catch (const StoreError&) {
         if (m_connection.inTransaction())
             m_connection.execute(QStringLiteral("ROLLBACK"));
+        m_transactionOpen = false;
         resetFlushState();
         throw;
     }
@@ -265,8 +283,19 @@ void ModelContext::save()
         record->m_stateAtSave = record->m_state;
     }
     m_changed.clear();
-    if (!names.isEmpty())
+    announce(names);
+}
+
+// Whatever a listener does, what was committed stays committed and is reported so.
+void ModelContext::announce(const QSet<QString>& names)
+{
+    if (names.isEmpty())
+        return;
+    try {
         Q_EMIT didChange(names);
+    } catch (const std::exception& error) {
+        qCWarning(lcStore) << "A screen could not follow a change of" << names << ":" << error.what();
+    }
 }
 
 // After a failed save nothing of the transaction is left, so every change since the last save
@@ -275,12 +304,12 @@ void ModelContext::resetFlushState()
 {
     for (const RecordRef& record : std::as_const(m_changed)) {
         record->m_inDatabase = record->m_stateAtSave == Record::State::Persistent;
-        record->m_unflushedFields = 0;
+        record->m_unflushedFields.clear();
         if (record->m_snapshot && record->m_state != Record::State::Deleted) {
             for (size_t i = 0; i < record->m_values.size(); ++i) {
                 const QVariant& old = (*record->m_snapshot)[i];
                 if (old != record->m_values[i] || old.isNull() != record->m_values[i].isNull())
-                    record->m_unflushedFields |= quint64(1) << i;
+                    record->m_unflushedFields.set(int(i));
             }
         }
         queueFlush(*record);
@@ -291,6 +320,7 @@ void ModelContext::rollback()
 {
     if (m_connection.inTransaction())
         m_connection.execute(QStringLiteral("ROLLBACK"));
+    m_transactionOpen = false;
     QSet<QString> names;
     for (const RecordRef& record : std::as_const(m_changed)) {
         names.insert(record->entity().name);
@@ -304,14 +334,13 @@ void ModelContext::rollback()
             forget(*record);
         }
         record->m_snapshot.reset();
-        record->m_unflushedFields = 0;
+        record->m_unflushedFields.clear();
     }
     for (const RecordRef& record : m_flushQueue)
         record->m_queuedForFlush = false;
     m_flushQueue.clear();
     m_changed.clear();
-    if (!names.isEmpty())
-        Q_EMIT didChange(names);
+    announce(names);
 }
 
 void ModelContext::forget(Record& record)
@@ -393,11 +422,17 @@ QList<RecordRef> ModelContext::fetch(const Entity& entity, const FetchDescriptor
     for (const SortDescriptor& sort : descriptor.sort)
         sql += sort.column.quoted() + (sort.ascending ? QStringLiteral(" ASC, ") : QStringLiteral(" DESC, "));
     sql += QStringLiteral("rowid");
-    if (descriptor.limit >= 0 || descriptor.offset > 0)
-        sql += QStringLiteral(" LIMIT %1 OFFSET %2").arg(descriptor.limit).arg(descriptor.offset);
+    const bool paged = descriptor.limit >= 0 || descriptor.offset > 0;
+    if (paged)
+        sql += QStringLiteral(" LIMIT ? OFFSET ?");
 
     SqliteStatement statement = m_connection.prepare(sql);
     statement.bindAll(descriptor.filter.bindings());
+    if (paged) {
+        const int first = int(descriptor.filter.bindings().size()) + 1;
+        statement.bind(first, descriptor.limit);
+        statement.bind(first + 1, descriptor.offset);
+    }
     QList<RecordRef> result;
     while (statement.step())
         result.append(materialize(entity, statement));
@@ -439,10 +474,15 @@ void ModelContext::onChange(QObject* receiver, std::initializer_list<const Entit
     connect(this, &ModelContext::didChange, receiver,
             [names, handler = std::move(handler)](const QSet<QString>& changed) {
                 for (const QString& name : names) {
-                    if (changed.contains(name)) {
+                    if (!changed.contains(name))
+                        continue;
+                    // One screen that can't refresh must not keep the others from it.
+                    try {
                         handler();
-                        return;
+                    } catch (const std::exception& error) {
+                        qCWarning(lcStore) << "A screen could not follow a change:" << error.what();
                     }
+                    return;
                 }
             });
 }

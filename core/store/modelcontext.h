@@ -26,7 +26,8 @@ public:
     // Deletes with the delete rules: related records are nullified or deleted in turn.
     void remove(const RecordRef& record);
 
-    // Throws StoreError; the changes are then still pending, for a retry or a rollback.
+    // Throws StoreError; the changes are then still pending, for a retry or a rollback. Writes of
+    // the program go through UnitOfWork, which rolls back instead.
     void save();
     void rollback();
     bool hasChanges() const { return !m_changed.isEmpty(); }
@@ -64,6 +65,21 @@ public:
     // For answers the record API can't give (sums, the highest number); pending changes are
     // written first so the answer includes them.
     QVariant scalar(const QString& sql, const QVariantList& bindings = {});
+
+    // Rows of a query of one's own (projections, sums, groups) with bound values and no records
+    // built: `read` turns the statement's current row into a Row. Pending changes are written
+    // first, as for scalar().
+    template <class Row, class Read>
+    QList<Row> rows(const QString& sql, const QVariantList& bindings, Read read)
+    {
+        flush();
+        SqliteStatement statement = m_connection.prepare(sql);
+        statement.bindAll(bindings);
+        QList<Row> result;
+        while (statement.step())
+            result.append(read(static_cast<const SqliteStatement&>(statement)));
+        return result;
+    }
     SqliteConnection& connection() { return m_connection; }
     const std::vector<const Entity*>& schema() const { return m_schema; }
 
@@ -79,7 +95,11 @@ private:
         int field;
     };
 
+    friend class UnitOfWork;
+
     void flush();
+    void recoverLostTransaction();
+    void announce(const QSet<QString>& names);
     void write(Record& record);
     void writeJoinRows(Record& record, int field);
     void noteChanged(Record& record);
@@ -99,4 +119,6 @@ private:
     QHash<Record*, RecordRef> m_changed; // everything changed since the last save
     std::vector<RecordRef> m_flushQueue;
     bool m_flushing = false;
+    bool m_transactionOpen = false; // this context began the connection's open transaction
+    int m_workDepth = 0;            // units of work open, nested ones included
 };

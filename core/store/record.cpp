@@ -92,7 +92,7 @@ void Record::setRawValue(int field, const QVariant& value)
         m_context->noteChanged(*this);
     current = stored;
     if (m_context && m_inDatabase && m_state != State::Deleted) {
-        m_unflushedFields |= quint64(1) << field;
+        m_unflushedFields.set(field);
         m_context->queueFlush(*this);
     }
 }
@@ -184,7 +184,7 @@ RecordRef Record::toOneValue(int field) const
         if (pending->idText() == idText)
             return pending;
     }
-    return nullptr;
+    return m_lookup ? m_lookup->find(entity().fields[size_t(field)].target(), idText) : nullptr;
 }
 
 void Record::setToOne(int field, const RecordRef& target)
@@ -239,6 +239,8 @@ QList<RecordRef> Record::manyToManyValue(int field) const
                 if (pending->idText() == id)
                     found = pending;
             }
+            if (!found && m_lookup)
+                found = m_lookup->find(target, id);
         }
         if (found)
             result.append(found);
@@ -258,4 +260,59 @@ void Record::setManyToMany(int field, const QList<RecordRef>& targets)
     }
     loadManyToMany(field);
     setRawValue(field, ids);
+}
+
+bool Record::isCopiedField(int field) const
+{
+    const FieldType type = entity().fields[size_t(field)].type;
+    return type != FieldType::Id && type != FieldType::ToMany && type != FieldType::ManyToManyInverse;
+}
+
+RecordRef Record::makeDraft() const
+{
+    RecordRef copy = entity().makeForLoading();
+    for (size_t i = 0; i < m_values.size(); ++i) {
+        if (entity().fields[i].type == FieldType::ManyToMany)
+            loadManyToMany(int(i));
+    }
+    copy->m_values = m_values;
+    copy->m_lookup = relationSource();
+    copy->m_pendingTargets = m_pendingTargets;
+    return copy;
+}
+
+void Record::takeValuesFrom(const Record& draft)
+{
+    Q_ASSERT(&draft.entity() == &entity() && draft.idText() == idText());
+    for (const RecordRef& target : draft.m_pendingTargets) {
+        if (m_context && !target->m_context)
+            m_context->insert(target);
+        else if (!m_context)
+            rememberTarget(target);
+    }
+    for (size_t i = 0; i < m_values.size(); ++i) {
+        if (!isCopiedField(int(i)) || !draft.m_values[i].isValid())
+            continue;
+        if (entity().fields[i].type == FieldType::ManyToMany)
+            loadManyToMany(int(i));
+        setRawValue(int(i), draft.m_values[i]);
+    }
+}
+
+bool Record::hasSameValuesAs(const Record& other) const
+{
+    Q_ASSERT(&other.entity() == &entity());
+    for (size_t i = 0; i < m_values.size(); ++i) {
+        if (!isCopiedField(int(i)))
+            continue;
+        if (entity().fields[i].type == FieldType::ManyToMany) {
+            loadManyToMany(int(i));
+            other.loadManyToMany(int(i));
+        }
+        const QVariant& mine = m_values[i];
+        const QVariant& theirs = other.m_values[i];
+        if (mine != theirs || mine.isNull() != theirs.isNull())
+            return false;
+    }
+    return true;
 }

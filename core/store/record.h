@@ -1,6 +1,7 @@
 #pragma once
 
 #include "store/entity.h"
+#include "store/fieldmask.h"
 
 #include <QByteArray>
 #include <QDateTime>
@@ -38,6 +39,18 @@ public:
     bool isInserted() const { return m_context != nullptr && m_state != State::Deleted; }
     bool isDeleted() const { return m_state == State::Deleted; }
     bool hasChanges() const { return m_snapshot.has_value() || m_state == State::Inserted; }
+
+    // A copy that belongs to no context, for a form to edit while others save and roll back: its
+    // relationships are still read from this record's context. takeValuesFrom() writes the
+    // edits onto the live record, inside the unit of work of the form's Save.
+    template <class T> Ref<T> draft() const { return std::static_pointer_cast<T>(makeDraft()); }
+    RecordRef makeDraft() const;
+    void takeValuesFrom(const Record& draft);
+    // For a new record being typed: relationships it names are looked up in `context` until it
+    // is inserted.
+    void lookUpRelationsIn(ModelContext* context) { m_lookup = context; }
+    // Whether every stored field holds the same value as in `other` (a draft of it).
+    bool hasSameValuesAs(const Record& other) const;
 
     // Raw access by field index, for the record layer and generic tools (backup, CSV).
     const QVariant& rawValue(int field) const { return m_values[size_t(field)]; }
@@ -109,15 +122,18 @@ private:
     };
 
     void loadManyToMany(int field) const;
+    ModelContext* relationSource() const { return m_context ? m_context : m_lookup; }
+    bool isCopiedField(int field) const;
     void rememberTarget(const RecordRef& target);
 
     mutable std::vector<QVariant> m_values;
     ModelContext* m_context = nullptr;
+    ModelContext* m_lookup = nullptr; // where a draft reads its relationships
     State m_state = State::New;
     std::optional<std::vector<QVariant>> m_snapshot; // values at the last save, kept on first change
     State m_stateAtSave = State::New;
     bool m_inDatabase = false;     // a row exists in the open transaction
-    quint64 m_unflushedFields = 0; // bit per field changed since the last flush
+    FieldMask m_unflushedFields; // fields changed since the last flush
     bool m_queuedForFlush = false;
     std::vector<RecordRef> m_pendingTargets; // related records set before this one joined a context
 };

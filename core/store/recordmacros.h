@@ -125,6 +125,7 @@
 #define TALLY_RECORD(Class, FIELDS)                                                                          \
 public:                                                                                                      \
     enum FieldIndex { idField, FIELDS(TALLY_ENUM, Class) fieldCount };                                       \
+    static_assert(fieldCount <= FieldMask::capacity, "more fields than a FieldMask holds");                  \
     struct Col {                                                                                             \
         static constexpr Column id{"id"};                                                                    \
         FIELDS(TALLY_COLUMN, Class)                                                                          \

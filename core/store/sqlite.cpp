@@ -4,16 +4,31 @@
 
 #include <sqlite3.h>
 
-SqliteStatement::SqliteStatement(SqliteConnection& connection, sqlite3_stmt* statement)
+namespace {
+struct Fault {
+    qint64 callsLeft = 0; // 0: none armed
+    int code = SQLITE_OK;
+    bool fired = false;
+};
+Fault fault;
+} // namespace
+
+SqliteStatement::SqliteStatement(SqliteConnection& connection, sqlite3_stmt* statement, bool* busy)
     : m_connection(connection)
     , m_statement(statement)
+    , m_busy(busy)
 {
 }
 
 SqliteStatement::~SqliteStatement()
 {
+    if (!m_busy) {
+        sqlite3_finalize(m_statement);
+        return;
+    }
     sqlite3_reset(m_statement);
     sqlite3_clear_bindings(m_statement);
+    *m_busy = false;
 }
 
 void SqliteStatement::bind(int index, const QVariant& value)
@@ -60,13 +75,14 @@ void SqliteStatement::bindAll(const QVariantList& values)
 
 bool SqliteStatement::step()
 {
+    m_connection.countCall(sqlite3_sql(m_statement));
     const int rc = sqlite3_step(m_statement);
     if (rc == SQLITE_ROW)
         return true;
     if (rc == SQLITE_DONE)
         return false;
-    m_connection.fail(QStringLiteral("The store could not run \"%1\"")
-                          .arg(QString::fromUtf8(sqlite3_sql(m_statement)).left(80)));
+    m_connection.fail(rc, QStringLiteral("The store could not run \"%1\"")
+                              .arg(QString::fromUtf8(sqlite3_sql(m_statement))));
 }
 
 void SqliteStatement::execute()
@@ -140,7 +156,7 @@ void SqliteConnection::open(const QString& path)
             m_db ? QString::fromUtf8(sqlite3_errmsg(m_db)) : QString::fromUtf8(sqlite3_errstr(rc));
         sqlite3_close(m_db);
         m_db = nullptr;
-        throw StoreError(QStringLiteral("The store file %1 could not be opened: %2").arg(path, message));
+        throw StoreError::fromSqlite(rc, QStringLiteral("%1 could not be opened: %2").arg(path, message));
     }
     sqlite3_extended_result_codes(m_db, 1);
     sqlite3_busy_timeout(m_db, 5000);
@@ -148,8 +164,10 @@ void SqliteConnection::open(const QString& path)
 
 void SqliteConnection::close()
 {
-    for (sqlite3_stmt* statement : std::as_const(m_cache))
-        sqlite3_finalize(statement);
+    for (const auto& cached : std::as_const(m_cache)) {
+        Q_ASSERT(!cached->busy);
+        sqlite3_finalize(cached->statement);
+    }
     m_cache.clear();
     if (m_db) {
         sqlite3_close(m_db);
@@ -159,25 +177,61 @@ void SqliteConnection::close()
 
 SqliteStatement SqliteConnection::prepare(const QString& sql)
 {
-    auto found = m_cache.constFind(sql);
-    if (found != m_cache.constEnd())
-        return SqliteStatement(*this, found.value());
+    countCall("prepare");
+    auto found = m_cache.find(sql);
+    const bool cached = found != m_cache.end();
+    if (cached && !found.value()->busy) {
+        CachedStatement& entry = *found.value();
+        entry.busy = true;
+        entry.lastUse = ++m_useCounter;
+        return SqliteStatement(*this, entry.statement, &entry.busy);
+    }
     sqlite3_stmt* statement = nullptr;
     const QByteArray utf8 = sql.toUtf8();
-    if (sqlite3_prepare_v3(m_db, utf8.constData(), int(utf8.size()), SQLITE_PREPARE_PERSISTENT, &statement,
-                           nullptr) != SQLITE_OK)
-        fail(QStringLiteral("The store could not prepare \"%1\"").arg(sql.left(80)));
-    m_cache.insert(sql, statement);
-    return SqliteStatement(*this, statement);
+    // One still stepping for an outer caller is never handed out twice: the inner caller gets a
+    // statement of its own.
+    const unsigned flags = cached ? 0 : SQLITE_PREPARE_PERSISTENT;
+    const int rc = sqlite3_prepare_v3(m_db, utf8.constData(), int(utf8.size()), flags, &statement, nullptr);
+    if (rc != SQLITE_OK)
+        fail(rc, QStringLiteral("The store could not prepare \"%1\"").arg(sql));
+    if (cached)
+        return SqliteStatement(*this, statement, nullptr);
+    if (m_cache.size() >= statementCacheSize)
+        evictIdleStatement();
+    auto entry = std::make_shared<CachedStatement>();
+    entry->statement = statement;
+    entry->busy = true;
+    entry->lastUse = ++m_useCounter;
+    m_cache.insert(sql, entry);
+    return SqliteStatement(*this, statement, &entry->busy);
+}
+
+void SqliteConnection::evictIdleStatement()
+{
+    auto oldest = m_cache.end();
+    for (auto it = m_cache.begin(); it != m_cache.end(); ++it) {
+        if (!it.value()->busy && (oldest == m_cache.end() || it.value()->lastUse < oldest.value()->lastUse))
+            oldest = it;
+    }
+    if (oldest == m_cache.end())
+        return;
+    sqlite3_finalize(oldest.value()->statement);
+    m_cache.erase(oldest);
 }
 
 void SqliteConnection::execute(const QString& sql)
 {
+    const QByteArray utf8 = sql.toUtf8();
+    // Undoing is never what fails, here as in SQLite.
+    if (!utf8.startsWith("ROLLBACK") && !utf8.startsWith("RELEASE"))
+        countCall(utf8.constData());
     char* error = nullptr;
-    if (sqlite3_exec(m_db, sql.toUtf8().constData(), nullptr, nullptr, &error) != SQLITE_OK) {
+    const int rc = sqlite3_exec(m_db, utf8.constData(), nullptr, nullptr, &error);
+    if (rc != SQLITE_OK) {
         const QString message = QString::fromUtf8(error ? error : "unknown error");
         sqlite3_free(error);
-        throw StoreError(QStringLiteral("The store could not run \"%1\": %2").arg(sql.left(80), message));
+        throw StoreError::fromSqlite(sqlite3_extended_errcode(m_db),
+                                     QStringLiteral("The store could not run \"%1\": %2").arg(sql, message));
     }
 }
 
@@ -205,5 +259,37 @@ bool SqliteConnection::inTransaction() const
 
 void SqliteConnection::fail(const QString& what) const
 {
-    throw StoreError(QStringLiteral("%1: %2").arg(what, errorMessage()));
+    fail(m_db ? sqlite3_extended_errcode(m_db) : SQLITE_MISUSE, what);
+}
+
+void SqliteConnection::fail(int extendedCode, const QString& what) const
+{
+    throw StoreError::fromSqlite(extendedCode, QStringLiteral("%1: %2").arg(what, errorMessage()));
+}
+
+void SqliteConnection::countCall(const char* what) const
+{
+    if (fault.callsLeft == 0 || --fault.callsLeft > 0)
+        return;
+    fault.fired = true;
+    const int primary = fault.code & 0xff;
+    if ((primary == SQLITE_FULL || primary == SQLITE_IOERR) && inTransaction())
+        sqlite3_exec(m_db, "ROLLBACK", nullptr, nullptr, nullptr);
+    throw StoreError::fromSqlite(fault.code, QStringLiteral("Injected failure at \"%1\"").arg(QString::fromUtf8(what)));
+}
+
+void SqliteConnection::injectFault(qint64 nthCall, int extendedCode)
+{
+    Q_ASSERT(nthCall > 0);
+    fault = Fault{nthCall, extendedCode, false};
+}
+
+void SqliteConnection::clearFault()
+{
+    fault = Fault{};
+}
+
+bool SqliteConnection::faultFired()
+{
+    return fault.fired;
 }

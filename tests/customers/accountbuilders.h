@@ -44,7 +44,7 @@ struct Tender {
 };
 
 struct NewSale {
-    QString invoice = QStringLiteral("INV-1");
+    QString invoice = {}; // empty: a number of its own, as invoice numbers are unique
     Ref<Customer> customer = nullptr;
     Ref<TillShift> shift = nullptr;
     std::optional<QDateTime> at = std::nullopt; // absent: now
@@ -55,7 +55,10 @@ struct NewSale {
 // Saved, with one Payment per tender.
 inline Ref<Sale> addSale(ModelContext& context, const NewSale& fields)
 {
-    const Ref<Sale> sale = Sale::make(fields.invoice, nullptr, fields.customer, fields.shift);
+    const QString invoice = fields.invoice.isEmpty()
+                                ? QStringLiteral("INV-") + QUuid::createUuid().toString(QUuid::Id128).left(12)
+                                : fields.invoice;
+    const Ref<Sale> sale = Sale::make(invoice, nullptr, fields.customer, fields.shift);
     sale->setTimestamp(fields.at.value_or(Clock::now()));
     context.insert(sale);
     double total = 0;

@@ -19,6 +19,7 @@ struct StoreMaintenanceTest : ::testing::Test {
         return record;
     }
     Ref<AppSettings> settings() { return saved(std::make_shared<AppSettings>()); }
+    int m_sales = 0;
     Ref<Product> product(const char* typeRaw)
     {
         auto made = std::make_shared<Product>();
@@ -28,7 +29,7 @@ struct StoreMaintenanceTest : ::testing::Test {
     // An old sale with one line, written before lines knew their tax mode.
     Ref<SaleItem> oldSale(double subtotal, double discount, double tax, double total, bool refund = false)
     {
-        const Ref<Sale> sale = Sale::make(QStringLiteral("INV-1"), nullptr, nullptr, nullptr);
+        const Ref<Sale> sale = Sale::make(QStringLiteral("INV-%1").arg(++m_sales), nullptr, nullptr, nullptr);
         sale->setSubtotal(subtotal);
         sale->setSaleDiscount(discount);
         sale->setTaxTotal(tax);

@@ -131,7 +131,8 @@ TEST_F(CustomersViewTest, PointsAdjustedByHandShowInTheHistory)
 TEST_F(CustomersViewTest, DeletingWarnsInFullAndCancelKeepsTheCustomer)
 {
     const Ref<Customer> yaa = addCustomer(store.context(), {.name = QStringLiteral("Yaa")});
-    addSale(store.context(), {.customer = yaa, .tenders = {{PaymentMethodType::onAccount, 20}}});
+    addSale(store.context(),
+            {.invoice = QStringLiteral("INV-1"), .customer = yaa, .tenders = {{PaymentMethodType::onAccount, 20}}});
     signIn();
     CustomerDetail& detail = showCustomer(yaa);
     EXPECT_EQ(rowTexts(*detail.purchases(), 0).mid(1), (QStringList{"INV-1", "₵20.00", ""}));
