@@ -132,8 +132,8 @@ void ModelContext::flush()
     };
     std::vector<Before> before;
     before.reserve(m_flushQueue.size());
+    m_connection.execute(QStringLiteral("SAVEPOINT flush"));
     try {
-        m_connection.execute(QStringLiteral("SAVEPOINT flush"));
         for (const RecordRef& record : m_flushQueue) {
             before.push_back({record.get(), record->m_inDatabase, record->m_unflushedFields});
             write(*record);
@@ -485,4 +485,14 @@ void ModelContext::onChange(QObject* receiver, std::initializer_list<const Entit
                     return;
                 }
             });
+}
+
+QList<RecordRef> ModelContext::liveRecords() const
+{
+    QList<RecordRef> records;
+    for (const std::weak_ptr<Record>& entry : m_identity) {
+        if (RecordRef record = entry.lock())
+            records.append(record);
+    }
+    return records;
 }

@@ -81,6 +81,8 @@ public:
         return result;
     }
     SqliteConnection& connection() { return m_connection; }
+    // Every record now alive in memory, for checks that memory matches the file.
+    QList<RecordRef> liveRecords() const;
     const std::vector<const Entity*>& schema() const { return m_schema; }
 
 Q_SIGNALS:

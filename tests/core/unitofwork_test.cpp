@@ -1,0 +1,246 @@
+#include "records/posschema.h"
+#include "records/records.h"
+#include "store/storeerror.h"
+#include "store/unitofwork.h"
+#include "support/faultloop.h"
+#include "support/printers.h"
+#include "support/teststore.h"
+
+#include <QSignalSpy>
+
+#include <gtest/gtest.h>
+
+#include <sqlite3.h>
+
+namespace {
+
+Ref<Category> addCategory(ModelContext& context, const QString& name)
+{
+    auto category = std::make_shared<Category>();
+    category->setName(name);
+    context.insert(category);
+    return category;
+}
+
+// A write of two records, the second read back before the save: a read-triggered flush.
+void writeTwoCategories(ModelContext& context)
+{
+    performUnitOfWork(context, [&] {
+        addCategory(context, QStringLiteral("Drinks"));
+        context.count<Category>();
+        addCategory(context, QStringLiteral("Snacks"));
+    });
+}
+
+} // namespace
+
+TEST(UnitOfWork, AnyExceptionRollsBackEverythingSinceItBegan)
+{
+    TestStore store;
+    ModelContext& context = store.context();
+    const Ref<Category> kept = performUnitOfWork(context, [&] { return addCategory(context, "Kept"); });
+    EXPECT_THROW(performUnitOfWork(context,
+                                   [&] {
+                                       kept->setName(QStringLiteral("Renamed"));
+                                       addCategory(context, QStringLiteral("Dropped"));
+                                       context.count<Category>(); // flushed into the open transaction
+                                       throw 42;                  // not even an exception class
+                                   }),
+                 int);
+    EXPECT_EQ(kept->name(), QStringLiteral("Kept"));
+    EXPECT_FALSE(context.hasChanges());
+    EXPECT_FALSE(context.connection().inTransaction());
+    EXPECT_EQ(countRowsOnDisk(store.path(), QStringLiteral("Category")), 1);
+}
+
+TEST(UnitOfWork, InnerUnitsJoinAndOnlyTheOutermostSaves)
+{
+    TestStore store;
+    ModelContext& context = store.context();
+    QSignalSpy spy(&context, &ModelContext::didChange);
+    performUnitOfWork(context, [&] {
+        addCategory(context, QStringLiteral("Outer"));
+        performUnitOfWork(context, [&] { addCategory(context, QStringLiteral("Inner")); });
+        EXPECT_TRUE(context.hasChanges()); // the inner commit saved nothing yet
+        EXPECT_EQ(spy.count(), 0);
+    });
+    EXPECT_EQ(spy.count(), 1);
+    EXPECT_EQ(countRowsOnDisk(store.path(), QStringLiteral("Category")), 2);
+}
+
+// A failed BEGIN once left the context flushing for good: every later save was a silent no-op.
+TEST(UnitOfWork, AFailedBeginLeavesTheContextUsable)
+{
+    TestStore store;
+    ModelContext& context = store.context();
+    // The first call of a write is its BEGIN IMMEDIATE.
+    SqliteConnection::injectFault(1, SQLITE_BUSY);
+    EXPECT_THROW(performUnitOfWork(context, [&] { addCategory(context, QStringLiteral("Busy")); }), StoreError);
+    SqliteConnection::clearFault();
+    performUnitOfWork(context, [&] { addCategory(context, QStringLiteral("Later")); });
+    EXPECT_EQ(countRowsOnDisk(store.path(), QStringLiteral("Category")), 1);
+
+    // And a bare save, which keeps its changes pending for a retry, writes them all next time.
+    addCategory(context, QStringLiteral("Retried"));
+    SqliteConnection::injectFault(1, SQLITE_BUSY);
+    EXPECT_THROW(context.save(), StoreError);
+    SqliteConnection::clearFault();
+    context.save();
+    EXPECT_EQ(countRowsOnDisk(store.path(), QStringLiteral("Category")), 2);
+}
+
+// SQLite cancels the whole transaction on a full disk: what an earlier read flushed is gone from
+// the file and must be written again, not counted as written.
+TEST(UnitOfWork, ATransactionCancelledBySqliteIsWrittenAgainWhole)
+{
+    TestStore store;
+    ModelContext& context = store.context();
+    addCategory(context, QStringLiteral("First"));
+    context.count<Category>(); // BEGIN, SAVEPOINT, INSERT, RELEASE, then the count
+    addCategory(context, QStringLiteral("Second"));
+    SqliteConnection::injectFault(2, SQLITE_FULL); // the second flush's INSERT, after its SAVEPOINT
+    EXPECT_THROW(context.count<Category>(), StoreError);
+    SqliteConnection::clearFault();
+    EXPECT_FALSE(context.connection().inTransaction());
+    context.save();
+    EXPECT_EQ(countRowsOnDisk(store.path(), QStringLiteral("Category")), 2);
+    expectMemoryMatchesFile(context, store.path());
+}
+
+TEST(UnitOfWork, AListenerThatThrowsCannotMakeACommittedSaveLookFailed)
+{
+    TestStore store;
+    ModelContext& context = store.context();
+    QObject screen;
+    int laterListenerCalls = 0;
+    context.onChange(&screen, {&Category::schema()}, [] { throw StoreError(QStringLiteral("refresh failed")); });
+    context.onChange(&screen, {&Category::schema()}, [&] { ++laterListenerCalls; });
+    QObject::connect(&context, &ModelContext::didChange, &screen,
+                     [](const QSet<QString>&) { throw std::runtime_error("a raw listener failed"); });
+    EXPECT_NO_THROW(performUnitOfWork(context, [&] { addCategory(context, QStringLiteral("Saved")); }));
+    EXPECT_EQ(laterListenerCalls, 1);
+    EXPECT_EQ(countRowsOnDisk(store.path(), QStringLiteral("Category")), 1);
+    EXPECT_FALSE(context.hasChanges());
+}
+
+TEST(UnitOfWork, EveryFailingCallLeavesFileAndMemoryAsTheyWere)
+{
+    for (int code : injectedFaultCodes()) {
+        TestStore store;
+        ModelContext& context = store.context();
+        const Ref<Category> existing =
+            performUnitOfWork(context, [&] { return addCategory(context, QStringLiteral("Existing")); });
+        const int failures = failEachCallUntilItSucceeds(context, store.path(), code, [&]() -> std::optional<QString> {
+            try {
+                performUnitOfWork(context, [&] {
+                    existing->setName(QStringLiteral("Renamed"));
+                    writeTwoCategories(context);
+                });
+                return std::nullopt;
+            } catch (const Refusal& refusal) {
+                return refusal.description();
+            }
+        });
+        EXPECT_GT(failures, 3);
+        EXPECT_EQ(countRowsOnDisk(store.path(), QStringLiteral("Category")), 3);
+    }
+}
+
+TEST(Statements, PagesReuseOneStatementAndTheCacheStaysBounded)
+{
+    TestStore store;
+    ModelContext& context = store.context();
+    performUnitOfWork(context, [&] {
+        for (int i = 0; i < 30; ++i)
+            addCategory(context, QStringLiteral("C%1").arg(i, 2, 10, QLatin1Char('0')));
+    });
+    const int before = context.connection().cachedStatementCount();
+    for (int page = 0; page < 30; ++page)
+        ASSERT_EQ(context.fetch<Category>(FetchDescriptor().limitedTo(1, page)).size(), 1);
+    EXPECT_LE(context.connection().cachedStatementCount(), before + 1);
+
+    for (int i = 0; i < 3 * SqliteConnection::statementCacheSize; ++i)
+        context.scalar(QStringLiteral("SELECT %1").arg(i));
+    EXPECT_EQ(context.connection().cachedStatementCount(), SqliteConnection::statementCacheSize);
+}
+
+TEST(Statements, ABusyStatementIsNeverHandedToASecondCaller)
+{
+    TestStore store;
+    SqliteConnection& connection = store.context().connection();
+    const QString sql = QStringLiteral("SELECT value FROM generate_series(1, 3)");
+    const QString counting = QStringLiteral("WITH RECURSIVE n(x) AS (SELECT 1 UNION ALL SELECT x + 1 FROM n "
+                                            "WHERE x < 3) SELECT x FROM n");
+    SqliteStatement outer = connection.prepare(counting);
+    ASSERT_TRUE(outer.step());
+    {
+        SqliteStatement inner = connection.prepare(counting);
+        int innerRows = 0;
+        while (inner.step())
+            ++innerRows;
+        EXPECT_EQ(innerRows, 3);
+    }
+    // The outer cursor kept its place.
+    ASSERT_TRUE(outer.step());
+    EXPECT_EQ(outer.integer(0), 2);
+    Q_UNUSED(sql);
+}
+
+TEST(RowQuery, ReadsProjectionsWithoutMakingRecords)
+{
+    TestStore store;
+    ModelContext& context = store.context();
+    performUnitOfWork(context, [&] {
+        addCategory(context, QStringLiteral("A"));
+        addCategory(context, QStringLiteral("B"));
+    });
+    struct NameRow {
+        QString name;
+        qint64 length;
+    };
+    const QList<NameRow> rows = context.rows<NameRow>(
+        QStringLiteral("SELECT \"name\", length(\"name\") FROM \"Category\" WHERE \"name\" > ? ORDER BY \"name\""),
+        {QStringLiteral("A")}, [](const SqliteStatement& row) { return NameRow{row.text(0), row.integer(1)}; });
+    ASSERT_EQ(rows.size(), 1);
+    EXPECT_EQ(rows.first().name, QStringLiteral("B"));
+    EXPECT_TRUE(context.liveRecords().isEmpty()); // nobody holds the two inserted above
+}
+
+TEST(Migrations, AStoreGainsUniqueInvoiceNumbersAndItsVersion)
+{
+    TestStore store;
+    ModelContext& context = store.context();
+    EXPECT_EQ(context.scalar(QStringLiteral("PRAGMA user_version")).toInt(), POSSchema::description().version());
+    performUnitOfWork(context, [&] { context.insert(Sale::make(QStringLiteral("INV-1"), nullptr, nullptr, nullptr)); });
+    EXPECT_THROW(performUnitOfWork(context,
+                                   [&] { context.insert(Sale::make(QStringLiteral("INV-1"), nullptr, nullptr, nullptr)); }),
+                 StoreError);
+    EXPECT_EQ(countRowsOnDisk(store.path(), QStringLiteral("Sale")), 1);
+}
+
+TEST(Drafts, EditsReachTheRecordOnlyThroughTakeValuesFrom)
+{
+    TestStore store;
+    ModelContext& context = store.context();
+    const Ref<Category> drinks = performUnitOfWork(context, [&] { return addCategory(context, "Drinks"); });
+    const Ref<Product> product = performUnitOfWork(context, [&] {
+        auto made = std::make_shared<Product>();
+        made->setName(QStringLiteral("Malta"));
+        made->setCategory(drinks);
+        context.insert(made);
+        return made;
+    });
+    const Ref<Product> draft = product->draft<Product>();
+    draft->setName(QStringLiteral("Malta Guinness"));
+    EXPECT_EQ(draft->category(), drinks); // relationships read through the live context
+    EXPECT_FALSE(context.hasChanges());
+    EXPECT_EQ(product->name(), QStringLiteral("Malta"));
+    EXPECT_FALSE(product->hasSameValuesAs(*draft));
+
+    // Someone else's failed write doesn't touch the draft; a save of the draft writes it.
+    EXPECT_THROW(performUnitOfWork(context, [&] { throw StoreError(QStringLiteral("elsewhere")); }), StoreError);
+    EXPECT_EQ(draft->name(), QStringLiteral("Malta Guinness"));
+    performUnitOfWork(context, [&] { product->takeValuesFrom(*draft); });
+    store.reopen();
+    EXPECT_EQ(store.context().find<Product>(product->id())->name(), QStringLiteral("Malta Guinness"));
+}
