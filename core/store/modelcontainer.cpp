@@ -2,6 +2,7 @@
 
 #include "store/storeerror.h"
 
+#include <QFileInfo>
 #include <QSet>
 
 namespace {
@@ -41,6 +42,14 @@ template <class Work> void inTransaction(SqliteConnection& connection, Work work
 ModelContainer::ModelContainer(const QString& path, SchemaDescription schema)
     : m_schema(std::move(schema))
 {
+    // Said at the door rather than by the first sale: SQLite would open such a file for reading
+    // and fail every write, or fail to make the write-ahead log beside it.
+    const QFileInfo file(path);
+    if ((file.exists() && !file.isWritable()) || !QFileInfo(file.absolutePath()).isWritable())
+        throw StoreError(QStringLiteral("The store %1 can't be written: its file or folder is read-only. Make "
+                                        "it writable and start Tallyrun again.")
+                             .arg(path),
+                         StoreError::Kind::readOnly);
     m_connection.open(path);
     try {
         configure();

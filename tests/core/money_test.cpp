@@ -1,4 +1,5 @@
 #include "money/currency.h"
+#include "money/numberentry.h"
 #include "money/quantity.h"
 #include "money/rounding.h"
 
@@ -72,4 +73,38 @@ TEST(Quantity, FormatsToThousandthsWithoutTrailingZeros)
     EXPECT_EQ(Quantity::format(1.5, SellingUnit::kg).toStdString(), "1.5 kg");
     EXPECT_EQ(Quantity::format(2, SellingUnit::litre).toStdString(), "2 L");
     EXPECT_EQ(Quantity::format(3, SellingUnit::each).toStdString(), "3");
+}
+
+TEST(NumberEntry, MoneyAcceptsWhatPeopleTypeAndRefusesWhatIsNotANumber)
+{
+    const struct {
+        const char* typed;
+        std::optional<double> amount;
+    } cases[] = {
+        {"1,250.00", 1250.0},     // the thousands separator once read as 0
+        {"1,000", 1000.0},        // a credit limit of "1,000" once meant "no limit"
+        {"1 250", 1250.0},        {"₵1,250.00", 1250.0}, {"GHS 12.5", 12.5}, {" 7 ", 7.0},
+        {"0.005", 0.01},          // rounded to cents, halves away from zero
+        {"1,234,567.891", 1234567.89},
+        {".5", 0.5},              {"-3", -3.0},
+        {"12,50", std::nullopt},  // either 12.50 or 1,250: refused rather than guessed
+        {"abc", std::nullopt},    {"45O", std::nullopt}, // a letter O, cut to "45" by a lax reader
+        {"", std::nullopt},       {"1e3", std::nullopt}, {"inf", std::nullopt}, {"0x10", std::nullopt},
+        {"1,2345", std::nullopt}, {"1000000000", std::nullopt}, // beyond the cap
+    };
+    for (const auto& c : cases) {
+        const NumberEntry entry = NumberEntry::money(QString::fromUtf8(c.typed));
+        EXPECT_EQ(entry.value, c.amount) << c.typed;
+        EXPECT_EQ(entry.problem.isEmpty(), c.amount.has_value()) << c.typed;
+    }
+    EXPECT_EQ(NumberEntry::money(QStringLiteral("2.33336"), NumberEntry::unitCostPlaces).value, 2.3334);
+    EXPECT_EQ(NumberEntry::money(QStringLiteral("999,999,999.99")).value, 999999999.99);
+}
+
+TEST(NumberEntry, QuantityReadsACommaAsTheDecimalPoint)
+{
+    EXPECT_EQ(NumberEntry::quantity(QStringLiteral("2,5")).value, 2.5);
+    EXPECT_EQ(NumberEntry::quantity(QStringLiteral("0.0005")).value, 0.001);
+    EXPECT_FALSE(NumberEntry::quantity(QStringLiteral("2kg")).isValid());
+    EXPECT_FALSE(NumberEntry::quantity(QStringLiteral("1,000.5")).isValid());
 }

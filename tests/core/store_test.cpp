@@ -7,6 +7,9 @@
 
 #include <QFile>
 #include <QSignalSpy>
+#include <QTemporaryDir>
+
+#include <unistd.h>
 
 #include <gtest/gtest.h>
 
@@ -436,4 +439,22 @@ TEST(StoreFile, TablesAndColumnsCarryTheRecordAndFieldNames)
     }
     EXPECT_EQ(store.context().scalar(QStringLiteral("PRAGMA journal_mode")).toString(),
               QStringLiteral("wal"));
+}
+
+TEST(StoreFile, InAReadOnlyFolderIsRefusedInPlainWordsWhenItOpens)
+{
+    if (::geteuid() == 0)
+        GTEST_SKIP() << "root writes to read-only folders; run as a user to check this";
+    QTemporaryDir dir;
+    const QString path = dir.filePath(QStringLiteral("shop.store"));
+    { ModelContainer made(path, POSSchema::description()); }
+    QFile::setPermissions(dir.path(), QFile::ReadOwner | QFile::ExeOwner);
+    try {
+        ModelContainer container(path, POSSchema::description());
+        FAIL() << "opened a store it can't write";
+    } catch (const StoreError& error) {
+        EXPECT_EQ(error.kind(), StoreError::Kind::readOnly);
+        EXPECT_TRUE(error.description().contains(QStringLiteral("read-only"))) << error.what();
+    }
+    QFile::setPermissions(dir.path(), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
 }
