@@ -4,7 +4,7 @@
 #include "customers/accountsservice.h"
 #include "money/rounding.h"
 #include "records/enums.h"
-#include "store/storeerror.h"
+#include "store/unitofwork.h"
 #include "till/tillerror.h"
 
 TillService::TillService(ModelContext& context)
@@ -14,34 +14,26 @@ TillService::TillService(ModelContext& context)
 
 Ref<TillShift> TillService::currentOpenShift()
 {
-    try {
-        return m_context.fetchFirst<TillShift>(FetchDescriptor(TillShift::Col::statusRaw == openStatus()));
-    } catch (const StoreError&) {
-        return nullptr;
-    }
+    return m_context.fetchFirst<TillShift>(FetchDescriptor(TillShift::Col::statusRaw == openStatus()));
 }
 
 Ref<TillShift> TillService::openShift(const Ref<User>& cashier, double openingFloat)
 {
-    if (currentOpenShift())
-        throw TillError(TillError::Case::shiftAlreadyOpen);
-    // NaN fails the comparison too, so it is refused with the negatives.
-    if (!(openingFloat >= 0))
-        throw TillError(TillError::Case::invalidAmount);
+    return performUnitOfWork(m_context, [&] {
+        if (currentOpenShift())
+            throw TillError(TillError::Case::shiftAlreadyOpen);
+        // NaN fails the comparison too, so it is refused with the negatives.
+        if (!(openingFloat >= 0))
+            throw TillError(TillError::Case::invalidAmount);
 
-    auto shift = std::make_shared<TillShift>();
-    shift->setCashier(cashier);
-    shift->setOpeningFloat(openingFloat);
-    shift->setOpenedAt(Clock::now());
-    shift->setStatusRaw(openStatus());
-    m_context.insert(shift);
-    try {
-        m_context.save();
-    } catch (const StoreError&) {
-        m_context.rollback();
-        throw;
-    }
-    return shift;
+        auto shift = std::make_shared<TillShift>();
+        shift->setCashier(cashier);
+        shift->setOpeningFloat(openingFloat);
+        shift->setOpenedAt(Clock::now());
+        shift->setStatusRaw(openStatus());
+        m_context.insert(shift);
+        return shift;
+    });
 }
 
 double TillService::cashSalesTotal(const Ref<TillShift>& shift)
@@ -84,13 +76,14 @@ double TillService::expectedCash(const Ref<TillShift>& shift)
 Ref<TillShift> TillService::closeShift(const Ref<TillShift>& shift, double countedCash, const QString& notes)
 {
     Q_ASSERT(shift);
-    const double expected = expectedCash(shift);
-    shift->setExpectedCash(expected);
-    shift->setCountedCash(countedCash);
-    shift->setVariance(Rounding::toCents(countedCash - expected));
-    shift->setNotes(notes);
-    shift->setClosedAt(Clock::now());
-    shift->setStatusRaw(closedStatus());
-    m_context.save();
+    performUnitOfWork(m_context, [&] {
+        const double expected = expectedCash(shift);
+        shift->setExpectedCash(expected);
+        shift->setCountedCash(countedCash);
+        shift->setVariance(Rounding::toCents(countedCash - expected));
+        shift->setNotes(notes);
+        shift->setClosedAt(Clock::now());
+        shift->setStatusRaw(closedStatus());
+    });
     return shift;
 }

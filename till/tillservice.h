@@ -12,19 +12,19 @@ public:
 
     explicit TillService(ModelContext& context);
 
-    // The shift left open, by this session or an earlier launch; absent also when the store
-    // can't be read, since the callers have nowhere to report that.
+    // The shift left open, by this session or an earlier launch. Throws StoreError when the store
+    // can't be read: that is not "no shift open", which would let a second one be opened.
     Ref<TillShift> currentOpenShift();
 
-    // Saves. Throws TillError when any shift is open or the float is negative (0 is allowed),
-    // StoreError when the save fails, after rolling back so that a retry isn't refused as open.
+    // One unit of work. Throws TillError when any shift is open or the float is negative (0 is
+    // allowed), StoreError when the save fails; either way nothing was written.
     Ref<TillShift> openShift(const Ref<User>& cashier, double openingFloat);
     // Cash payments of the shift's sales that aren't voided, refunds lowering it; in cents.
     double cashSalesTotal(const Ref<TillShift>& shift);
     // Float, cash sales, cash for accounts and pay-ins, less pay-outs; rounded once, in cents.
     double expectedCash(const Ref<TillShift>& shift);
-    // Freezes the figures and saves. A failed save leaves the changed fields pending, so the
-    // close can be tried again; the shift's state is not checked.
+    // Freezes the figures in one unit of work. A failed save puts the shift back as it was, open,
+    // so the close can be tried again; the shift's state is not checked.
     Ref<TillShift> closeShift(const Ref<TillShift>& shift, double countedCash, const QString& notes);
 
 private:

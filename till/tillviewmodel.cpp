@@ -2,23 +2,19 @@
 
 #include "clock/clock.h"
 #include "money/currency.h"
+#include "money/numberentry.h"
 #include "records/customerpayment.h"
 #include "records/payment.h"
 #include "records/sale.h"
-#include "store/storeerror.h"
 #include "till/tillerror.h"
 
 #include <QLocale>
 
-#include <cmath>
-
 namespace {
-// Bad entries never stop the till: what isn't a number is 0, and the service's rule then applies.
-double numberOrZero(const QString& text)
+// A blank float is the "0.00" its hint shows; a float of nothing is a real way to start a day.
+NumberEntry floatEntry(const QString& text)
 {
-    bool ok = false;
-    const double value = text.trimmed().toDouble(&ok);
-    return ok && std::isfinite(value) ? value : 0.0;
+    return text.trimmed().isEmpty() ? NumberEntry{0.0, {}} : NumberEntry::money(text);
 }
 
 QString money(double amount)
@@ -76,9 +72,13 @@ bool TillViewModel::openShift()
 {
     setErrorMessage(std::nullopt);
     setBackupMessage(std::nullopt);
-    return acting<TillError>([this] {
-        m_session.setCurrentTillShift(
-            m_till.openShift(m_session.currentUser(), numberOrZero(m_openingFloatText)));
+    const NumberEntry openingFloat = floatEntry(m_openingFloatText);
+    if (!openingFloat.isValid()) {
+        setErrorMessage(openingFloat.problem);
+        return false;
+    }
+    return writing([&] {
+        m_session.setCurrentTillShift(m_till.openShift(m_session.currentUser(), *openingFloat.value));
     });
 }
 
@@ -86,21 +86,29 @@ bool TillViewModel::recordCashMovement(const Ref<TillShift>& shift)
 {
     Q_ASSERT(shift);
     setErrorMessage(std::nullopt);
-    const double amount = numberOrZero(m_payAmountText);
-    if (amount <= 0) {
+    // Nothing typed is no amount at all, which the rule below refuses in its own words.
+    const NumberEntry amount =
+        m_payAmountText.trimmed().isEmpty() ? NumberEntry{0.0, {}} : NumberEntry::money(m_payAmountText);
+    if (!amount.isValid()) {
+        setErrorMessage(amount.problem);
+        return false;
+    }
+    if (!(*amount.value > 0)) {
         setErrorMessage(TillError::describe(TillError::Case::invalidAmount));
         return false;
     }
     // Neither the reason nor the cash in the drawer is checked: a pay-out is taken at its word.
-    auto movement = std::make_shared<CashMovement>();
-    movement->setTillShift(shift);
-    movement->setTypeRaw(CashMovementTypes::raw(m_payType));
-    movement->setAmount(amount);
-    movement->setReason(m_payReason);
-    movement->setPerformedBy(m_session.currentUser());
-    movement->setTimestamp(Clock::now());
-    m_context.insert(movement);
-    if (!saveOrUndo(m_context))
+    const bool saved = saveOrUndo(m_context, [&] {
+        auto movement = std::make_shared<CashMovement>();
+        movement->setTillShift(shift);
+        movement->setTypeRaw(CashMovementTypes::raw(m_payType));
+        movement->setAmount(*amount.value);
+        movement->setReason(m_payReason);
+        movement->setPerformedBy(m_session.currentUser());
+        movement->setTimestamp(Clock::now());
+        m_context.insert(movement);
+    });
+    if (!saved)
         return false;
     setPayAmountText(QString());
     setPayReason(QString());
@@ -111,12 +119,15 @@ bool TillViewModel::closeShift(const Ref<TillShift>& shift)
 {
     Q_ASSERT(shift);
     setErrorMessage(std::nullopt);
-    try {
-        m_till.closeShift(shift, numberOrZero(m_countedCashText), m_closingNotes);
-    } catch (const StoreError& error) {
-        setErrorMessage(error.description());
+    // A close can't be undone, so a count that was skipped or mistyped is never taken for 0:
+    // it would stand as a shortage for good.
+    const NumberEntry counted = NumberEntry::money(m_countedCashText);
+    if (!counted.isValid()) {
+        setErrorMessage(counted.problem);
         return false;
     }
+    if (!writing([&] { m_till.closeShift(shift, *counted.value, m_closingNotes); }))
+        return false;
     const Ref<TillShift> current = m_session.currentTillShift();
     if (current && current->id() == shift->id())
         m_session.setCurrentTillShift(nullptr);
@@ -136,7 +147,7 @@ Ref<TillShift> TillViewModel::openShiftShown()
         return m_context.fetchFirst<TillShift>(
             FetchDescriptor(TillShift::Col::statusRaw == TillService::openStatus())
                 .sortedBy(descending(TillShift::Col::openedAt)));
-    } catch (const StoreError& error) {
+    } catch (const Refusal& error) {
         setErrorMessage(error.description());
         return nullptr;
     }
@@ -152,7 +163,7 @@ QList<ShiftHistoryRow> TillViewModel::shiftHistory()
                 rows.append(ShiftHistoryRow::make(shift));
         }
         return rows;
-    } catch (const StoreError& error) {
+    } catch (const Refusal& error) {
         setErrorMessage(error.description());
         return {};
     }
@@ -164,7 +175,7 @@ QList<Ref<CashMovement>> TillViewModel::movements(const Ref<TillShift>& shift)
     try {
         return m_context.fetch<CashMovement>(FetchDescriptor(CashMovement::Col::tillShift == shift)
                                                  .sortedBy(ascending(CashMovement::Col::timestamp)));
-    } catch (const StoreError& error) {
+    } catch (const Refusal& error) {
         setErrorMessage(error.description());
         return {};
     }
@@ -179,7 +190,7 @@ ShiftFigures TillViewModel::figures(const Ref<TillShift>& shift)
         figures.cashSales = m_till.cashSalesTotal(shift);
         figures.accountCash = m_accounts.cashReceived(shift);
         figures.expectedCash = m_till.expectedCash(shift);
-    } catch (const StoreError& error) {
+    } catch (const Refusal& error) {
         setErrorMessage(error.description());
     }
     return figures;

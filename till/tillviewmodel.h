@@ -35,7 +35,9 @@ struct ShiftFigures {
 };
 
 // The till screen: opening with a float, cash paid in and out, closing against the count, and the
-// shift history. The after-close backup is not part of it yet.
+// shift history. The after-close backup is not part of it yet. Reads that fail put their reason
+// in errorMessage without clearing it when they succeed: a refresh after a failed action must not
+// wipe that action's message.
 class TillViewModel : public ViewModel {
     Q_OBJECT
 
@@ -77,8 +79,10 @@ public:
     std::optional<QString> backupMessage() const { return m_backupMessage; }
     void setBackupMessage(const std::optional<QString>& message);
 
-    // Each returns true on success; otherwise errorMessage says why and the store is as it was
-    // (a failed close stays pending in the context, to be tried again).
+    // Each returns true on success; otherwise errorMessage says why and the store and the records
+    // in memory are as they were, so the same action can be tried again. Money fields take what
+    // NumberEntry reads; other text is refused with its message, never taken for 0. A blank float
+    // is 0, as its hint shows; a blank count is refused.
     bool openShift();
     bool recordCashMovement(const Ref<TillShift>& shift);
     bool closeShift(const Ref<TillShift>& shift);

@@ -35,11 +35,23 @@ TEST_F(TillViewModelTest, CashMovementNeedsAnAmountAboveZeroAndKeepsTheType)
     const Ref<TillShift> shift = addShift(context, 100.0);
     model.setPayType(CashMovementType::payOut);
     model.setPayReason(QStringLiteral("Fuel"));
-    for (const char* typed : {"", "abc", "0", "-3"}) {
-        model.setPayAmountText(QString::fromUtf8(typed));
-        EXPECT_FALSE(model.recordCashMovement(shift)) << typed;
-        EXPECT_EQ(model.errorMessage(), QStringLiteral("Enter an amount greater than zero.")) << typed;
+    const struct {
+        const char* typed;
+        const char* message;
+    } refusals[] = {
+        {"", "Enter an amount greater than zero."},
+        {"0", "Enter an amount greater than zero."},
+        {"-3", "Enter an amount greater than zero."},
+        // Not a number at all: said so, never taken for 0 or for its readable part.
+        {"abc", "Enter an amount such as 1,250.00."},
+        {"45O", "Enter an amount such as 1,250.00."},
+    };
+    for (const auto& refusal : refusals) {
+        model.setPayAmountText(QString::fromUtf8(refusal.typed));
+        EXPECT_FALSE(model.recordCashMovement(shift)) << refusal.typed;
+        EXPECT_EQ(model.errorMessage(), QString::fromUtf8(refusal.message)) << refusal.typed;
     }
+    EXPECT_EQ(countRowsOnDisk(store.path(), QStringLiteral("CashMovement")), 0);
     model.setPayAmountText(QStringLiteral("30"));
     EXPECT_TRUE(model.recordCashMovement(shift));
     EXPECT_EQ(model.errorMessage(), std::nullopt);
@@ -60,12 +72,77 @@ TEST_F(TillViewModelTest, CloseClearsTheSessionsShiftOnlyWhenItIsTheOneClosed)
     ASSERT_TRUE(model.closeShift(stale));
     EXPECT_EQ(session.currentTillShift(), open);
     model.setClosingNotes(QStringLiteral("all good"));
-    ASSERT_TRUE(model.closeShift(open)); // blank count closes at 0
+    model.setCountedCashText(QString());
+    EXPECT_FALSE(model.closeShift(open)); // a skipped count is never taken for 0
+    EXPECT_EQ(model.errorMessage(), QStringLiteral("Enter an amount such as 1,250.00."));
+    model.setCountedCashText(QStringLiteral("0"));
+    ASSERT_TRUE(model.closeShift(open));
     EXPECT_EQ(session.currentTillShift(), nullptr);
     EXPECT_EQ(open->countedCash(), 0);
     EXPECT_EQ(open->notes(), QStringLiteral("all good"));
     EXPECT_EQ(model.closingNotes(), QString());
     EXPECT_EQ(model.backupMessage(), std::nullopt);
+}
+
+// "1,250.00" once read as 0: the shift closed with a permanent shortage of the whole count.
+TEST_F(TillViewModelTest, MoneyIsReadAsTypedWithSeparatorsAndSigns)
+{
+    const struct {
+        const char* typed;
+        std::optional<double> counted; // absent: refused
+    } cases[] = {
+        {"1,250.00", 1250}, {"1 250", 1250}, {"₵1,250.00", 1250}, {" 99.999 ", 100},
+        {"12,50", std::nullopt}, {"abc", std::nullopt}, {"1250abc", std::nullopt},
+    };
+    for (const auto& c : cases) {
+        TestStore fresh;
+        TillService service(fresh.context());
+        AccountsService accountsHere(fresh.context());
+        SessionStore sessionHere;
+        TillViewModel here(service, accountsHere, fresh.context(), sessionHere);
+        here.setOpeningFloatText(QString::fromUtf8(c.typed));
+        here.setCountedCashText(QString::fromUtf8(c.typed));
+        if (!c.counted) {
+            EXPECT_FALSE(here.openShift()) << c.typed;
+            EXPECT_EQ(here.errorMessage(), QStringLiteral("Enter an amount such as 1,250.00.")) << c.typed;
+            EXPECT_EQ(countRowsOnDisk(fresh.path(), QStringLiteral("TillShift")), 0) << c.typed;
+            continue;
+        }
+        ASSERT_TRUE(here.openShift()) << c.typed;
+        const Ref<TillShift> shift = sessionHere.currentTillShift();
+        EXPECT_EQ(shift->openingFloat(), *c.counted) << c.typed;
+        ASSERT_TRUE(here.closeShift(shift)) << c.typed;
+        EXPECT_EQ(shift->countedCash(), *c.counted) << c.typed;
+        EXPECT_EQ(shift->variance(), 0) << c.typed;
+    }
+}
+
+// The screen refreshes after every rollback: that must not wipe the message of the failed close.
+TEST_F(TillViewModelTest, AFailedCloseKeepsItsMessageAndTheSessionsShift)
+{
+    ASSERT_TRUE(model.openShift());
+    const Ref<TillShift> shift = session.currentTillShift();
+    int refreshes = 0;
+    QObject::connect(&model, &TillViewModel::tillChanged, [&] {
+        ++refreshes;
+        model.openShiftShown();
+        model.figures(shift);
+        model.shiftHistory();
+    });
+    context.connection().execute(QStringLiteral(
+        "CREATE TRIGGER refuse BEFORE UPDATE ON \"TillShift\" BEGIN SELECT RAISE(FAIL, 'full'); END"));
+    model.setCountedCashText(QStringLiteral("100"));
+    EXPECT_FALSE(model.closeShift(shift));
+    EXPECT_GT(refreshes, 0);
+    ASSERT_TRUE(model.errorMessage().has_value());
+    EXPECT_EQ(session.currentTillShift(), shift);
+    EXPECT_EQ(model.openShiftShown(), shift);
+    EXPECT_EQ(model.countedCashText(), QStringLiteral("100"));
+
+    context.connection().execute(QStringLiteral("DROP TRIGGER refuse"));
+    EXPECT_TRUE(model.closeShift(shift));
+    EXPECT_EQ(model.errorMessage(), std::nullopt);
+    EXPECT_EQ(session.currentTillShift(), nullptr);
 }
 
 TEST_F(TillViewModelTest, HistoryRowsNameTheVariance)
