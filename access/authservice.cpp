@@ -3,7 +3,7 @@
 #include "access/autherror.h"
 #include "access/passwordhasher.h"
 #include "access/pinrules.h"
-#include "store/storeerror.h"
+#include "store/unitofwork.h"
 
 AuthService::AuthService(ModelContext& context)
     : m_context(context)
@@ -40,13 +40,10 @@ void AuthService::setPin(const std::optional<QString>& pin, const Ref<User>& use
 {
     Q_ASSERT(user);
     const QString trimmed = PinRules::trimmed(pin.value_or(QString()));
-    if (trimmed.isEmpty()) {
-        user->setPin(std::nullopt);
-    } else {
+    if (!trimmed.isEmpty())
         checkPin(trimmed, user);
-        user->setPin(trimmed);
-    }
-    save();
+    performUnitOfWork(
+        m_context, [&] { user->setPin(trimmed.isEmpty() ? std::nullopt : std::optional<QString>(trimmed)); });
 }
 
 void AuthService::setActive(const Ref<User>& user, bool isActive, const Ref<User>& by)
@@ -54,8 +51,7 @@ void AuthService::setActive(const Ref<User>& user, bool isActive, const Ref<User
     Q_ASSERT(user);
     if (!isActive && by && by->id() == user->id())
         throw AuthError(AuthError::Case::cannotDeactivateSelf);
-    user->setIsActive(isActive);
-    save();
+    performUnitOfWork(m_context, [&] { user->setIsActive(isActive); });
 }
 
 void AuthService::checkPin(const QString& pin, const Ref<User>& forUser)
@@ -68,15 +64,4 @@ void AuthService::checkPin(const QString& pin, const Ref<User>& forUser)
         holders = holders && User::Col::id != forUser->idText();
     if (m_context.count<User>(holders) > 0)
         throw AuthError(AuthError::Case::pinInUse);
-}
-
-void AuthService::save()
-{
-    // A failed save must not leave the change in memory, where the next save would commit it.
-    try {
-        m_context.save();
-    } catch (const StoreError&) {
-        m_context.rollback();
-        throw;
-    }
 }

@@ -14,7 +14,5 @@ public:
     void checkPin(const QString& pin, const Ref<User>& forUser) override;
 
 private:
-    void save();
-
     ModelContext& m_context;
 };

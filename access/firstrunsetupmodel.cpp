@@ -4,7 +4,6 @@
 #include "access/pinrules.h"
 #include "clock/clock.h"
 #include "records/user.h"
-#include "store/storeerror.h"
 
 FirstRunSetupModel::FirstRunSetupModel(ModelContext& context, SettingsLoader loadOrCreateSettings,
                                        SessionStore& session, QObject* parent)
@@ -69,30 +68,27 @@ bool FirstRunSetupModel::create()
         return false;
     }
 
-    Ref<AppSettings> settings;
+    const QString salt = PasswordHasher::makeSalt();
     auto admin = std::make_shared<User>();
-    try {
+    admin->setName(m_adminName.trimmed());
+    admin->setUsername(m_adminUsername.trimmed().toLower());
+    admin->setPasswordSalt(salt);
+    admin->setPasswordHash(PasswordHasher::hash(m_adminPassword, salt));
+    admin->setRole(UserRole::admin);
+    admin->setPin(std::nullopt);
+    admin->setIsActive(true);
+    admin->setCreatedAt(Clock::now());
+
+    // The business name and the admin are saved together: a store named but without anyone to
+    // sign in would come back to this screen with its name half taken.
+    Ref<AppSettings> settings;
+    const bool made = saveOrUndo(m_context, [&] {
         settings = m_loadOrCreateSettings();
         settings->setBusinessName(m_businessName.trimmed());
-        m_context.save();
-
-        const QString salt = PasswordHasher::makeSalt();
-        admin->setName(m_adminName.trimmed());
-        admin->setUsername(m_adminUsername.trimmed().toLower());
-        admin->setPasswordSalt(salt);
-        admin->setPasswordHash(PasswordHasher::hash(m_adminPassword, salt));
-        admin->setRole(UserRole::admin);
-        admin->setPin(std::nullopt);
-        admin->setIsActive(true);
-        admin->setCreatedAt(Clock::now());
         m_context.insert(admin);
-        m_context.save();
-    } catch (const StoreError& error) {
-        // Nothing half made stays in memory for a later save to commit.
-        m_context.rollback();
-        setErrorMessage(error.description());
+    });
+    if (!made)
         return false;
-    }
 
     m_session.setSettings(settings);
     m_session.setCurrentUser(admin);

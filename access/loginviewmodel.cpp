@@ -1,8 +1,5 @@
 #include "access/loginviewmodel.h"
 
-#include "access/autherror.h"
-#include "store/storeerror.h"
-
 LoginViewModel::LoginViewModel(AuthServicing& auth, SessionStore& session, QObject* parent)
     : ViewModel(parent)
     , m_auth(auth)
@@ -49,10 +46,8 @@ template <class Login, class ClearSecret> bool LoginViewModel::signIn(Login logi
         clearSecret();
         m_session.setCurrentUser(user);
         return true;
-    } catch (const AuthError& error) {
-        setErrorMessage(error.description());
-    } catch (const StoreError& error) {
-        setErrorMessage(error.description());
+    } catch (const Refusal& refusal) {
+        setErrorMessage(refusal.description());
     }
     return false;
 }

@@ -1,10 +1,8 @@
 #include "access/useraccountsviewmodel.h"
 
-#include "access/autherror.h"
 #include "access/passwordhasher.h"
 #include "access/pinrules.h"
 #include "clock/clock.h"
-#include "store/storeerror.h"
 
 namespace {
 // An unknown stored role is treated as a cashier everywhere, so it is shown as one.
@@ -75,7 +73,7 @@ bool UserAccountsViewModel::createUser()
         return false;
     }
     const QString pin = PinRules::trimmed(m_newPin);
-    if (!pin.isEmpty() && !acting<AuthError>([&] { m_auth.checkPin(pin, nullptr); }))
+    if (!pin.isEmpty() && !writing([&] { m_auth.checkPin(pin, nullptr); }))
         return false;
 
     // Usernames are not checked for uniqueness, unlike PINs: two accounts may share one.
@@ -89,8 +87,7 @@ bool UserAccountsViewModel::createUser()
     user->setPin(pin.isEmpty() ? std::nullopt : std::optional<QString>(pin));
     user->setIsActive(true);
     user->setCreatedAt(Clock::now());
-    m_context.insert(user);
-    if (!saveOrUndo(m_context))
+    if (!saveOrUndo(m_context, [&] { m_context.insert(user); }))
         return false;
 
     setNewUserName(QString());
@@ -105,7 +102,7 @@ QList<UserAccountRow> UserAccountsViewModel::rows()
     QList<Ref<User>> users;
     try {
         users = m_context.fetch<User>(FetchDescriptor().sortedBy(ascending(User::Col::createdAt)));
-    } catch (const StoreError& error) {
+    } catch (const Refusal& error) {
         setErrorMessage(error.description());
         return {};
     }
@@ -132,7 +129,7 @@ QString UserAccountsViewModel::pinLabel(const User& user)
 
 bool UserAccountsViewModel::setActive(const Ref<User>& user, bool isActive)
 {
-    return acting<AuthError>([&] { m_auth.setActive(user, isActive, m_session.currentUser()); });
+    return writing([&] { m_auth.setActive(user, isActive, m_session.currentUser()); });
 }
 
 QString UserAccountsViewModel::pinDialogTitle(const User& user)
@@ -154,12 +151,5 @@ QString UserAccountsViewModel::pinDialogNote(const User& user)
 
 std::optional<QString> UserAccountsViewModel::savePin(const Ref<User>& user, const QString& pin)
 {
-    try {
-        m_auth.setPin(pin, user);
-    } catch (const AuthError& error) {
-        return error.description();
-    } catch (const StoreError& error) {
-        return error.description();
-    }
-    return std::nullopt;
+    return storeFailure([&] { m_auth.setPin(pin, user); });
 }

@@ -1,7 +1,9 @@
 #pragma once
 
+#include "refusal/refusal.h"
 #include "store/modelcontext.h"
 #include "store/storeerror.h"
+#include "store/unitofwork.h"
 
 #include <QObject>
 #include <QString>
@@ -35,62 +37,51 @@ protected:
             Result result = read();
             setErrorMessage(std::nullopt);
             return result;
-        } catch (const StoreError& error) {
-            setErrorMessage(error.description());
+        } catch (const Refusal& refusal) {
+            setErrorMessage(refusal.description());
             return fallback;
         }
     }
 
-    // What a store write said when it failed; nothing when it went through.
-    template <class Write> static std::optional<QString> storeFailure(Write write)
+    // Why the action was refused, in the words shown to the person; nothing when it went through.
+    template <class Action> static std::optional<QString> storeFailure(Action action)
     {
-        // A `return` inside the write would end only the write, not the caller.
-        static_assert(std::is_void_v<std::invoke_result_t<Write>>, "a write returns nothing");
+        // A `return` inside the action would end only the action, not the caller.
+        static_assert(std::is_void_v<std::invoke_result_t<Action>>, "an action returns nothing");
         try {
-            write();
+            action();
             return std::nullopt;
-        } catch (const StoreError& error) {
-            return error.description();
+        } catch (const Refusal& refusal) {
+            return refusal.description();
         }
     }
 
-    // For a change only the store can refuse: a failure goes to errorMessage and gives false;
-    // success clears the message.
-    template <class Write> bool writing(Write write)
+    // For what a person asked for: a refusal goes to errorMessage and gives false; success clears
+    // the message. The action's writes are its own units of work.
+    template <class Action> bool writing(Action action)
     {
-        const std::optional<QString> failure = storeFailure(write);
+        const std::optional<QString> failure = storeFailure(action);
         setErrorMessage(failure);
         return !failure;
     }
 
-    // Makes the change and saves; a failure goes to errorMessage and puts every unsaved change
-    // back, so that a retry can't write anything twice.
+    // Makes the change as one unit of work: saved whole, or on any failure undone whole, so that
+    // a retry can't write anything twice; a refusal goes to errorMessage.
     template <class Change> bool saveOrUndo(ModelContext& context, Change change)
     {
-        const std::optional<QString> failure = storeFailure([&] {
-            change();
-            context.save();
-        });
-        if (failure)
-            context.rollback();
-        setErrorMessage(failure);
-        return !failure;
+        return writing([&] { performUnitOfWork(context, change); });
     }
+    // For forms that still type into live records: saves what is pending, or puts it all back.
     bool saveOrUndo(ModelContext& context)
     {
-        return saveOrUndo(context, [] {});
-    }
-
-    // For what a person asked for: a refusal (an exception of type Refusal) is reported as a
-    // store failure is.
-    template <class Refusal, class Action> bool acting(Action action)
-    {
-        try {
-            return writing(action);
-        } catch (const Refusal& refusal) {
-            setErrorMessage(refusal.description());
-            return false;
-        }
+        return writing([&] {
+            try {
+                context.save();
+            } catch (...) {
+                context.rollback();
+                throw;
+            }
+        });
     }
 
     // Stores value in field; true when that changed it, for the caller to signal.
