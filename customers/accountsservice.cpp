@@ -7,7 +7,7 @@
 #include "money/tolerances.h"
 #include "records/payment.h"
 #include "records/sale.h"
-#include "store/storeerror.h"
+#include "store/unitofwork.h"
 
 #include <algorithm>
 
@@ -37,6 +37,19 @@ QVariantList notCash()
 QString money(double amount)
 {
     return Currency::format(amount, Currency::fixedSign);
+}
+
+// Every amount enters an account in whole cents, here and in SQL alike, so the balance, the ledger,
+// the statement and the aged list all add the same numbers and no sum can drift a cent from the
+// others. SQLite's ROUND of a double halves away from zero, as Rounding does.
+double entering(double amount)
+{
+    return Rounding::toCents(amount);
+}
+
+QString centsTotalSql(const QString& column)
+{
+    return QStringLiteral("TOTAL(ROUND(%1 * 100)) / 100").arg(column);
 }
 
 QString dateText(const QDateTime& date)
@@ -97,12 +110,13 @@ QList<AccountEntry> AccountsService::ledger(const Ref<Customer>& customer)
             entry.id = payment->id();
             entry.date = sale->timestamp();
             entry.reference = sale->invoiceNumber();
+            const double amount = entering(payment->amount());
             if (payment->amount() >= 0) {
                 entry.kind = AccountEntry::Kind::creditSale;
-                entry.charge = payment->amount();
+                entry.charge = amount;
             } else {
                 entry.kind = AccountEntry::Kind::refundToAccount;
-                entry.credit = -payment->amount();
+                entry.credit = -amount;
             }
             entries.append(entry);
         }
@@ -119,7 +133,7 @@ QList<AccountEntry> AccountsService::ledger(const Ref<Customer>& customer)
         entry.date = payment->timestamp();
         entry.kind = AccountEntry::Kind::payment;
         entry.reference = parts.join(QLatin1Char(' '));
-        entry.credit = payment->amount();
+        entry.credit = entering(payment->amount());
         entries.append(entry);
     }
 
@@ -138,13 +152,14 @@ double AccountsService::balance(const Ref<Customer>& customer)
     Q_ASSERT(customer);
     // The ledger's last running balance, without reading the ledger: both sums take the same
     // indexes as ledger() does.
+    const QString amount = centsTotalSql(QStringLiteral("\"amount\""));
     return Rounding::toCents(
         m_context
             .scalar(
-                QStringLiteral("SELECT (SELECT TOTAL(\"amount\") FROM \"Payment\" WHERE \"sale\" IN (SELECT "
-                               "\"id\" FROM \"Sale\" WHERE \"customer\" = ? AND \"statusRaw\" != ?) AND "
-                               "+\"methodRaw\" = ?) - (SELECT TOTAL(\"amount\") FROM \"CustomerPayment\" "
-                               "WHERE \"customer\" = ?)"),
+                QStringLiteral("SELECT (SELECT %1 FROM \"Payment\" WHERE \"sale\" IN (SELECT \"id\" FROM "
+                               "\"Sale\" WHERE \"customer\" = ? AND \"statusRaw\" != ?) AND +\"methodRaw\" = "
+                               "?) - (SELECT %1 FROM \"CustomerPayment\" WHERE \"customer\" = ?)")
+                    .arg(amount),
                 {customer->idText(), voidedRaw(), raw(PaymentMethodType::onAccount), customer->idText()})
             .toDouble());
 }
@@ -195,13 +210,7 @@ Ref<CustomerPayment> AccountsService::receivePayment(const Ref<Customer>& custom
     payment->setReceivedBy(by);
     payment->setTillShift(tillShift);
     payment->setTimestamp(Clock::now());
-    m_context.insert(payment);
-    try {
-        m_context.save();
-    } catch (const StoreError&) {
-        m_context.rollback();
-        throw;
-    }
+    performUnitOfWork(m_context, [&] { m_context.insert(payment); });
     return payment;
 }
 
@@ -221,38 +230,33 @@ double AccountsService::cashReceived(const Ref<TillShift>& shift)
 
 QHash<QString, double> AccountsService::balancesByCustomer()
 {
-    // The store answers single values, so each grouped sum comes back as "id=total;id=total".
-    const auto sumsById = [this](const QString& grouped, const QVariantList& bindings) {
-        const QString text =
-            m_context
-                .scalar(QStringLiteral("SELECT group_concat(customer || '=' || total, ';') FROM (%1)")
-                            .arg(grouped),
-                        bindings)
-                .toString();
-        QHash<QString, double> sums;
-        for (const QString& pair : text.split(QLatin1Char(';'), Qt::SkipEmptyParts)) {
-            const qsizetype equals = pair.indexOf(QLatin1Char('='));
-            sums.insert(pair.left(equals), pair.mid(equals + 1).toDouble());
-        }
-        return sums;
+    struct CustomerSum {
+        QString customer;
+        double total;
     };
+    const auto sumsById = [this](const QString& sql, const QVariantList& bindings) {
+        return m_context.rows<CustomerSum>(sql, bindings, [](const SqliteStatement& row) {
+            return CustomerSum{row.text(0), row.real(1)};
+        });
+    };
+    const QString amount = centsTotalSql(QStringLiteral("p.\"amount\""));
     // Driven by Payment(methodRaw, timestamp) over the on-account payments alone, a small share of all.
-    const QHash<QString, double> charges = sumsById(
-        QStringLiteral(
-            "SELECT s.\"customer\" AS customer, TOTAL(p.\"amount\") AS total FROM \"Payment\" p JOIN "
-            "\"Sale\" s ON s.\"id\" = p.\"sale\" WHERE p.\"methodRaw\" = ? AND s.\"statusRaw\" != ? AND "
-            "s.\"customer\" IS NOT NULL GROUP BY s.\"customer\""),
+    const QList<CustomerSum> charges = sumsById(
+        QStringLiteral("SELECT s.\"customer\", %1 FROM \"Payment\" p JOIN \"Sale\" s ON s.\"id\" = "
+                       "p.\"sale\" WHERE p.\"methodRaw\" = ? AND s.\"statusRaw\" != ? AND s.\"customer\" "
+                       "IS NOT NULL GROUP BY s.\"customer\"")
+            .arg(amount),
         {raw(PaymentMethodType::onAccount), voidedRaw()});
-    const QHash<QString, double> credits = sumsById(
-        QStringLiteral(
-            "SELECT \"customer\" AS customer, TOTAL(\"amount\") AS total FROM \"CustomerPayment\" WHERE "
-            "\"customer\" IS NOT NULL GROUP BY \"customer\""),
+    const QList<CustomerSum> credits = sumsById(
+        QStringLiteral("SELECT p.\"customer\", %1 FROM \"CustomerPayment\" p WHERE p.\"customer\" IS "
+                       "NOT NULL GROUP BY p.\"customer\"")
+            .arg(amount),
         {});
     QHash<QString, double> balances;
-    for (auto it = charges.cbegin(); it != charges.cend(); ++it)
-        balances.insert(it.key(), it.value());
-    for (auto it = credits.cbegin(); it != credits.cend(); ++it)
-        balances[it.key()] -= it.value();
+    for (const CustomerSum& sum : charges)
+        balances.insert(sum.customer, sum.total);
+    for (const CustomerSum& sum : credits)
+        balances[sum.customer] -= sum.total;
     for (double& balance : balances)
         balance = Rounding::toCents(balance);
     return balances;

@@ -60,20 +60,23 @@ struct AccountStatement {
 
 // Customers' accounts on credit. There is no balance field: every answer is worked out again from
 // the on-account payments of the customer's sales and the customer's own payments, so a voided
-// sale drops out by itself. Reads throw StoreError.
+// sale drops out by itself. Each amount enters an account rounded to cents, whether the ledger or
+// a sum in the store adds it, so the balance, the ledger, the statement and the aged list agree
+// to the cent. Reads throw StoreError.
 class AccountsService {
 public:
     explicit AccountsService(ModelContext& context);
 
     // Oldest first; at one instant, sales before payments.
     QList<AccountEntry> ledger(const Ref<Customer>& customer);
-    // Negative when the customer is in credit. Summed in the store, not read from the ledger.
+    // Negative when the customer is in credit. Summed in the store, equal to the ledger's last balance.
     double balance(const Ref<Customer>& customer);
     // Absent when the customer has no limit (0 or less); negative when over it.
     std::optional<double> availableCredit(const Ref<Customer>& customer);
     // Throws AccountError when `amount` may not go on the customer's account; the customer may be absent.
     void checkCredit(const Ref<Customer>& customer, double amount);
-    // Saves; throws AccountError before writing anything, or StoreError after rolling back.
+    // One unit of work; throws AccountError before writing anything, or StoreError with nothing
+    // written.
     Ref<CustomerPayment> receivePayment(const Ref<Customer>& customer, double amount,
                                         PaymentMethodType method, const QString& reference,
                                         const QString& note, const Ref<User>& by,
@@ -89,8 +92,7 @@ public:
     AccountStatement statement(const Ref<Customer>& customer, std::optional<QDate> from);
 
     // The balance of every customer with any account activity, by id, from two grouped sums rather
-    // than a ledger each. Like balance(), equal to the ledger's while amounts are in cents, as every
-    // writer keeps them.
+    // than a ledger each; equal to balance() for each.
     QHash<QString, double> balancesByCustomer();
 
 private:

@@ -1,7 +1,5 @@
 #include "customers/adjustpointsmodel.h"
 
-#include "customers/loyaltyerror.h"
-
 AdjustPointsModel::AdjustPointsModel(LoyaltyService& loyalty, SessionStore& session, Ref<Customer> customer,
                                      std::function<void()> onDone, QObject* parent)
     : ViewModel(parent)
@@ -40,8 +38,7 @@ std::optional<QString> AdjustPointsModel::newBalanceText() const
 
 bool AdjustPointsModel::save()
 {
-    if (!acting<LoyaltyError>(
-            [this] { m_loyalty.adjust(m_customer, points(), m_reason, m_session.currentUser()); }))
+    if (!writing([this] { m_loyalty.adjust(m_customer, points(), m_reason, m_session.currentUser()); }))
         return false;
     if (m_onDone)
         m_onDone();

@@ -4,7 +4,7 @@
 #include "customers/loyaltyerror.h"
 #include "money/currency.h"
 #include "money/rounding.h"
-#include "store/storeerror.h"
+#include "store/unitofwork.h"
 
 #include <algorithm>
 #include <cmath>
@@ -204,15 +204,9 @@ Ref<LoyaltyEntry> LoyaltyService::adjust(const Ref<Customer>& customer, qint64 p
     if (customer->loyaltyPoints() + points < 0)
         throw LoyaltyError::wouldGoNegative(customer->loyaltyPoints());
 
-    const Ref<LoyaltyEntry> entry =
-        record(points, customer, LoyaltyEntryKind::adjustment, {}, trimmed, 0, user);
-    try {
-        m_context.save();
-    } catch (const StoreError&) {
-        m_context.rollback();
-        throw;
-    }
-    return entry;
+    return performUnitOfWork(m_context, [&] {
+        return record(points, customer, LoyaltyEntryKind::adjustment, {}, trimmed, 0, user);
+    });
 }
 
 qint64 LoyaltyService::maxRedeemable(qint64 balance, double discountable, const AppSettings& settings)
@@ -257,18 +251,16 @@ QList<Ref<LoyaltyEntry>> LoyaltyService::history(const Ref<Customer>& customer)
 
 void LoyaltyService::recordOpeningBalances(ModelContext& context)
 {
+    UnitOfWork unit(context);
     // Only customers without any entry matter; asked through LoyaltyEntry(customer, timestamp)
     // rather than by loading every entry of the store.
     const QList<Ref<Customer>> unexplained = context.fetch<Customer>(FetchDescriptor(Condition(
         QStringLiteral(
             "NOT EXISTS (SELECT 1 FROM \"LoyaltyEntry\" e WHERE e.\"customer\" = \"Customer\".\"id\")"),
         {})));
-    bool changed = false;
     for (const Ref<Customer>& customer : unexplained) {
-        if (customer->loyaltyPoints() < 0) {
+        if (customer->loyaltyPoints() < 0)
             customer->setLoyaltyPoints(0);
-            changed = true;
-        }
         if (customer->loyaltyPoints() > 0) {
             // Bypasses record(): the row explains a balance the customer already has.
             auto entry = std::make_shared<LoyaltyEntry>();
@@ -278,11 +270,9 @@ void LoyaltyService::recordOpeningBalances(ModelContext& context)
             entry->setKindRaw(LoyaltyEntryKinds::raw(LoyaltyEntryKind::openingBalance));
             entry->setTimestamp(customer->createdAt());
             context.insert(entry);
-            changed = true;
         }
     }
-    if (changed)
-        context.save();
+    unit.commit();
 }
 
 QList<QStringList> LoyaltyService::reportRows(const QList<Ref<LoyaltyEntry>>& entries,

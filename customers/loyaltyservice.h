@@ -37,8 +37,8 @@ struct LoyaltyEntryKinds {
 };
 
 // Customers' points. Every change goes through record(), one LoyaltyEntry a change, and never takes
-// a balance below 0. Only adjust() and recordOpeningBalances() save: the sale, refund and void
-// operations run inside checkout's own unit of work, which saves once for all of it.
+// a balance below 0. Only adjust() and recordOpeningBalances() are units of work of their own: the
+// sale, refund and void operations run inside checkout's, which saves once for all of it.
 class LoyaltyService {
 public:
     explicit LoyaltyService(ModelContext& context);
@@ -54,7 +54,8 @@ public:
     void applyRefund(const Ref<Sale>& refund, const Ref<Sale>& original, double share, bool fullyReturned,
                      const Ref<User>& by);
     void applyVoid(const Ref<Sale>& sale, const Ref<User>& by);
-    // Saves; throws LoyaltyError before writing anything, or StoreError after rolling back.
+    // One unit of work; throws LoyaltyError before writing anything, or StoreError with nothing
+    // written.
     Ref<LoyaltyEntry> adjust(const Ref<Customer>& customer, qint64 points, const QString& reason,
                              const Ref<User>& user);
 
@@ -67,7 +68,7 @@ public:
     // Newest first.
     QList<Ref<LoyaltyEntry>> history(const Ref<Customer>& customer);
     // Once per store: explains balances from before the points ledger with an opening row, and
-    // clears negative ones. Saves when it changed anything.
+    // clears negative ones. One unit of work, or part of the caller's.
     static void recordOpeningBalances(ModelContext& context);
     // Rows of the "Loyalty Points" report: section, metric, value.
     static QList<QStringList> reportRows(const QList<Ref<LoyaltyEntry>>& entries,

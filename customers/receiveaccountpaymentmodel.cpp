@@ -1,7 +1,7 @@
 #include "customers/receiveaccountpaymentmodel.h"
 
-#include "customers/accounterror.h"
 #include "money/currency.h"
+#include "money/numberentry.h"
 
 ReceiveAccountPaymentModel::ReceiveAccountPaymentModel(AccountsService& accounts, SessionStore& session,
                                                        Ref<Customer> customer, double owed,
@@ -45,14 +45,16 @@ std::optional<QString> ReceiveAccountPaymentModel::tillNote() const
 
 bool ReceiveAccountPaymentModel::record()
 {
-    // Typed on phones and foreign keyboards alike: "12,50" means 12.50 here.
-    bool ok = false;
-    double amount = QString(m_amountText).trimmed().replace(u',', u'.').toDouble(&ok);
-    if (!ok)
-        amount = 0;
+    // Nothing typed is no amount, which the service refuses in its own words.
+    const NumberEntry amount =
+        m_amountText.trimmed().isEmpty() ? NumberEntry{0.0, {}} : NumberEntry::money(m_amountText);
+    if (!amount.isValid()) {
+        setErrorMessage(amount.problem);
+        return false;
+    }
     const Ref<TillShift> shift = m_method == PaymentMethodType::cash ? m_session.currentTillShift() : nullptr;
-    if (!acting<AccountError>([&] {
-            m_accounts.receivePayment(m_customer, amount, m_method, m_reference, QString(),
+    if (!writing([&] {
+            m_accounts.receivePayment(m_customer, *amount.value, m_method, m_reference, QString(),
                                       m_session.currentUser(), shift);
         }))
         return false;

@@ -2,6 +2,7 @@
 
 #include "accountbuilders.h"
 #include "customers/accounterror.h"
+#include "money/currency.h"
 #include "records/customerpayment.h"
 #include "store/storeerror.h"
 #include "support/printers.h"
@@ -241,3 +242,47 @@ TEST_F(AccountsServiceTest, StatementBringsEarlierEntriesForward)
     EXPECT_EQ(fromSecond.rows[1][1], QStringLiteral("Sale INV-2"));
 }
 } // namespace
+
+// Amounts that aren't whole cents (10.004 typed as a tender) once made Balance Owed ₵20.01 while the
+// ledger and the statement ended at ₵20.00: the four views of one account must agree to the cent.
+TEST_F(AccountsServiceTest, BalanceLedgerStatementAndAgedListAgreeOnOddAmounts)
+{
+    const struct {
+        const char* name;
+        std::vector<double> charges;
+        std::vector<double> credits;
+    } cases[] = {
+        {"two charges of 10.004", {10.004, 10.004}, {}},
+        {"three of 0.005", {0.005, 0.005, 0.005}, {}},
+        {"halves rounding up then paid", {1.005, 2.675}, {1.5}},
+        {"a refund of an odd amount", {19.999, -4.445}, {}},
+    };
+    for (const auto& c : cases) {
+        TestStore fresh;
+        ModelContext& here = fresh.context();
+        AccountsService service(here);
+        const Ref<Customer> kofi = addCustomer(here);
+        int day = 1;
+        for (double charge : c.charges)
+            addSale(here, {.customer = kofi, .at = localAt(2026, 3, day++), .tenders = {{onAccount, charge}}});
+        for (double credit : c.credits) {
+            auto payment = std::make_shared<CustomerPayment>();
+            payment->setCustomer(kofi);
+            payment->setAmount(credit);
+            payment->setTimestamp(localAt(2026, 3, day++));
+            here.insert(payment);
+            here.save();
+        }
+        const double owed = service.balance(kofi);
+        const QList<AccountEntry> ledger = service.ledger(kofi);
+        ASSERT_FALSE(ledger.isEmpty()) << c.name;
+        EXPECT_EQ(ledger.last().balance, owed) << c.name;
+        EXPECT_EQ(service.balancesByCustomer().value(kofi->idText()), owed) << c.name;
+        const AccountStatement statement = service.statement(kofi, std::nullopt);
+        EXPECT_EQ(statement.rows.last().last(), statement.rows.at(statement.rows.size() - 2).last()) << c.name;
+        EXPECT_EQ(statement.rows.last().last(), Currency::format(owed, Currency::fixedSign)) << c.name;
+        const QList<AgedBalance> aged = service.agedBalances({kofi}, localAt(2026, 4, 1));
+        ASSERT_EQ(aged.size(), 1) << c.name;
+        EXPECT_EQ(aged.first().balance(), owed) << c.name;
+    }
+}
