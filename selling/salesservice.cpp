@@ -11,23 +11,12 @@
 #include "selling/receiptnumbergenerator.h"
 #include "selling/saleserror.h"
 #include "stock/inventoryerror.h"
+#include "store/unitofwork.h"
 
 #include <algorithm>
 #include <cmath>
 
 namespace {
-
-// Runs `work` as one unit of work: whatever it throws first rolls the context back to the last
-// save, so nothing half-written can ride along on someone else's save later.
-template <class Work> auto rollingBackOnFailure(ModelContext& context, Work&& work) -> decltype(work())
-{
-    try {
-        return work();
-    } catch (...) {
-        context.rollback();
-        throw;
-    }
-}
 
 // Amounts typed in cents differ by float noise (100.01 - 100 is 0.0100000000000051); cutting the
 // difference to millionths first lets a difference of exactly the tolerance pass, as intended.
@@ -92,7 +81,7 @@ Ref<Sale> SalesService::checkout(const Cart& cart, const QList<PaymentInput>& pa
     if (beyond(std::abs(paid - calculation.total), m_paymentTolerance))
         throw SalesError::paymentMismatch(calculation.total, paid);
 
-    return rollingBackOnFailure(
+    return performUnitOfWork(
         m_context, [&] { return writeSale(priced, calculation, payments, cashier, tillShift, settings); });
 }
 
@@ -170,8 +159,6 @@ Ref<Sale> SalesService::writeSale(const Cart& cart, const CartCalculation& calcu
 
     if (cart.appointmentID())
         completeAppointment(*cart.appointmentID(), invoice);
-
-    m_context.save();
     return sale;
 }
 

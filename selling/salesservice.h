@@ -15,8 +15,7 @@
 #include <QList>
 
 // The one place where a sale comes into being: everything that can be checked is checked before
-// anything is written, and the writing is one unit of work that is saved once or rolled back whole,
-// the receipt sequence included.
+// anything is written, and the writing is one unit of work, saved once or undone whole.
 class SalesService {
 public:
     SalesService(ModelContext& context, InventoryServicing& inventoryService);
@@ -24,11 +23,11 @@ public:
     double paymentTolerance() const { return m_paymentTolerance; }
 
     // Throws SalesError, InventoryError, LoyaltyError or AccountError before anything is written,
-    // or whatever writing the sale threw (InventoryError, StoreError) after rolling the context
-    // back to the last save; that rollback takes every unsaved change with it, not only this
-    // sale's. The cart is never touched, so a failed checkout can be tried again as it stands.
-    // Cashier and shift may be null; settings must be the store's live record, as its receipt
-    // sequence moves on.
+    // or whatever writing the sale threw (InventoryError, StoreError): the sale is one unit of
+    // work, so a failure leaves the store and the records in memory as they were, the receipt
+    // sequence included. The cart is never touched, so a failed checkout can be tried again as it
+    // stands. Cashier and shift may be null; settings must be the store's live record, as its
+    // receipt sequence moves on.
     Ref<Sale> checkout(const Cart& cart, const QList<PaymentInput>& payments, const Ref<User>& cashier,
                        const Ref<TillShift>& tillShift, AppSettings& settings);
 
