@@ -3,6 +3,7 @@
 #include "clock/clock.h"
 #include "money/rounding.h"
 #include "stock/inventoryerror.h"
+#include "store/unitofwork.h"
 
 #include <cmath>
 
@@ -86,8 +87,8 @@ void InventoryService::stockOut(const Ref<Product>& product, double quantity, co
     requireTracked(*product);
     if (!isPositiveQuantity(quantity))
         throw InventoryError::invalidQuantity();
-    move(product, InventoryMovementType::stockOut, -quantity, reason, by);
-    m_context.save();
+    performUnitOfWork(m_context,
+                      [&] { move(product, InventoryMovementType::stockOut, -quantity, reason, by); });
 }
 
 void InventoryService::adjust(const Ref<Product>& product, double newQuantity, const QString& reason,
@@ -97,8 +98,9 @@ void InventoryService::adjust(const Ref<Product>& product, double newQuantity, c
     requireTracked(*product);
     if (!(newQuantity >= 0 && std::isfinite(newQuantity)))
         throw InventoryError::invalidQuantity();
-    move(product, InventoryMovementType::adjustment, newQuantity - product->stockQuantity(), reason, by);
-    m_context.save();
+    performUnitOfWork(m_context, [&] {
+        move(product, InventoryMovementType::adjustment, newQuantity - product->stockQuantity(), reason, by);
+    });
 }
 
 void InventoryService::deductForSale(const Ref<Product>& product, double quantity, const Ref<Sale>& sale,

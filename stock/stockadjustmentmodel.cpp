@@ -1,11 +1,10 @@
 #include "stock/stockadjustmentmodel.h"
 
 #include "money/currency.h"
+#include "money/numberentry.h"
 #include "money/quantity.h"
 #include "money/rounding.h"
-#include "stock/inventoryerror.h"
 #include "stock/inventoryservice.h"
-#include "store/storeerror.h"
 
 #include <QLocale>
 
@@ -108,22 +107,23 @@ StockAdjustmentModel::ParsedQuantity StockAdjustmentModel::parsedQuantity() cons
         return {0.0, {}};
 
     const SellingUnit unit = m_product->sellingUnit();
-    bool ok = false;
-    const double value = Rounding::toThousandths(QString(trimmed).replace(u',', u'.').toDouble(&ok));
-    const bool whole = !needsWholeNumber(unit) || value == std::trunc(value);
-    if (ok && value > 0 && std::isfinite(value) && whole)
-        return {value, {}};
+    const std::optional<double> value = NumberEntry::quantity(trimmed).value;
+    if (value && *value > 0 && (!needsWholeNumber(unit) || *value == std::trunc(*value)))
+        return {*value, {}};
     if (needsWholeNumber(unit))
         return {std::nullopt, QStringLiteral("Enter a whole number.")};
     return {std::nullopt, QStringLiteral("Enter an amount in %1, e.g. 2.5.").arg(SellingUnits::symbol(unit))};
 }
 
+NumberEntry StockAdjustmentModel::unitCostEntry() const
+{
+    return NumberEntry::money(m_unitCostText, NumberEntry::unitCostPlaces);
+}
+
 std::optional<double> StockAdjustmentModel::parsedUnitCost() const
 {
-    // A money field: "," is not read as a decimal point.
-    bool ok = false;
-    const double value = m_unitCostText.trimmed().toDouble(&ok);
-    if (!ok || !(value >= 0) || !std::isfinite(value))
+    const std::optional<double> value = unitCostEntry().value;
+    if (!value || *value < 0)
         return std::nullopt;
     return value;
 }
@@ -162,34 +162,29 @@ bool StockAdjustmentModel::apply()
         return false;
     }
     const Ref<User> by = m_session.currentUser();
-    try {
-        switch (m_mode) {
-        case Mode::stockIn: {
-            const std::optional<double> cost = parsedUnitCost();
-            if (!cost)
-                throw InventoryError::invalidCost();
+    bool applied = false;
+    switch (m_mode) {
+    case Mode::stockIn: {
+        const NumberEntry cost = unitCostEntry();
+        if (!cost.isValid()) {
+            setErrorMessage(cost.problem);
+            return false;
+        }
+        applied = saveOrUndo(m_context, [&] {
             m_inventory.recordDelivery(m_product, *quantity.value, m_supplier.trimmed(), m_reason.trimmed(),
-                                       cost, by);
-            m_context.save();
-            break;
-        }
-        case Mode::stockOut:
-            m_inventory.stockOut(m_product, *quantity.value, m_reason.trimmed(), by);
-            break;
-        case Mode::adjust:
-            m_inventory.adjust(m_product, *quantity.value, m_reason.trimmed(), by);
-            break;
-        }
-    } catch (const InventoryError& error) {
-        setErrorMessage(error.description());
-        return false;
-    } catch (const StoreError& error) {
-        // The service leaves a failed save pending; a second Apply must not book it twice.
-        m_context.rollback();
-        setErrorMessage(error.description());
-        return false;
+                                       cost.value, by);
+        });
+        break;
     }
-    setErrorMessage(std::nullopt);
+    case Mode::stockOut:
+        applied = writing([&] { m_inventory.stockOut(m_product, *quantity.value, m_reason.trimmed(), by); });
+        break;
+    case Mode::adjust:
+        applied = writing([&] { m_inventory.adjust(m_product, *quantity.value, m_reason.trimmed(), by); });
+        break;
+    }
+    if (!applied)
+        return false;
     if (m_onDismiss)
         m_onDismiss();
     return true;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "money/numberentry.h"
 #include "records/product.h"
 #include "startup/sessionstore.h"
 #include "stock/inventoryservicing.h"
@@ -48,7 +49,8 @@ public:
     std::optional<QString> costPreview() const;
 
     // On success calls onDismiss and returns true; otherwise errorMessage says why and the store
-    // is as it was.
+    // and the product in memory are as they were, so Apply can be pressed again. Quantities read
+    // through NumberEntry::quantity, the unit cost as money to 4 places.
     bool apply();
 
 Q_SIGNALS:
@@ -64,6 +66,8 @@ private:
         QString error;
     };
     ParsedQuantity parsedQuantity() const;
+    NumberEntry unitCostEntry() const;
+    // The typed cost when it is a number of 0 or more.
     std::optional<double> parsedUnitCost() const;
     QString money(double amount) const;
     void assign(QString& field, const QString& value, void (StockAdjustmentModel::*changed)());

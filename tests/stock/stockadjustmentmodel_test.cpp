@@ -94,3 +94,30 @@ TEST(StockAdjustmentModel, CostPreviewExplainsTheNewAverageWhileTheCostIsValid)
     EXPECT_EQ(shortSold.model.costPreview(),
               QStringLiteral("New average ₵4.00 — nothing on hand, so it's the delivery's cost."));
 }
+
+// The unit cost is money to 4 places: grouped thousands read as typed, and text that isn't a
+// number is refused at the field instead of taken for what part of it reads.
+TEST(StockAdjustmentModel, UnitCostIsReadAsMoneyToFourPlaces)
+{
+    const struct {
+        const char* typed;
+        std::optional<double> cost; // absent: refused with the field's message
+    } cases[] = {
+        {"1,250.5", 1250.5},   {"₵2.33336", 2.3334},    {" 0 ", 0.0},
+        {"45O", std::nullopt}, {"12,50", std::nullopt},
+    };
+    for (const auto& c : cases) {
+        Sheet sheet({.stock = 0, .cost = 1});
+        sheet.model.setQuantityText(QStringLiteral("1"));
+        sheet.model.setUnitCostText(QString::fromUtf8(c.typed));
+        EXPECT_EQ(sheet.model.apply(), c.cost.has_value()) << c.typed;
+        if (c.cost) {
+            EXPECT_EQ(sheet.product->costPrice(), *c.cost) << c.typed;
+        } else {
+            EXPECT_EQ(sheet.model.errorMessage(), QStringLiteral("Enter an amount such as 1,250.00."))
+                << c.typed;
+            EXPECT_EQ(sheet.movementsOnDisk(), 0) << c.typed;
+            EXPECT_EQ(sheet.product->costPrice(), 1) << c.typed;
+        }
+    }
+}
