@@ -7,6 +7,7 @@
 #include "records/posschema.h"
 #include "records/user.h"
 #include "store/modelcontainer.h"
+#include "store/unitofwork.h"
 #include "stores/marketprovisioningerror.h"
 
 void MarketProvisioner::provision(const QString& storePath, const QString& marketName,
@@ -24,6 +25,7 @@ void MarketProvisioner::provision(const QString& storePath, const QString& marke
 
     ModelContainer container(storePath, POSSchema::description());
     ModelContext& context = container.mainContext();
+    UnitOfWork unit(context);
 
     auto settings = std::make_shared<AppSettings>();
     settings->setBusinessName(name);
@@ -39,6 +41,5 @@ void MarketProvisioner::provision(const QString& storePath, const QString& marke
     user->setIsActive(true);
     user->setCreatedAt(Clock::now());
     context.insert(user);
-
-    context.save();
+    unit.commit();
 }

@@ -3,9 +3,7 @@
 #include "startup/marketregistry.h"
 #include "startup/storefiles.h"
 #include "store/record.h"
-#include "store/storeerror.h"
 #include "stores/marketprovisioner.h"
-#include "stores/marketprovisioningerror.h"
 
 #include <QDir>
 #include <QUuid>
@@ -27,17 +25,17 @@ bool NewMarketModel::create()
 
     const QString fileName = Record::uuidText(QUuid::createUuid()) + QStringLiteral(".store");
     const QString path = QDir(m_registry.marketsDirectory()).filePath(fileName);
-    try {
-        m_provision(path, m_marketName, m_adminName, m_adminUsername, m_adminPassword);
-    } catch (const MarketProvisioningError& error) {
-        setErrorMessage(error.description());
+    const bool made = writing([&] {
+        try {
+            m_provision(path, m_marketName, m_adminName, m_adminUsername, m_adminPassword);
+        } catch (...) {
+            // A file the save didn't finish would otherwise lie in Markets, listed nowhere.
+            StoreFiles::remove(path);
+            throw;
+        }
+    });
+    if (!made)
         return false;
-    } catch (const StoreError& error) {
-        // A file the save didn't finish would otherwise lie in Markets, listed nowhere.
-        StoreFiles::remove(path);
-        setErrorMessage(error.description());
-        return false;
-    }
 
     // Listed only once its file is complete, so the menu never offers a store that can't open.
     m_createdMarket = m_registry.createMarket(m_marketName.trimmed(), fileName);
