@@ -2,7 +2,7 @@
 
 #include "access/authservice.h"
 #include "stock/inventoryservice.h"
-#include "store/storeerror.h"
+#include "store/unitofwork.h"
 
 AppEnvironment::AppEnvironment(ModelContext& modelContext, std::unique_ptr<AuthServicing> authService,
                                std::unique_ptr<InventoryServicing> inventoryService)
@@ -19,16 +19,13 @@ AppEnvironment::AppEnvironment(ModelContext& modelContext, std::unique_ptr<AuthS
 
 Ref<AppSettings> AppEnvironment::loadOrCreateSettings()
 {
-    try {
+    // A failed read is not "no settings": a second record with defaults would restart the receipt
+    // numbers at 1.
+    return performUnitOfWork(m_modelContext, [this] {
         if (Ref<AppSettings> existing = m_modelContext.fetchFirst<AppSettings>())
             return existing;
-    } catch (const StoreError&) {
-    }
-    auto settings = std::make_shared<AppSettings>();
-    m_modelContext.insert(settings);
-    try {
-        m_modelContext.save();
-    } catch (const StoreError&) {
-    }
-    return settings;
+        auto settings = std::make_shared<AppSettings>();
+        m_modelContext.insert(settings);
+        return Ref<AppSettings>(settings);
+    });
 }

@@ -28,8 +28,9 @@ public:
     LoyaltyService& loyaltyService() { return m_loyaltyService; }
     SalesService& salesService() { return m_salesService; }
 
-    // The store's one settings record, made with its defaults when there is none. Never fails: a
-    // read error counts as no record and a failed save leaves the new record in memory only.
+    // The store's one settings record, made with its defaults when there is none, as a unit of
+    // work (or part of the caller's). Throws StoreError when the store can't be read or the new
+    // record can't be saved: the caller reports it and stops.
     Ref<AppSettings> loadOrCreateSettings();
 
 private:

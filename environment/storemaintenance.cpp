@@ -7,6 +7,7 @@
 #include "records/sale.h"
 #include "records/saleitem.h"
 #include "store/storeerror.h"
+#include "store/unitofwork.h"
 
 namespace {
 
@@ -16,49 +17,41 @@ constexpr double inclusiveTotalTolerance = 0.011;
 // Sales with less tax than this had none to place.
 constexpr double noTax = 0.005;
 
-QList<Ref<Product>> serviceProductsOrNone(ModelContext& context)
-{
-    try {
-        return context.fetch<Product>(
-            FetchDescriptor(Product::Col::productTypeRaw == QStringLiteral("service")));
-    } catch (const StoreError&) {
-        return {};
-    }
-}
-
 } // namespace
 
-void StoreMaintenance::run(ModelContext& context)
+std::optional<QString> StoreMaintenance::run(ModelContext& context)
 {
     try {
-        // On a new store there is nothing to repair; its settings and taxes come later.
-        const Ref<AppSettings> settings = context.fetchFirst<AppSettings>();
-        if (!settings)
-            return;
+        performUnitOfWork(context, [&] {
+            // On a new store there is nothing to repair; its settings and taxes come later.
+            const Ref<AppSettings> settings = context.fetchFirst<AppSettings>();
+            if (!settings)
+                return;
 
-        if (!settings->saleItemTaxModeBackfilled()) {
-            backfillTaxInclusiveSaleItems(context);
-            settings->setSaleItemTaxModeBackfilled(true);
-        }
-        TaxSetup::ensure(context, settings);
-        if (!settings->loyaltyOpeningBalancesRecorded()) {
-            LoyaltyService::recordOpeningBalances(context);
-            settings->setLoyaltyOpeningBalancesRecorded(true);
-        }
-        if (!settings->staffDefaultsApplied()) {
-            for (const Ref<Product>& product : serviceProductsOrNone(context))
-                product->setAskForStaff(true);
-            settings->setStaffDefaultsApplied(true);
-        }
-        context.save();
-    } catch (const std::exception&) {
-        // Nothing half-done may ride along on a later save: what wasn't saved goes back, its
-        // markers with it, and the next start tries again.
-        try {
-            context.rollback();
-        } catch (const std::exception&) {
-        }
+            if (!settings->saleItemTaxModeBackfilled()) {
+                backfillTaxInclusiveSaleItems(context);
+                settings->setSaleItemTaxModeBackfilled(true);
+            }
+            TaxSetup::ensure(context, settings);
+            if (!settings->loyaltyOpeningBalancesRecorded()) {
+                LoyaltyService::recordOpeningBalances(context);
+                settings->setLoyaltyOpeningBalancesRecorded(true);
+            }
+            if (!settings->staffDefaultsApplied()) {
+                for (const Ref<Product>& product : context.fetch<Product>(
+                         FetchDescriptor(Product::Col::productTypeRaw == QStringLiteral("service"))))
+                    product->setAskForStaff(true);
+                settings->setStaffDefaultsApplied(true);
+            }
+        });
+    } catch (const Refusal& refusal) {
+        // Undone whole, markers included, so the next start tries again from the same place.
+        qCWarning(lcStore) << "Start-up repairs were not made:" << refusal.description();
+        return QStringLiteral("Tallyrun could not finish its start-up checks of this store and will try "
+                              "again next time. %1")
+            .arg(refusal.description());
     }
+    return std::nullopt;
 }
 
 void StoreMaintenance::backfillTaxInclusiveSaleItems(ModelContext& context)

@@ -8,6 +8,7 @@
 #include "store/storeerror.h"
 
 #include <QDir>
+#include <QFileInfo>
 
 TallyrunApp::TallyrunApp(MarketRegistry& registry, const QString& defaultStorePath)
 {
@@ -18,8 +19,17 @@ TallyrunApp::TallyrunApp(MarketRegistry& registry, const QString& defaultStorePa
     const QString path = storePath(m_market, registry, defaultStorePath);
 
     m_storeLock = std::make_unique<StoreLock>(path);
-    if (!m_storeLock->acquire())
+    switch (m_storeLock->tryAcquire()) {
+    case StoreLock::Outcome::acquired:
+        break;
+    case StoreLock::Outcome::heldElsewhere:
         throw StartupError(QStringLiteral("This store is already open in another Tallyrun window."));
+    case StoreLock::Outcome::cannotBeMade:
+        throw StartupError(QStringLiteral("Tallyrun can't write in the store's folder (%1), so it can't make "
+                                          "sure no other window has this store open. Check that the folder "
+                                          "can be written to, then start Tallyrun again.")
+                               .arg(QDir::toNativeSeparators(QFileInfo(m_storeLock->path()).path())));
+    }
 
     try {
         m_modelContainer = std::make_unique<ModelContainer>(path, std::move(schema));
@@ -29,7 +39,7 @@ TallyrunApp::TallyrunApp(MarketRegistry& registry, const QString& defaultStorePa
     }
     ModelContext& context = m_modelContainer->mainContext();
 
-    StoreMaintenance::run(context);
+    m_maintenanceProblem = StoreMaintenance::run(context);
 
     m_environment = std::make_unique<AppEnvironment>(context);
 }

@@ -7,6 +7,7 @@
 #include "store/modelcontainer.h"
 
 #include <memory>
+#include <optional>
 
 class MarketRegistry;
 
@@ -33,6 +34,10 @@ public:
     SessionStore& session();
     AppEnvironment& environment() { return *m_environment; }
 
+    // Why the start-up repairs of the store were not made, for the first window to show; the
+    // store is open and usable all the same.
+    std::optional<QString> maintenanceProblem() const { return m_maintenanceProblem; }
+
     // Lets the process that a relaunch starts open the store while this one winds down.
     void releaseStoreLock() { m_storeLock->release(); }
 
@@ -42,4 +47,5 @@ private:
     std::unique_ptr<StoreLock> m_storeLock;
     std::unique_ptr<ModelContainer> m_modelContainer;
     std::unique_ptr<AppEnvironment> m_environment;
+    std::optional<QString> m_maintenanceProblem;
 };

@@ -1,6 +1,7 @@
 #include "ui/mainwindow.h"
 
 #include "environment/appenvironment.h"
+#include "refusal/refusal.h"
 #include "startup/sessionstore.h"
 #include "ui/access/firstrunsetupview.h"
 #include "ui/access/loginview.h"
@@ -16,6 +17,7 @@
 #include "ui/till/tillview.h"
 
 #include <QMenuBar>
+#include <QMessageBox>
 
 MainWindow::MainWindow(AppEnvironment& environment, SessionStore& session, MarketRegistry& registry,
                        MarketSwitcher& switcher, const QString& storeName, QWidget* parent)
@@ -80,6 +82,14 @@ void MainWindow::showEvent(QShowEvent* event)
         return;
     m_hasAppeared = true;
     // Nobody is signed in yet: every launch starts signed out, with a shift left open still shown.
-    m_session.setSettings(m_environment.loadOrCreateSettings());
-    m_session.setCurrentTillShift(m_environment.tillService().currentOpenShift());
+    try {
+        m_session.setSettings(m_environment.loadOrCreateSettings());
+        m_session.setCurrentTillShift(m_environment.tillService().currentOpenShift());
+    } catch (const Refusal& refusal) {
+        // Never defaults in place of what couldn't be read: the screens that need it say so again.
+        auto* box = new QMessageBox(QMessageBox::Warning, windowTitle(), refusal.description(),
+                                    QMessageBox::Ok, this);
+        box->setAttribute(Qt::WA_DeleteOnClose);
+        box->open();
+    }
 }

@@ -4,29 +4,10 @@
 #include "money/rounding.h"
 #include "records/records.h"
 #include "store/modelcontext.h"
-#include "store/storeerror.h"
+#include "store/unitofwork.h"
 
 #include <cmath>
 #include <map>
-
-namespace {
-template <class T> QList<Ref<T>> fetchOrNone(ModelContext& context, const FetchDescriptor& descriptor = {})
-{
-    try {
-        return context.fetch<T>(descriptor);
-    } catch (const StoreError&) {
-        return {};
-    }
-}
-
-void saveDroppingErrors(ModelContext& context)
-{
-    try {
-        context.save();
-    } catch (const StoreError&) {
-    }
-}
-} // namespace
 
 double TaxSetup::shareSum(const TaxGroup& group)
 {
@@ -38,12 +19,14 @@ double TaxSetup::shareSum(const TaxGroup& group)
 
 void TaxSetup::ensure(ModelContext& context, const Ref<AppSettings>& settings)
 {
-    try {
-        if (context.count<Tax>() != 0)
-            return;
-    } catch (const StoreError&) {
-        // A count that can't be made counts as none.
-    }
+    performUnitOfWork(context, [&] { seedOnce(context, settings); });
+}
+
+void TaxSetup::seedOnce(ModelContext& context, const Ref<AppSettings>& settings)
+{
+    // A count that fails throws: taken for none, it would seed a second set of taxes.
+    if (context.count<Tax>() != 0)
+        return;
 
     const QList<Ref<Tax>> standardTaxes = {
         Tax::make(QStringLiteral("NHIL"), 0.025, false, 0),
@@ -73,7 +56,7 @@ void TaxSetup::ensure(ModelContext& context, const Ref<AppSettings>& settings)
         return group;
     };
 
-    for (const Ref<Product>& product : fetchOrNone<Product>(context)) {
+    for (const Ref<Product>& product : context.fetch<Product>()) {
         if (product->taxGroup())
             continue;
         if (!(product->taxRate() > 0)) {
@@ -88,12 +71,11 @@ void TaxSetup::ensure(ModelContext& context, const Ref<AppSettings>& settings)
             settings->defaultTaxRate() > 0 ? groupForRate(settings->defaultTaxRate()) : standard;
         settings->setDefaultTaxGroupID(preferred->id());
     }
-    saveDroppingErrors(context);
 }
 
 QList<Ref<TaxGroup>> TaxSetup::groups(ModelContext& context)
 {
-    QList<Ref<TaxGroup>> all = fetchOrNone<TaxGroup>(context);
+    QList<Ref<TaxGroup>> all = context.fetch<TaxGroup>();
     std::stable_sort(all.begin(), all.end(), [](const Ref<TaxGroup>& a, const Ref<TaxGroup>& b) {
         if (a->sortOrder() != b->sortOrder())
             return a->sortOrder() < b->sortOrder();
@@ -127,9 +109,10 @@ void TaxSetup::sync(Product& product)
 
 void TaxSetup::syncAll(ModelContext& context)
 {
-    for (const Ref<Product>& product : fetchOrNone<Product>(context))
-        sync(*product);
-    saveDroppingErrors(context);
+    performUnitOfWork(context, [&] {
+        for (const Ref<Product>& product : context.fetch<Product>())
+            sync(*product);
+    });
 }
 
 void TaxSetup::applyDefault(const Ref<Product>& product, ModelContext& context,
@@ -143,28 +126,31 @@ void TaxSetup::applyDefault(const Ref<Product>& product, ModelContext& context,
 
 qsizetype TaxSetup::moveProducts(const Ref<TaxGroup>& from, const Ref<TaxGroup>& to, ModelContext& context)
 {
-    const QList<Ref<Product>> products = from->products();
-    const double rate = to ? shareSum(*to) : 0;
-    for (const Ref<Product>& product : products) {
-        product->setTaxGroup(to);
-        if (product->isTaxable() && to)
-            product->setTaxRate(rate);
-        else if (!product->isTaxable())
-            product->setTaxRate(0);
-    }
-    saveDroppingErrors(context);
-    return products.size();
+    return performUnitOfWork(context, [&] {
+        const QList<Ref<Product>> products = from->products();
+        const double rate = to ? shareSum(*to) : 0;
+        for (const Ref<Product>& product : products) {
+            product->setTaxGroup(to);
+            if (product->isTaxable() && to)
+                product->setTaxRate(rate);
+            else if (!product->isTaxable())
+                product->setTaxRate(0);
+        }
+        return products.size();
+    });
 }
 
 void TaxSetup::remove(const Ref<Tax>& tax, ModelContext& context)
 {
-    for (const Ref<TaxGroup>& group : tax->groups()) {
-        QList<Ref<Tax>> remaining = group->taxes();
-        remaining.removeIf([&](const Ref<Tax>& member) { return member->id() == tax->id(); });
-        group->setTaxes(remaining);
-    }
-    context.remove(tax);
-    syncAll(context);
+    performUnitOfWork(context, [&] {
+        for (const Ref<TaxGroup>& group : tax->groups()) {
+            QList<Ref<Tax>> remaining = group->taxes();
+            remaining.removeIf([&](const Ref<Tax>& member) { return member->id() == tax->id(); });
+            group->setTaxes(remaining);
+        }
+        context.remove(tax);
+        syncAll(context);
+    });
 }
 
 std::vector<TaxAmount> TaxSetup::breakdown(const QList<Ref<SaleItem>>& items, double total)

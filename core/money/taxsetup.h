@@ -7,9 +7,9 @@
 class ModelContext;
 
 // The store's taxes and groups: seeding them once, keeping products' total rates in step with
-// their groups, and the tax block of receipts and reports. Nothing here reports to the user:
-// it runs at start-up and in screens that have no way to tell, so fetch and save failures are
-// dropped where noted.
+// their groups, and the tax block of receipts and reports. Each write is a unit of work (or part
+// of the caller's); a store failure throws StoreError with nothing written, for the caller to
+// report: a failed read is never taken for "none".
 class TaxSetup {
 public:
     static void ensure(ModelContext& context, const Ref<AppSettings>& settings);
@@ -26,5 +26,6 @@ public:
     static QString standardGroupName() { return QStringLiteral("Standard (VAT + NHIL + GETFund)"); }
 
 private:
+    static void seedOnce(ModelContext& context, const Ref<AppSettings>& settings);
     static double shareSum(const TaxGroup& group);
 };

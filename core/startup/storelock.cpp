@@ -16,12 +16,12 @@ StoreLock::StoreLock(const QString& storePath)
 
 StoreLock::~StoreLock() = default;
 
-bool StoreLock::acquire()
+StoreLock::Outcome StoreLock::tryAcquire()
 {
     QDir().mkpath(m_folder);
     if (m_lock.tryLock(0))
-        return true;
-    return m_lock.error() != QLockFile::LockFailedError;
+        return Outcome::acquired;
+    return m_lock.error() == QLockFile::LockFailedError ? Outcome::heldElsewhere : Outcome::cannotBeMade;
 }
 
 void StoreLock::release()

@@ -15,9 +15,12 @@ public:
     StoreLock& operator=(const StoreLock&) = delete;
     ~StoreLock();
 
-    // False only when a running process holds the lock. A lock file that can't be written at all
-    // doesn't refuse the store: opening it then reports the real problem.
-    bool acquire();
+    enum class Outcome { acquired, heldElsewhere, cannotBeMade };
+
+    // Fails closed: a lock that can't be made (its folder can't be written) is no proof that no
+    // other copy is open, so it refuses the store as a held one does.
+    Outcome tryAcquire();
+    bool acquire() { return tryAcquire() == Outcome::acquired; }
     // Before a relaunch, so the new process can take the store over.
     void release();
     bool isHeld() const { return m_lock.isLocked(); }

@@ -1,9 +1,13 @@
 #include "money/taxsetup.h"
 #include "records/records.h"
+#include "store/storeerror.h"
+#include "store/unitofwork.h"
 #include "support/printers.h"
 #include "support/teststore.h"
 
 #include <gtest/gtest.h>
+
+#include <sqlite3.h>
 
 namespace {
 Ref<Product> addProduct(ModelContext& context, const QString& name, double rate)
@@ -29,7 +33,7 @@ TEST(TaxSetupEnsure, NewStoreGetsTheStandardTaxesAndAFifteenPercentDefault)
     TestStore store;
     auto& context = store.context();
     auto settings = std::make_shared<AppSettings>();
-    context.insert(settings);
+    performUnitOfWork(context, [&] { context.insert(settings); });
     TaxSetup::ensure(context, settings);
 
     EXPECT_EQ(groupNames(context),
@@ -67,7 +71,7 @@ TEST(TaxSetupEnsure, OldStoreProductsGoToGroupsByRateOnce)
 
     auto settings = std::make_shared<AppSettings>();
     settings->setDefaultTaxRate(0);
-    context.insert(settings);
+    performUnitOfWork(context, [&] { context.insert(settings); });
     TaxSetup::ensure(context, settings);
 
     EXPECT_EQ(standardRate->taxGroup()->name(), QStringLiteral("Standard (VAT + NHIL + GETFund)"));
@@ -87,6 +91,26 @@ TEST(TaxSetupEnsure, OldStoreProductsGoToGroupsByRateOnce)
     TaxSetup::ensure(context, settings);
     EXPECT_FALSE(later->taxGroup());
     EXPECT_EQ(context.count<TaxGroup>(), 2);
+}
+
+// A count that failed once counted as none, and the taxes were seeded a second time.
+TEST(TaxSetupEnsure, AFailedCountSeedsNothingAndIsReported)
+{
+    TestStore store;
+    auto& context = store.context();
+    auto settings = std::make_shared<AppSettings>();
+    performUnitOfWork(context, [&] { context.insert(settings); });
+    TaxSetup::ensure(context, settings);
+    const qint64 seeded = countRowsOnDisk(store.path(), QStringLiteral("Tax"));
+    for (const qint64 nth : {1, 2}) {
+        SqliteConnection::injectFault(nth, SQLITE_IOERR_READ);
+        EXPECT_THROW(TaxSetup::ensure(context, settings), StoreError) << nth;
+        SqliteConnection::clearFault();
+    }
+    TaxSetup::ensure(context, settings);
+    EXPECT_EQ(countRowsOnDisk(store.path(), QStringLiteral("Tax")), seeded);
+    EXPECT_EQ(countRowsOnDisk(store.path(), QStringLiteral("TaxGroup")), 2);
+    EXPECT_FALSE(context.hasChanges());
 }
 
 TEST(TaxSetupSync, RatesFollowGroupsMovesAndDeletedTaxes)

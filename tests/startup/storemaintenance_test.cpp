@@ -1,6 +1,7 @@
 #include "environment/storemaintenance.h"
 
 #include "records/records.h"
+#include "store/storeerror.h"
 #include "support/printers.h"
 #include "support/teststore.h"
 
@@ -97,16 +98,18 @@ TEST_F(StoreMaintenanceTest, EachRepairRunsOnceAndItsMarkerStopsTheNext)
     EXPECT_EQ(reopened.count<LoyaltyEntry>(), 1);
 }
 
-TEST_F(StoreMaintenanceTest, NothingOnANewStoreAndNoFailureEscapes)
+TEST_F(StoreMaintenanceTest, NothingOnANewStoreAndAFailureIsReportedNotThrown)
 {
-    StoreMaintenance::run(context);
+    EXPECT_EQ(StoreMaintenance::run(context), std::nullopt);
     EXPECT_EQ(countRowsOnDisk(store.path(), QStringLiteral("Tax")), 0);
 
     const Ref<AppSettings> marked = settings();
     const Ref<Product> service = product("service");
     context.connection().execute(QStringLiteral("CREATE TRIGGER failSettings BEFORE UPDATE ON AppSettings "
                                                 "BEGIN SELECT RAISE(ABORT, 'disk full'); END"));
-    StoreMaintenance::run(context);
+    const std::optional<QString> problem = StoreMaintenance::run(context);
+    ASSERT_TRUE(problem.has_value());
+    EXPECT_TRUE(problem->contains(StoreError::sentence(StoreError::Kind::other))) << problem->toStdString();
     // The repairs stay undone, on disk and in memory, for the next start to try again.
     EXPECT_FALSE(marked->staffDefaultsApplied());
     EXPECT_FALSE(service->askForStaff());

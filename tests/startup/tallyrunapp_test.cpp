@@ -3,7 +3,9 @@
 
 #include "records/posschema.h"
 #include "startup/marketregistry.h"
+#include "startup/storefiles.h"
 #include "store/storeerror.h"
+#include "store/unitofwork.h"
 #include "support/printers.h"
 #include "support/teststore.h"
 
@@ -11,6 +13,8 @@
 #include <QFile>
 
 #include <gtest/gtest.h>
+
+#include <sqlite3.h>
 
 namespace {
 struct StartupTest : ::testing::Test {
@@ -84,4 +88,55 @@ TEST(AppEnvironment, LoadOrCreateSettingsMakesOneRecordOnlyAcrossLaunches)
     store.reopen();
     AppEnvironment(store.context()).loadOrCreateSettings();
     EXPECT_EQ(countRowsOnDisk(store.path(), "AppSettings"), 1);
+}
+
+// A failed read once made a second settings record with the defaults: the receipt numbers started
+// again at 1 until the program was restarted.
+TEST(AppEnvironment, ASettingsReadThatFailsIsReportedAndMakesNothing)
+{
+    TestStore store;
+    AppEnvironment environment(store.context());
+    const Ref<AppSettings> settings = environment.loadOrCreateSettings();
+    performUnitOfWork(store.context(), [&] { settings->setLastReceiptSequence(41); });
+    store.reopen();
+    AppEnvironment reopened(store.context());
+    for (const qint64 nth : {1, 2}) {
+        SqliteConnection::injectFault(nth, SQLITE_IOERR_READ);
+        EXPECT_THROW(reopened.loadOrCreateSettings(), StoreError) << nth;
+        SqliteConnection::clearFault();
+        EXPECT_FALSE(store.context().hasChanges());
+    }
+    EXPECT_EQ(countRowsOnDisk(store.path(), "AppSettings"), 1);
+    EXPECT_EQ(reopened.loadOrCreateSettings()->lastReceiptSequence(), 41);
+}
+
+// A lock that can't be made once said yes, and two copies opened one store side by side.
+TEST_F(StartupTest, ALockThatCannotBeMadeRefusesTheStoreInPlainWords)
+{
+    // A file where the support folder should be: nothing can be made inside it, even by root.
+    QFile blocker(StoreFiles::supportFolder(defaultPath));
+    ASSERT_TRUE(blocker.open(QIODevice::WriteOnly));
+    blocker.close();
+    StoreLock lock(defaultPath);
+    EXPECT_EQ(lock.tryAcquire(), StoreLock::Outcome::cannotBeMade);
+    EXPECT_FALSE(lock.acquire());
+
+    const QString failure = startupFailure();
+    EXPECT_TRUE(failure.startsWith("Tallyrun can't write in the store's folder")) << failure.toStdString();
+    EXPECT_FALSE(QFile::exists(defaultPath)); // refused before the store was opened
+}
+
+TEST_F(StartupTest, FailedStartUpRepairsAreReportedAndTheStoreStillOpens)
+{
+    {
+        TallyrunApp first(registry, defaultPath);
+        first.environment().loadOrCreateSettings();
+        EXPECT_EQ(first.maintenanceProblem(), std::nullopt);
+        first.environment().modelContext().connection().execute(
+            "CREATE TRIGGER refuse BEFORE UPDATE ON \"AppSettings\" BEGIN SELECT RAISE(ABORT, 'disk full'); END");
+    }
+    TallyrunApp second(registry, defaultPath);
+    ASSERT_TRUE(second.maintenanceProblem().has_value());
+    EXPECT_TRUE(second.maintenanceProblem()->startsWith("Tallyrun could not finish its start-up checks"));
+    EXPECT_FALSE(second.environment().modelContext().hasChanges());
 }
