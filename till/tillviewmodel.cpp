@@ -77,9 +77,12 @@ bool TillViewModel::openShift()
         setErrorMessage(openingFloat.problem);
         return false;
     }
-    return writing([&] {
-        m_session.setCurrentTillShift(m_till.openShift(m_session.currentUser(), *openingFloat.value));
-    });
+    Ref<TillShift> shift;
+    if (!writing([&] { shift = m_till.openShift(m_session.currentUser(), *openingFloat.value); }))
+        return false;
+    // Told once the shift is saved, so that nothing a screen does in reply can make it look failed.
+    m_session.setCurrentTillShift(shift);
+    return true;
 }
 
 bool TillViewModel::recordCashMovement(const Ref<TillShift>& shift)
