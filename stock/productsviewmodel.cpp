@@ -311,8 +311,11 @@ std::optional<QString> ProductsViewModel::save()
         return refusal.description();
     }
     m_form.reopen(saved);
-    if (isNew)
+    if (isNew) {
         showSavedProduct(saved);
+        // The list was told of the save before the form knew the product as saved.
+        Q_EMIT productsChanged();
+    }
     return std::nullopt;
 }
 

@@ -110,6 +110,9 @@ std::optional<QString> SuppliersViewModel::save()
     } catch (const Refusal& refusal) {
         return refusal.description();
     }
+    // The list was told of the save before the form knew the supplier as saved.
+    if (isNew)
+        Q_EMIT suppliersChanged();
     return std::nullopt;
 }
 
