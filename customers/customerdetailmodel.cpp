@@ -81,10 +81,10 @@ bool CustomerDetailModel::save()
             return inserted;
         });
     } catch (const Refusal& refusal) {
-        setErrorMessage(refusal.description());
+        tellWriteFailure(refusal.description());
         return false;
     }
-    setErrorMessage(std::nullopt);
+    tellWriteFailure(std::nullopt);
     // The texts now match what was saved: "500" is shown as "500.00".
     readFields();
     Q_EMIT fieldsChanged();
@@ -114,12 +114,12 @@ QString CustomerDetailModel::pointsBalanceText() const
 
 QList<Ref<LoyaltyEntry>> CustomerDetailModel::pointsHistory()
 {
-    return reading(QList<Ref<LoyaltyEntry>>(), [this] { return m_loyalty.history(m_customer); });
+    return readOrTell(QList<Ref<LoyaltyEntry>>(), [this] { return m_loyalty.history(m_customer); });
 }
 
 double CustomerDetailModel::balanceOwed()
 {
-    return reading(0.0, [this] { return m_accounts.balance(m_customer); });
+    return readOrTell(0.0, [this] { return m_accounts.balance(m_customer); });
 }
 
 QString CustomerDetailModel::balanceOwedText()
@@ -129,12 +129,12 @@ QString CustomerDetailModel::balanceOwedText()
 
 QList<AccountEntry> CustomerDetailModel::accountHistory()
 {
-    return reading(QList<AccountEntry>(), [this] { return m_accounts.ledger(m_customer); });
+    return readOrTell(QList<AccountEntry>(), [this] { return m_accounts.ledger(m_customer); });
 }
 
 QList<Ref<Sale>> CustomerDetailModel::purchases(int offset)
 {
-    return reading(QList<Ref<Sale>>(), [&] {
+    return readOrTell(QList<Ref<Sale>>(), [&] {
         return m_context.fetch<Sale>(FetchDescriptor(Sale::Col::customer == m_customer)
                                          .sortedBy(descending(Sale::Col::timestamp))
                                          .sortedBy(descending(Column{"rowid"}))
@@ -168,7 +168,7 @@ QStringList CustomerDetailModel::deleteWarnings()
                      "you can.")
                      .arg(m_customer->name(), money(owed));
     const qint64 sales =
-        reading(qint64(0), [this] { return m_context.count<Sale>(Sale::Col::customer == m_customer); });
+        readOrTell(qint64(0), [this] { return m_context.count<Sale>(Sale::Col::customer == m_customer); });
     if (sales > 0)
         lines << QStringLiteral(
                      "%1 past sale(s) will keep their own record — they'll just no longer be linked to "
@@ -184,10 +184,10 @@ bool CustomerDetailModel::deleteCustomer()
         try {
             performUnitOfWork(m_context, [this] { m_context.remove(m_customer); });
         } catch (const Refusal& refusal) {
-            setErrorMessage(refusal.description());
+            tellWriteFailure(refusal.description());
             return false;
         }
     }
-    setErrorMessage(std::nullopt);
+    tellWriteFailure(std::nullopt);
     return true;
 }

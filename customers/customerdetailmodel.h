@@ -13,6 +13,7 @@
 #include <QStringList>
 
 #include <optional>
+#include <utility>
 
 // The detail of one customer, or of a new one not yet in the store: contact and credit edits kept
 // here until "Save" writes them in one unit of work, the points, the account and the purchases,
@@ -85,6 +86,14 @@ public:
     // The fields as the customer holds them, dropping what was typed.
     void discardEdits();
 
+    // Before the detail reads everything anew: a failed read before is no longer news (a failed
+    // save still is).
+    void startReading()
+    {
+        if (std::exchange(m_readFailed, false))
+            setErrorMessage(std::nullopt);
+    }
+
     QString pointsBalanceText() const;
     QList<Ref<LoyaltyEntry>> pointsHistory();
     // 0 when the store can't be read, with errorMessage saying so.
@@ -109,6 +118,23 @@ Q_SIGNALS:
     void detailChanged();
 
 private:
+    // The fallback when the store can't be read, with the reason in errorMessage; a later read
+    // that works doesn't wipe it.
+    template <class Result, class Read> Result readOrTell(Result fallback, Read read)
+    {
+        try {
+            return read();
+        } catch (const Refusal& refusal) {
+            setErrorMessage(refusal.description());
+            m_readFailed = true;
+            return fallback;
+        }
+    }
+    void tellWriteFailure(const std::optional<QString>& message)
+    {
+        setErrorMessage(message);
+        m_readFailed = false;
+    }
     QString money(double amount) const;
     std::optional<double> creditLimit() const;
     void writeFields(Customer& customer) const;
@@ -125,4 +151,5 @@ private:
     QString m_address;
     bool m_allowCredit = false;
     QString m_creditLimitText;
+    bool m_readFailed = false; // errorMessage tells of a read, not of a save or delete
 };

@@ -7,6 +7,7 @@
 #include "money/rounding.h"
 #include "money/taxsetup.h"
 #include "money/tolerances.h"
+#include "records/tax.h"
 #include "store/storeerror.h"
 #include "store/unitofwork.h"
 
@@ -88,32 +89,42 @@ QString ProductsViewModel::draftName(ProductType type)
 
 void ProductsViewModel::setSearchText(const QString& text)
 {
-    if (replace(m_searchText, text))
+    if (replace(m_searchText, text)) {
+        setErrorMessage(std::nullopt);
         Q_EMIT filtersChanged();
+    }
 }
 
 void ProductsViewModel::setSelectedCategoryID(const std::optional<QUuid>& id)
 {
-    if (replace(m_selectedCategoryID, id))
+    if (replace(m_selectedCategoryID, id)) {
+        setErrorMessage(std::nullopt);
         Q_EMIT filtersChanged();
+    }
 }
 
 void ProductsViewModel::setShowOnlyLowStock(bool on)
 {
-    if (replace(m_showOnlyLowStock, on))
+    if (replace(m_showOnlyLowStock, on)) {
+        setErrorMessage(std::nullopt);
         Q_EMIT filtersChanged();
+    }
 }
 
 void ProductsViewModel::setShowOnlyInactive(bool on)
 {
-    if (replace(m_showOnlyInactive, on))
+    if (replace(m_showOnlyInactive, on)) {
+        setErrorMessage(std::nullopt);
         Q_EMIT filtersChanged();
+    }
 }
 
 void ProductsViewModel::setTypeFilter(const std::optional<ProductType>& type)
 {
-    if (replace(m_typeFilter, type))
+    if (replace(m_typeFilter, type)) {
+        setErrorMessage(std::nullopt);
         Q_EMIT filtersChanged();
+    }
 }
 
 QList<Ref<Product>> ProductsViewModel::filtered(const QList<Ref<Product>>& products) const
@@ -142,7 +153,7 @@ QList<Ref<Product>> ProductsViewModel::filtered(const QList<Ref<Product>>& produ
 
 QList<Ref<Product>> ProductsViewModel::products()
 {
-    return reading(QList<Ref<Product>>(), [this] {
+    return readOrTell(QList<Ref<Product>>(), [this] {
         Condition where;
         if (m_showOnlyLowStock)
             where = where && tracksStock() &&
@@ -192,7 +203,7 @@ ProductListRow ProductsViewModel::row(const Ref<Product>& product) const
 
 QList<Ref<Category>> ProductsViewModel::categories()
 {
-    return reading(QList<Ref<Category>>(), [this] {
+    return readOrTell(QList<Ref<Category>>(), [this] {
         return m_context.fetch<Category>(FetchDescriptor()
                                              .sortedBy(ascending(Category::Col::sortOrder))
                                              .sortedBy(ascending(Category::Col::name)));
@@ -201,7 +212,7 @@ QList<Ref<Category>> ProductsViewModel::categories()
 
 QList<Ref<Supplier>> ProductsViewModel::suppliers()
 {
-    return reading(QList<Ref<Supplier>>(), [this] {
+    return readOrTell(QList<Ref<Supplier>>(), [this] {
         return m_context.fetch<Supplier>(
             FetchDescriptor(Supplier::Col::isActive == true).sortedBy(ascending(Supplier::Col::name)));
     });
@@ -209,7 +220,11 @@ QList<Ref<Supplier>> ProductsViewModel::suppliers()
 
 QList<Ref<TaxGroup>> ProductsViewModel::taxGroups()
 {
-    return TaxSetup::groups(m_context);
+    return readOrTell(QList<Ref<TaxGroup>>(), [this] {
+        return m_context.fetch<TaxGroup>(FetchDescriptor()
+                                             .sortedBy(ascending(TaxGroup::Col::sortOrder))
+                                             .sortedBy(ascending(TaxGroup::Col::name)));
+    });
 }
 
 Ref<Product> ProductsViewModel::createDraft(ModelContext& context, const Ref<Category>& category,
@@ -228,10 +243,24 @@ Ref<Product> ProductsViewModel::createDraft(ModelContext& context, const Ref<Cat
     product->setCreatedAt(now);
     product->setUpdatedAt(now);
     product->setCategory(category);
-    // A store without taxes yet gets its standard ones first, in a unit of their own.
-    performUnitOfWork(context, [&] { TaxSetup::ensure(context, settings); });
-    TaxSetup::applyDefault(product, context, settings);
+    // A store without taxes yet gets its standard ones first, in a unit of their own. Counted
+    // here, where a count that fails is reported, not taken for none.
+    if (context.count<Tax>() == 0)
+        performUnitOfWork(context, [&] { TaxSetup::ensure(context, settings); });
+    product->setIsTaxable(true);
+    product->setTaxGroup(defaultTaxGroup(context, settings));
+    TaxSetup::sync(*product);
     return product;
+}
+
+Ref<TaxGroup> ProductsViewModel::defaultTaxGroup(ModelContext& context, const Ref<AppSettings>& settings)
+{
+    if (settings && settings->defaultTaxGroupID()) {
+        if (const Ref<TaxGroup> chosen = context.find<TaxGroup>(*settings->defaultTaxGroupID()))
+            return chosen;
+    }
+    return context.fetchFirst<TaxGroup>(
+        FetchDescriptor().sortedBy(ascending(TaxGroup::Col::sortOrder)).sortedBy(ascending(TaxGroup::Col::name)));
 }
 
 ProductType ProductsViewModel::defaultType() const
@@ -250,6 +279,7 @@ void ProductsViewModel::select(const Ref<Product>& product)
 {
     if (product && product == m_form.live())
         return;
+    setErrorMessage(std::nullopt);
     m_form = product ? FormDraft<Product>::of(product) : FormDraft<Product>();
     m_entryProblems.clear();
     Q_EMIT selectionChanged();
@@ -311,6 +341,7 @@ std::optional<QString> ProductsViewModel::save()
         return refusal.description();
     }
     m_form.reopen(saved);
+    setErrorMessage(std::nullopt);
     if (isNew) {
         showSavedProduct(saved);
         // The list was told of the save before the form knew the product as saved.
@@ -429,7 +460,7 @@ QString ProductsViewModel::entryText(const Product& product, Entry entry)
 QList<Ref<InventoryMovement>> ProductsViewModel::costHistory(const Ref<Product>& product, int limit)
 {
     Q_ASSERT(product);
-    return reading(QList<Ref<InventoryMovement>>(), [&] {
+    return readOrTell(QList<Ref<InventoryMovement>>(), [&] {
         // Rows of one instant come newest insert first.
         return m_context.fetch<InventoryMovement>(
             FetchDescriptor(InventoryMovement::Col::product == product &&
@@ -443,7 +474,7 @@ QList<Ref<InventoryMovement>> ProductsViewModel::costHistory(const Ref<Product>&
 qint64 ProductsViewModel::costHistoryCount(const Ref<Product>& product)
 {
     Q_ASSERT(product);
-    return reading(qint64(0), [&] {
+    return readOrTell(qint64(0), [&] {
         return m_context.count<InventoryMovement>(InventoryMovement::Col::product == product &&
                                                   InventoryMovement::Col::costAfter.isNotNull());
     });
@@ -542,9 +573,12 @@ void ProductsViewModel::setTaxable(bool isTaxable)
     const Ref<Product> product = m_form.edits();
     Q_ASSERT(product);
     product->setIsTaxable(isTaxable);
-    if (isTaxable && !product->taxGroup())
-        product->setTaxGroup(TaxSetup::defaultGroup(m_context, m_session.settings()));
-    TaxSetup::sync(*product);
+    readOrTell(0, [&] {
+        if (isTaxable && !product->taxGroup())
+            product->setTaxGroup(defaultTaxGroup(m_context, m_session.settings()));
+        TaxSetup::sync(*product);
+        return 0;
+    });
 }
 
 void ProductsViewModel::setTaxGroup(const Ref<TaxGroup>& group)
@@ -552,7 +586,11 @@ void ProductsViewModel::setTaxGroup(const Ref<TaxGroup>& group)
     const Ref<Product> product = m_form.edits();
     Q_ASSERT(product);
     product->setTaxGroup(group);
-    TaxSetup::sync(*product);
+    // The group's taxes are read to sum its rate.
+    readOrTell(0, [&] {
+        TaxSetup::sync(*product);
+        return 0;
+    });
 }
 
 QString ProductsViewModel::amountText(double amount)

@@ -43,7 +43,8 @@ template <class T> struct Creation {
 // The Products screen: the filters and the list, and the form on the selected or a new product.
 // The form edits a copy: other screens' saves never write a half-typed edit, nor does their
 // rollback lose one. Save writes the edits, and the cost-history line of a cost typed by hand, in
-// one unit of work. A store that can't be read gives empty answers and says so in errorMessage.
+// one unit of work. A store that can't be read gives empty answers and says so in errorMessage,
+// which the next action clears.
 class ProductsViewModel : public ViewModel {
     Q_OBJECT
 
@@ -109,6 +110,9 @@ public:
     static Ref<Product> createDraft(ModelContext& context, const Ref<Category>& category,
                                     const Ref<AppSettings>& settings, std::optional<ProductType> type);
     ProductType defaultType() const;
+    // The group a product takes when made or switched to taxable: the settings' choice, else the
+    // first. Throws when the store can't be read.
+    static Ref<TaxGroup> defaultTaxGroup(ModelContext& context, const Ref<AppSettings>& settings);
 
     // The store's record on the form; null while none is open or it is a new product.
     Ref<Product> selectedProduct() const { return m_form.live(); }
@@ -196,6 +200,18 @@ Q_SIGNALS:
 
 private:
     template <class T> Creation<T> create(const Ref<T>& record);
+    // A read the screen can't do without: the fallback when the store can't be read, with the
+    // reason in errorMessage until the person's next action (a later read in the same action
+    // mustn't wipe it).
+    template <class Result, class Read> Result readOrTell(Result fallback, Read read)
+    {
+        try {
+            return read();
+        } catch (const Refusal& refusal) {
+            setErrorMessage(refusal.description());
+            return fallback;
+        }
+    }
     QString money(double amount) const;
     void bookCostChange(const Ref<Product>& product, double costBefore);
     void showSavedProduct(const Ref<Product>& product);

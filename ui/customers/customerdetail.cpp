@@ -265,6 +265,7 @@ void CustomerDetail::refresh()
     // The saved name, not the one being typed.
     m_title->setText(customer()->name());
     showActions();
+    m_model.startReading();
     refreshPoints();
     refreshAccount();
     refreshPurchases(m_purchasesShown);

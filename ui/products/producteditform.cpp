@@ -1,6 +1,6 @@
 #include "ui/products/producteditform.h"
 
-#include "money/quantity.h"
+#include "refusal/refusal.h"
 #include "stock/productsviewmodel.h"
 #include "ui/controls/asktodelete.h"
 #include "ui/controls/cards.h"
@@ -338,7 +338,7 @@ void ProductEditForm::bind()
     });
     connect(toggle(Toggle::taxable), &QCheckBox::clicked, this, [this](bool on) {
         m_model.setTaxable(on);
-        showTaxes();
+        showOrTell([this] { showTaxes(); });
         changed();
     });
     connect(toggle(Toggle::askForStaff), &QCheckBox::clicked, this, [this](bool on) {
@@ -347,7 +347,7 @@ void ProductEditForm::bind()
     });
     connect(picker(Picker::type), &QComboBox::activated, this, [this](int index) {
         product()->setProductType(productTypes[size_t(index)]);
-        showType();
+        showOrTell([this] { showType(); });
         changed();
     });
     connect(picker(Picker::unit), &QComboBox::activated, this, [this](int index) {
@@ -365,7 +365,7 @@ void ProductEditForm::bind()
     });
     connect(picker(Picker::taxGroup), &QComboBox::activated, this, [this](int index) {
         m_model.setTaxGroup(m_taxGroups.value(index));
-        showTaxes();
+        showOrTell([this] { showTaxes(); });
         changed();
     });
 
@@ -403,7 +403,21 @@ void ProductEditForm::focusName()
     field(Field::name)->selectAll();
 }
 
+template <class Show> void ProductEditForm::showOrTell(Show show)
+{
+    try {
+        show();
+    } catch (const Refusal& refusal) {
+        m_footer->errorLabel()->setMessage(refusal.description());
+    }
+}
+
 void ProductEditForm::reload()
+{
+    showOrTell([this] { fill(); });
+}
+
+void ProductEditForm::fill()
 {
     const Product& product = *this->product();
     field(Field::name)->setText(product.name());
@@ -432,13 +446,15 @@ void ProductEditForm::reload()
 
 void ProductEditForm::refresh()
 {
-    fillCategories();
-    fillSuppliers();
-    fillTaxGroups();
-    showTaxes();
-    showMargin();
-    showStock();
-    showCostHistory();
+    showOrTell([this] {
+        fillCategories();
+        fillSuppliers();
+        fillTaxGroups();
+        showTaxes();
+        showMargin();
+        showStock();
+        showCostHistory();
+    });
 }
 
 void ProductEditForm::fillCategories()

@@ -66,6 +66,7 @@ private:
     QWidget* buildCostHistory();
     void bind();
 
+    void fill();
     void fillCategories();
     void fillSuppliers();
     void fillTaxGroups();
@@ -76,6 +77,8 @@ private:
     void showStock();
     void showCostHistory();
     void changed();
+    // Runs `show`; a store that can't be read is told on the form rather than taking it down.
+    template <class Show> void showOrTell(Show show);
     void bindEntry(Field which);
     void showEntryProblem(Field which);
     void confirmDelete();

@@ -6,7 +6,9 @@
 #include "ui/products/producteditform.h"
 
 #include "clock/clock.h"
+#include "money/taxsetup.h"
 #include "stock/stockbuilders.h"
+#include "store/sqlite.h"
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -14,6 +16,8 @@
 #include <QMenu>
 #include <QMessageBox>
 #include <QPushButton>
+
+#include <sqlite3.h>
 
 namespace {
 using Field = ProductEditForm::Field;
@@ -249,4 +253,45 @@ TEST_F(ProductsScreenTest, FiltersCombineAndDeleteAsksFirst)
     EXPECT_TRUE(visibleTexts(view).contains("Select a product"));
     EXPECT_EQ(view->listedNames(), (QStringList{"Haircut", "Water"}));
     EXPECT_EQ(countRowsOnDisk(store.path(), QStringLiteral("Product")), 3);
+}
+
+// With the store unreadable, choosing another product once ended in terminate().
+TEST_F(ProductsScreenTest, AStoreThatFailsUnderAnyClickEndsInAMessage)
+{
+    const Ref<Category> drinks = std::make_shared<Category>();
+    drinks->setName(QStringLiteral("Drinks"));
+    store.context().insert(drinks);
+    for (const char* name : {"Cola", "Malt", "Water"}) {
+        const Ref<Product> product = addProduct(store.context(), {.name = QString::fromUtf8(name), .cost = 2});
+        product->setCategory(drinks);
+    }
+    store.context().save();
+    TaxSetup::ensure(store.context(), nullptr);
+    openProducts();
+    const auto anyMessageShown = [&] {
+        return view->errorLabel()->isVisible() ||
+               (view->form() && (view->form()->errorLabel()->isVisible()));
+    };
+    const std::function<void()> clicks[] = {
+        [&] { view->selectRow(int(view->listedNames().indexOf(view->model().selectedProduct() &&
+                                                                 view->model().selectedProduct()->name() == "Cola"
+                                                             ? "Malt"
+                                                             : "Cola"))); },
+        [&] { view->newProductButton()->click(); },
+    };
+    int fired = 0;
+    for (const auto& click : clicks) {
+        for (int nth = 1; nth <= 30; ++nth) {
+            SCOPED_TRACE(nth);
+            SqliteConnection::injectFault(nth, SQLITE_IOERR_READ);
+            EXPECT_NO_THROW(click());
+            const bool hit = SqliteConnection::faultFired();
+            SqliteConnection::clearFault();
+            if (hit) {
+                ++fired;
+                EXPECT_TRUE(anyMessageShown());
+            }
+        }
+    }
+    EXPECT_GT(fired, 0);
 }
