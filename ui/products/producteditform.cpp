@@ -427,8 +427,7 @@ void ProductEditForm::fill()
         field(which)->setText(ProductsViewModel::entryText(product, entryOf(which)));
         showEntryProblem(which);
     }
-    // A product not yet in the store has nothing to delete: leaving it drops it.
-    deleteButton()->setVisible(!m_model.isNewProduct());
+    m_footer->showNewRecord(m_model.isNewProduct());
     toggle(Toggle::active)->setChecked(product.isActive());
     toggle(Toggle::askForStaff)->setChecked(product.askForStaff());
     setComboIndex(picker(Picker::type),
@@ -548,7 +547,9 @@ void ProductEditForm::showTaxes()
 
 void ProductEditForm::showMargin()
 {
-    m_margin->setText(m_model.marginText(*product()));
+    // No figure from a price that couldn't be read.
+    const bool unreadable = m_model.entryProblem(Entry::costPrice) || m_model.entryProblem(Entry::sellingPrice);
+    m_margin->setText(unreadable ? QStringLiteral("—") : m_model.marginText(*product()));
 }
 
 void ProductEditForm::showStock()

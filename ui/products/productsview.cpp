@@ -198,7 +198,8 @@ void ProductsView::refreshList()
         const Ref<Product> selected = m_model.selectedProduct();
         for (const Ref<Product>& product : std::as_const(m_listed)) {
             auto* item = new QListWidgetItem(list());
-            ProductListDelegate::fill(item, m_model.row(product));
+            // The product on the form shows what is being typed.
+            ProductListDelegate::fill(item, m_model.row(product == selected ? m_model.editedProduct() : product));
             if (product == selected)
                 list()->setCurrentItem(item);
         }

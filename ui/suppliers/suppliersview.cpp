@@ -283,8 +283,7 @@ void SuppliersView::showFields()
     for (QPlainTextEdit* edit : m_notes)
         edit->blockSignals(false);
     m_active->setChecked(supplier->isActive());
-    // A supplier not yet in the store has nothing to delete: leaving it drops it.
-    deleteButton()->setVisible(!m_model.isNewSupplier());
+    m_footer->showNewRecord(m_model.isNewSupplier());
 }
 
 bool SuppliersView::save()
