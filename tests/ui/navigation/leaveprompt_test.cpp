@@ -77,6 +77,11 @@ struct LeavePath {
     *out << path.name;
 }
 
+[[maybe_unused]] void PrintTo(Answer answer, std::ostream* out)
+{
+    *out << (answer == Answer::save ? "Save" : answer == Answer::discard ? "Don't Save" : "Cancel");
+}
+
 class LeavePathTest : public LeavePromptTest,
                       public ::testing::WithParamInterface<std::tuple<LeavePath, Answer>> {
 public:

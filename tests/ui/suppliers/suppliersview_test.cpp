@@ -111,7 +111,7 @@ TEST_F(SuppliersScreenTest, DeleteAsksFirstAndKeepsNothingBehind)
 TEST_F(SuppliersScreenTest, ChoosingAnotherSupplierAsksAboutUnsavedEdits)
 {
     openSuppliers();
-    for (const QString name : {QStringLiteral("Acme"), QStringLiteral("Bolt")}) {
+    for (const char* name : {"Acme", "Bolt"}) {
         QTest::mouseClick(view->newSupplierButton(), Qt::LeftButton);
         QTest::keyClicks(view->field(SuppliersView::Field::name), name);
         view->saveButton()->click();
