@@ -2,10 +2,12 @@
 
 #include "clock/clock.h"
 #include "money/currency.h"
+#include "money/numberentry.h"
 #include "money/tolerances.h"
 #include "records/customerpayment.h"
 #include "records/payment.h"
 #include "store/storeerror.h"
+#include "store/unitofwork.h"
 
 #include <cmath>
 
@@ -20,12 +22,7 @@ CustomerDetailModel::CustomerDetailModel(AccountsService& accounts, LoyaltyServi
     , m_customer(std::move(customer))
 {
     Q_ASSERT(m_customer);
-    m_name = m_customer->name();
-    m_phone = m_customer->phone();
-    m_email = m_customer->email();
-    m_address = m_customer->address();
-    m_allowCredit = m_customer->allowCredit();
-    m_creditLimitText = QString::number(m_customer->creditLimit(), 'f', 2);
+    readFields();
     m_context.onChange(this,
                        {&Customer::schema(), &Sale::schema(), &Payment::schema(), &CustomerPayment::schema(),
                         &LoyaltyEntry::schema()},
@@ -38,11 +35,15 @@ QString CustomerDetailModel::money(double amount) const
     return Currency::format(amount, settings ? settings->currencySymbol() : Currency::fixedSign);
 }
 
-double CustomerDetailModel::creditLimit() const
+std::optional<double> CustomerDetailModel::creditLimit() const
 {
-    bool ok = false;
-    const double limit = m_creditLimitText.trimmed().toDouble(&ok);
-    return ok && std::isfinite(limit) ? limit : 0.0;
+    return NumberEntry::money(m_creditLimitText).value;
+}
+
+std::optional<QString> CustomerDetailModel::creditLimitProblem() const
+{
+    const NumberEntry entry = NumberEntry::money(m_creditLimitText);
+    return entry.isValid() ? std::nullopt : std::optional(entry.problem);
 }
 
 bool CustomerDetailModel::hasUnsavedEdits() const
@@ -52,15 +53,58 @@ bool CustomerDetailModel::hasUnsavedEdits() const
            creditLimit() != m_customer->creditLimit();
 }
 
+void CustomerDetailModel::writeFields(Customer& customer) const
+{
+    customer.setName(m_name);
+    customer.setPhone(m_phone);
+    customer.setEmail(m_email);
+    customer.setAddress(m_address);
+    customer.setAllowCredit(m_allowCredit);
+    customer.setCreditLimit(*creditLimit());
+}
+
 bool CustomerDetailModel::save()
 {
-    m_customer->setName(m_name);
-    m_customer->setPhone(m_phone);
-    m_customer->setEmail(m_email);
-    m_customer->setAddress(m_address);
-    m_customer->setAllowCredit(m_allowCredit);
-    m_customer->setCreditLimit(creditLimit());
-    return saveOrUndo(m_context);
+    if (!creditLimit())
+        return false;
+    try {
+        m_customer = performUnitOfWork(m_context, [&] {
+            if (!isNew()) {
+                writeFields(*m_customer);
+                return m_customer;
+            }
+            // A copy goes in, so that a failed save leaves the new customer as it was before.
+            const Ref<Customer> inserted = m_customer->draft<Customer>();
+            writeFields(*inserted);
+            inserted->setCreatedAt(Clock::now());
+            m_context.insert(inserted);
+            return inserted;
+        });
+    } catch (const Refusal& refusal) {
+        tellWriteFailure(refusal.description());
+        return false;
+    }
+    tellWriteFailure(std::nullopt);
+    // The texts now match what was saved: "500" is shown as "500.00".
+    readFields();
+    Q_EMIT fieldsChanged();
+    return true;
+}
+
+void CustomerDetailModel::discardEdits()
+{
+    readFields();
+    Q_EMIT fieldsChanged();
+}
+
+void CustomerDetailModel::readFields()
+{
+    m_name = m_customer->name();
+    m_phone = m_customer->phone();
+    m_email = m_customer->email();
+    m_address = m_customer->address();
+    m_allowCredit = m_customer->allowCredit();
+    m_creditLimitText = QString::number(m_customer->creditLimit(), 'f', NumberEntry::centPlaces);
 }
 
 QString CustomerDetailModel::pointsBalanceText() const
@@ -70,12 +114,12 @@ QString CustomerDetailModel::pointsBalanceText() const
 
 QList<Ref<LoyaltyEntry>> CustomerDetailModel::pointsHistory()
 {
-    return reading(QList<Ref<LoyaltyEntry>>(), [this] { return m_loyalty.history(m_customer); });
+    return readOrTell(QList<Ref<LoyaltyEntry>>(), [this] { return m_loyalty.history(m_customer); });
 }
 
 double CustomerDetailModel::balanceOwed()
 {
-    return reading(0.0, [this] { return m_accounts.balance(m_customer); });
+    return readOrTell(0.0, [this] { return m_accounts.balance(m_customer); });
 }
 
 QString CustomerDetailModel::balanceOwedText()
@@ -85,12 +129,12 @@ QString CustomerDetailModel::balanceOwedText()
 
 QList<AccountEntry> CustomerDetailModel::accountHistory()
 {
-    return reading(QList<AccountEntry>(), [this] { return m_accounts.ledger(m_customer); });
+    return readOrTell(QList<AccountEntry>(), [this] { return m_accounts.ledger(m_customer); });
 }
 
 QList<Ref<Sale>> CustomerDetailModel::purchases(int offset)
 {
-    return reading(QList<Ref<Sale>>(), [&] {
+    return readOrTell(QList<Ref<Sale>>(), [&] {
         return m_context.fetch<Sale>(FetchDescriptor(Sale::Col::customer == m_customer)
                                          .sortedBy(descending(Sale::Col::timestamp))
                                          .sortedBy(descending(Column{"rowid"}))
@@ -124,7 +168,7 @@ QStringList CustomerDetailModel::deleteWarnings()
                      "you can.")
                      .arg(m_customer->name(), money(owed));
     const qint64 sales =
-        reading(qint64(0), [this] { return m_context.count<Sale>(Sale::Col::customer == m_customer); });
+        readOrTell(qint64(0), [this] { return m_context.count<Sale>(Sale::Col::customer == m_customer); });
     if (sales > 0)
         lines << QStringLiteral(
                      "%1 past sale(s) will keep their own record — they'll just no longer be linked to "
@@ -136,5 +180,14 @@ QStringList CustomerDetailModel::deleteWarnings()
 
 bool CustomerDetailModel::deleteCustomer()
 {
-    return saveOrUndo(m_context, [this] { m_context.remove(m_customer); });
+    if (!isNew()) {
+        try {
+            performUnitOfWork(m_context, [this] { m_context.remove(m_customer); });
+        } catch (const Refusal& refusal) {
+            tellWriteFailure(refusal.description());
+            return false;
+        }
+    }
+    tellWriteFailure(std::nullopt);
+    return true;
 }

@@ -13,9 +13,11 @@
 #include <QStringList>
 
 #include <optional>
+#include <utility>
 
-// The detail of one customer: contact and credit edits kept until "Save", the points, the account
-// and the purchases, the statement, and deleting with its warnings. Failures go to errorMessage.
+// The detail of one customer, or of a new one not yet in the store: contact and credit edits kept
+// here until "Save" writes them in one unit of work, the points, the account and the purchases,
+// the statement, and deleting with its warnings. Failures go to errorMessage.
 class CustomerDetailModel : public ViewModel {
     Q_OBJECT
 
@@ -49,20 +51,14 @@ public:
     static QString voidedMark() { return QStringLiteral("Voided"); }
     static QString saveTitle() { return QStringLiteral("Save"); }
     static QString deleteTitle() { return QStringLiteral("Delete this customer?"); }
-    static QString unsavedQuestion(const QString& name)
-    {
-        return QStringLiteral("Save changes to %1?").arg(name);
-    }
-    static QString unsavedNote()
-    {
-        return QStringLiteral("Your changes will be lost if you don't save them.");
-    }
-    static QString discardTitle() { return QStringLiteral("Don't Save"); }
 
     CustomerDetailModel(AccountsService& accounts, LoyaltyService& loyalty, ModelContext& context,
                         SessionStore& session, Ref<Customer> customer, QObject* parent = nullptr);
 
+    // The store's record, or the new one Save will put there.
     Ref<Customer> customer() const { return m_customer; }
+    // Not yet in the store: Save inserts it; points and payments wait until then.
+    bool isNew() const { return m_customer->context() == nullptr; }
     QString name() const { return m_name; }
     void setName(const QString& text) { assign(m_name, text); }
     QString phone() const { return m_phone; }
@@ -73,14 +69,30 @@ public:
     void setAddress(const QString& text) { assign(m_address, text); }
     bool allowCredit() const { return m_allowCredit; }
     void setAllowCredit(bool allow) { assign(m_allowCredit, allow); }
-    // A money field: text that isn't a number counts as 0, which means no limit.
+    // A money field: "1,000" is a thousand; text that isn't an amount is refused, never taken
+    // as 0, which would mean no limit.
     QString creditLimitText() const { return m_creditLimitText; }
     void setCreditLimitText(const QString& text) { assign(m_creditLimitText, text); }
+    // Why the credit limit as typed can't be saved; absent while it can.
+    std::optional<QString> creditLimitProblem() const;
 
-    // Whether the fields differ from the saved customer, so that leaving it can ask first.
+    // Whether the fields differ from the saved customer, so that leaving it can ask first. A new
+    // customer nobody typed into has nothing to lose.
     bool hasUnsavedEdits() const;
-    // Writes the edits to the customer and saves; a failure puts the record back and keeps the edits.
+    // Writes the edits to the customer, inserting a new one, in one unit of work. False when the
+    // credit limit can't be read (creditLimitProblem says why) or the store refused (errorMessage);
+    // the edits stay either way and nothing is written.
     bool save();
+    // The fields as the customer holds them, dropping what was typed.
+    void discardEdits();
+
+    // Before the detail reads everything anew: a failed read before is no longer news (a failed
+    // save still is).
+    void startReading()
+    {
+        if (std::exchange(m_readFailed, false))
+            setErrorMessage(std::nullopt);
+    }
 
     QString pointsBalanceText() const;
     QList<Ref<LoyaltyEntry>> pointsHistory();
@@ -106,8 +118,27 @@ Q_SIGNALS:
     void detailChanged();
 
 private:
+    // The fallback when the store can't be read, with the reason in errorMessage; a later read
+    // that works doesn't wipe it.
+    template <class Result, class Read> Result readOrTell(Result fallback, Read read)
+    {
+        try {
+            return read();
+        } catch (const Refusal& refusal) {
+            setErrorMessage(refusal.description());
+            m_readFailed = true;
+            return fallback;
+        }
+    }
+    void tellWriteFailure(const std::optional<QString>& message)
+    {
+        setErrorMessage(message);
+        m_readFailed = false;
+    }
     QString money(double amount) const;
-    double creditLimit() const;
+    std::optional<double> creditLimit() const;
+    void writeFields(Customer& customer) const;
+    void readFields();
 
     AccountsService& m_accounts;
     LoyaltyService& m_loyalty;
@@ -120,4 +151,5 @@ private:
     QString m_address;
     bool m_allowCredit = false;
     QString m_creditLimitText;
+    bool m_readFailed = false; // errorMessage tells of a read, not of a save or delete
 };

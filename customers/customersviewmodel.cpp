@@ -59,7 +59,7 @@ QList<CustomerRow> CustomersViewModel::rows()
         }
         setErrorMessage(std::nullopt);
         return result;
-    } catch (const StoreError& error) {
+    } catch (const Refusal& error) {
         setErrorMessage(error.description());
         return {};
     }
@@ -69,15 +69,5 @@ Ref<Customer> CustomersViewModel::addCustomer()
 {
     auto customer = std::make_shared<Customer>();
     customer->setName(newCustomerTitle());
-    customer->setCreatedAt(Clock::now());
-    m_context.insert(customer);
-    try {
-        m_context.save();
-    } catch (const StoreError& error) {
-        m_context.rollback();
-        setErrorMessage(error.description());
-        return nullptr;
-    }
-    setErrorMessage(std::nullopt);
     return customer;
 }

@@ -47,8 +47,9 @@ public:
     QList<Ref<Customer>> filteredCustomers(const QList<Ref<Customer>>& customers) const;
     // Every customer by name, through filteredCustomers.
     QList<CustomerRow> rows();
-    // Saved at once, named "New Customer" for the detail to rename; absent when the save fails.
-    Ref<Customer> addCustomer();
+    // "New Customer": named so for the detail to rename; it reaches the store when the detail
+    // saves it.
+    static Ref<Customer> addCustomer();
 
 Q_SIGNALS:
     void searchTextChanged();

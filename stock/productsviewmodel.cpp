@@ -2,11 +2,13 @@
 
 #include "clock/clock.h"
 #include "money/currency.h"
+#include "money/numberentry.h"
 #include "money/quantity.h"
 #include "money/rounding.h"
 #include "money/taxsetup.h"
 #include "money/tolerances.h"
 #include "store/storeerror.h"
+#include "store/unitofwork.h"
 
 #include <QLocale>
 
@@ -44,7 +46,12 @@ ProductsViewModel::ProductsViewModel(ModelContext& context, SessionStore& sessio
     m_context.onChange(this,
                        {&Product::schema(), &Category::schema(), &Supplier::schema(), &TaxGroup::schema(),
                         &InventoryMovement::schema()},
-                       [this] { Q_EMIT productsChanged(); });
+                       [this] {
+                           // Deleted elsewhere: there is nothing left to save the edits onto.
+                           if (const Ref<Product> live = m_form.live(); live && live->isDeleted())
+                               select(nullptr);
+                           Q_EMIT productsChanged();
+                       });
 }
 
 QString ProductsViewModel::typeFilterTitle(ProductType type)
@@ -81,32 +88,42 @@ QString ProductsViewModel::draftName(ProductType type)
 
 void ProductsViewModel::setSearchText(const QString& text)
 {
-    if (replace(m_searchText, text))
+    if (replace(m_searchText, text)) {
+        setErrorMessage(std::nullopt);
         Q_EMIT filtersChanged();
+    }
 }
 
 void ProductsViewModel::setSelectedCategoryID(const std::optional<QUuid>& id)
 {
-    if (replace(m_selectedCategoryID, id))
+    if (replace(m_selectedCategoryID, id)) {
+        setErrorMessage(std::nullopt);
         Q_EMIT filtersChanged();
+    }
 }
 
 void ProductsViewModel::setShowOnlyLowStock(bool on)
 {
-    if (replace(m_showOnlyLowStock, on))
+    if (replace(m_showOnlyLowStock, on)) {
+        setErrorMessage(std::nullopt);
         Q_EMIT filtersChanged();
+    }
 }
 
 void ProductsViewModel::setShowOnlyInactive(bool on)
 {
-    if (replace(m_showOnlyInactive, on))
+    if (replace(m_showOnlyInactive, on)) {
+        setErrorMessage(std::nullopt);
         Q_EMIT filtersChanged();
+    }
 }
 
 void ProductsViewModel::setTypeFilter(const std::optional<ProductType>& type)
 {
-    if (replace(m_typeFilter, type))
+    if (replace(m_typeFilter, type)) {
+        setErrorMessage(std::nullopt);
         Q_EMIT filtersChanged();
+    }
 }
 
 QList<Ref<Product>> ProductsViewModel::filtered(const QList<Ref<Product>>& products) const
@@ -135,7 +152,7 @@ QList<Ref<Product>> ProductsViewModel::filtered(const QList<Ref<Product>>& produ
 
 QList<Ref<Product>> ProductsViewModel::products()
 {
-    return reading(QList<Ref<Product>>(), [this] {
+    return readOrTell(QList<Ref<Product>>(), [this] {
         Condition where;
         if (m_showOnlyLowStock)
             where = where && tracksStock() &&
@@ -185,7 +202,7 @@ ProductListRow ProductsViewModel::row(const Ref<Product>& product) const
 
 QList<Ref<Category>> ProductsViewModel::categories()
 {
-    return reading(QList<Ref<Category>>(), [this] {
+    return readOrTell(QList<Ref<Category>>(), [this] {
         return m_context.fetch<Category>(FetchDescriptor()
                                              .sortedBy(ascending(Category::Col::sortOrder))
                                              .sortedBy(ascending(Category::Col::name)));
@@ -194,7 +211,7 @@ QList<Ref<Category>> ProductsViewModel::categories()
 
 QList<Ref<Supplier>> ProductsViewModel::suppliers()
 {
-    return reading(QList<Ref<Supplier>>(), [this] {
+    return readOrTell(QList<Ref<Supplier>>(), [this] {
         return m_context.fetch<Supplier>(
             FetchDescriptor(Supplier::Col::isActive == true).sortedBy(ascending(Supplier::Col::name)));
     });
@@ -202,7 +219,11 @@ QList<Ref<Supplier>> ProductsViewModel::suppliers()
 
 QList<Ref<TaxGroup>> ProductsViewModel::taxGroups()
 {
-    return TaxSetup::groups(m_context);
+    return readOrTell(QList<Ref<TaxGroup>>(), [this] {
+        return m_context.fetch<TaxGroup>(FetchDescriptor()
+                                             .sortedBy(ascending(TaxGroup::Col::sortOrder))
+                                             .sortedBy(ascending(TaxGroup::Col::name)));
+    });
 }
 
 Ref<Product> ProductsViewModel::createDraft(ModelContext& context, const Ref<Category>& category,
@@ -212,6 +233,7 @@ Ref<Product> ProductsViewModel::createDraft(ModelContext& context, const Ref<Cat
     const ProductType chosen = type.value_or(ProductTypes::fromRaw(defaults->defaultProductTypeRaw()));
     const QDateTime now = Clock::now();
     auto product = std::make_shared<Product>();
+    product->lookUpRelationsIn(&context);
     product->setProductType(chosen);
     product->setName(draftName(chosen));
     product->setTaxRate(defaults->defaultTaxRate());
@@ -220,7 +242,7 @@ Ref<Product> ProductsViewModel::createDraft(ModelContext& context, const Ref<Cat
     product->setCreatedAt(now);
     product->setUpdatedAt(now);
     product->setCategory(category);
-    context.insert(product);
+    // A store without taxes yet gets its standard ones first, in a unit of their own.
     TaxSetup::applyDefault(product, context, settings);
     return product;
 }
@@ -232,112 +254,197 @@ ProductType ProductsViewModel::defaultType() const
                                           : ProductTypes::raw(ProductType::inventory));
 }
 
+bool ProductsViewModel::hasUnsavedEdits() const
+{
+    return m_form.hasEdits() || !m_entryProblems.isEmpty();
+}
+
+void ProductsViewModel::select(const Ref<Product>& product)
+{
+    if (product && product == m_form.live())
+        return;
+    setErrorMessage(std::nullopt);
+    m_form = product ? FormDraft<Product>::of(product) : FormDraft<Product>();
+    m_entryProblems.clear();
+    Q_EMIT selectionChanged();
+}
+
 Ref<Product> ProductsViewModel::newProduct(std::optional<ProductType> type)
 {
     try {
         const Ref<Category> category =
             m_selectedCategoryID ? m_context.find<Category>(*m_selectedCategoryID) : nullptr;
-        const Ref<Product> draft = createDraft(m_context, category, m_session.settings(), type);
-        m_context.save();
-        setErrorMessage(std::nullopt);
-        if (filtered({draft}).isEmpty()) {
-            m_searchText.clear();
-            m_typeFilter.reset();
-            m_showOnlyLowStock = false;
-            m_showOnlyInactive = false;
-            Q_EMIT filtersChanged();
-        }
-        select(draft);
-        return draft;
-    } catch (const StoreError& error) {
-        setErrorMessage(error.description());
+        m_form = FormDraft<Product>::ofNew(createDraft(m_context, category, m_session.settings(), type),
+                                           m_context);
+    } catch (const Refusal& refusal) {
+        setErrorMessage(refusal.description());
         return nullptr;
     }
-}
-
-void ProductsViewModel::select(const Ref<Product>& product)
-{
-    if (product == m_selectedProduct)
-        return;
-    trackCostEdits(m_costWhenOpened);
-    m_selectedProduct = product;
-    reopenForm();
+    setErrorMessage(std::nullopt);
+    m_entryProblems.clear();
     Q_EMIT selectionChanged();
+    return m_form.edits();
 }
 
-void ProductsViewModel::closeForm()
+void ProductsViewModel::discardEdits()
 {
-    trackCostEdits(m_costWhenOpened);
-    m_costWhenOpened.reset();
+    if (m_form.isNew())
+        select(nullptr);
+    else if (m_form.isOpen())
+        select(std::exchange(m_form, {}).live());
 }
 
-void ProductsViewModel::reopenForm()
+std::optional<QString> ProductsViewModel::save()
 {
-    m_costWhenOpened.reset();
-    if (m_selectedProduct)
-        m_costWhenOpened = CostOpening{m_selectedProduct->id(), m_selectedProduct->costPrice()};
-}
-
-bool ProductsViewModel::trackCostEdits(const std::optional<CostOpening>& opening)
-{
-    if (!opening)
-        return false;
-    try {
-        const Ref<Product> product = m_context.find<Product>(opening->id);
-        if (!product || product->isDeleted())
-            return false;
-        if (std::abs(product->costPrice() - opening->cost) <= Tolerance::costChange)
-            return false;
-        auto movement = std::make_shared<InventoryMovement>();
-        movement->setProduct(product);
-        movement->setType(InventoryMovementType::costChange);
-        movement->setQuantityChange(0);
-        movement->setStockAfter(product->stockQuantity());
-        movement->setReason(costEditReason());
-        movement->setCostBefore(opening->cost);
-        movement->setCostAfter(product->costPrice());
-        movement->setTimestamp(Clock::now());
-        movement->setPerformedBy(m_session.currentUser());
-        m_context.insert(movement);
-        m_context.save();
-        setErrorMessage(std::nullopt);
-        return true;
-    } catch (const StoreError& error) {
-        setErrorMessage(error.description());
-        return false;
+    Q_ASSERT(m_form.isOpen());
+    for (Entry entry : {Entry::costPrice, Entry::sellingPrice, Entry::reorderLevel, Entry::commission}) {
+        if (const std::optional<QString> problem = entryProblem(entry))
+            return problem;
     }
-}
-
-std::optional<QString> ProductsViewModel::save(const Ref<Product>& product)
-{
-    Q_ASSERT(product);
+    const Ref<Product> edits = m_form.edits();
     // A stray blank would hide the product from a scan or a search.
-    product->setName(product->name().trimmed());
-    product->setSku(product->sku().trimmed());
-    product->setBarcode(product->barcode().trimmed());
-    product->setUpdatedAt(Clock::now());
-    return storeFailure([&] { m_context.save(); });
+    edits->setName(edits->name().trimmed());
+    edits->setSku(edits->sku().trimmed());
+    edits->setBarcode(edits->barcode().trimmed());
+    const bool isNew = m_form.isNew();
+    Ref<Product> saved;
+    try {
+        saved = performUnitOfWork(m_context, [&] {
+            const QDateTime now = Clock::now();
+            const double costBefore = isNew ? 0 : m_form.live()->costPrice();
+            const Ref<Product> live = m_form.writeTo(m_context);
+            live->setUpdatedAt(now);
+            if (isNew)
+                live->setCreatedAt(now);
+            // A new product's first cost is where its history starts, not a change.
+            else if (std::abs(live->costPrice() - costBefore) > Tolerance::costChange)
+                bookCostChange(live, costBefore);
+            return live;
+        });
+    } catch (const Refusal& refusal) {
+        return refusal.description();
+    }
+    m_form.reopen(saved);
+    setErrorMessage(std::nullopt);
+    if (isNew) {
+        showSavedProduct(saved);
+        // The list was told of the save before the form knew the product as saved.
+        Q_EMIT productsChanged();
+    }
+    return std::nullopt;
 }
 
-bool ProductsViewModel::deleteProduct(const Ref<Product>& product)
+void ProductsViewModel::bookCostChange(const Ref<Product>& product, double costBefore)
 {
-    Q_ASSERT(product);
-    if (product == m_selectedProduct) {
-        // Its cost history goes with it: nothing left to book against.
-        m_costWhenOpened.reset();
-        m_selectedProduct = nullptr;
-        Q_EMIT selectionChanged();
+    auto movement = std::make_shared<InventoryMovement>();
+    movement->setProduct(product);
+    movement->setType(InventoryMovementType::costChange);
+    movement->setQuantityChange(0);
+    movement->setStockAfter(product->stockQuantity());
+    movement->setReason(costEditReason());
+    movement->setCostBefore(costBefore);
+    movement->setCostAfter(product->costPrice());
+    movement->setTimestamp(Clock::now());
+    movement->setPerformedBy(m_session.currentUser());
+    m_context.insert(movement);
+}
+
+// A product just saved shows in the list: filters that would hide it are cleared.
+void ProductsViewModel::showSavedProduct(const Ref<Product>& product)
+{
+    if (!filtered({product}).isEmpty())
+        return;
+    m_searchText.clear();
+    m_typeFilter.reset();
+    m_showOnlyLowStock = false;
+    m_showOnlyInactive = false;
+    if (m_selectedCategoryID && (!product->category() || product->category()->id() != *m_selectedCategoryID))
+        m_selectedCategoryID.reset();
+    Q_EMIT filtersChanged();
+}
+
+bool ProductsViewModel::deleteProduct()
+{
+    Q_ASSERT(m_form.isOpen());
+    if (const Ref<Product> live = m_form.live()) {
+        try {
+            performUnitOfWork(m_context, [&] { m_context.remove(live); });
+        } catch (const Refusal& refusal) {
+            setErrorMessage(refusal.description());
+            return false;
+        }
     }
-    return writing([&] {
-        m_context.remove(product);
-        m_context.save();
-    });
+    setErrorMessage(std::nullopt);
+    select(nullptr);
+    return true;
+}
+
+void ProductsViewModel::enter(Entry entry, const QString& text)
+{
+    const Ref<Product> product = m_form.edits();
+    Q_ASSERT(product);
+    std::optional<QString> problem;
+    const auto take = [&](const NumberEntry& typed, const QString& negative, auto set) {
+        if (!typed.isValid())
+            problem = typed.problem;
+        else if (*typed.value < 0)
+            problem = negative;
+        else
+            set(*typed.value);
+    };
+    switch (entry) {
+    case Entry::costPrice:
+        take(NumberEntry::money(text, NumberEntry::unitCostPlaces), negativeAmountError(),
+             [&](double cost) { product->setCostPrice(cost); });
+        break;
+    case Entry::sellingPrice:
+        take(NumberEntry::money(text), negativeAmountError(),
+             [&](double price) { product->setSellingPrice(price); });
+        break;
+    case Entry::reorderLevel:
+        take(NumberEntry::quantity(text), negativeQuantityError(),
+             [&](double level) { product->setReorderLevel(level); });
+        break;
+    case Entry::commission: {
+        const CommissionEntry typed = commissionFromText(text);
+        if (typed.isValid)
+            product->setCommissionRate(typed.rate);
+        else
+            problem = commissionError();
+        break;
+    }
+    }
+    if (problem)
+        m_entryProblems.insert(entry, *problem);
+    else
+        m_entryProblems.remove(entry);
+}
+
+std::optional<QString> ProductsViewModel::entryProblem(Entry entry) const
+{
+    const auto found = m_entryProblems.constFind(entry);
+    return found == m_entryProblems.constEnd() ? std::nullopt : std::optional(*found);
+}
+
+QString ProductsViewModel::entryText(const Product& product, Entry entry)
+{
+    switch (entry) {
+    case Entry::costPrice:
+        return amountText(product.costPrice());
+    case Entry::sellingPrice:
+        return amountText(product.sellingPrice());
+    case Entry::reorderLevel:
+        return Quantity::format(product.reorderLevel());
+    case Entry::commission:
+        return commissionText(product.commissionRate());
+    }
+    Q_UNREACHABLE();
 }
 
 QList<Ref<InventoryMovement>> ProductsViewModel::costHistory(const Ref<Product>& product, int limit)
 {
     Q_ASSERT(product);
-    return reading(QList<Ref<InventoryMovement>>(), [&] {
+    return readOrTell(QList<Ref<InventoryMovement>>(), [&] {
         // Rows of one instant come newest insert first.
         return m_context.fetch<InventoryMovement>(
             FetchDescriptor(InventoryMovement::Col::product == product &&
@@ -351,7 +458,7 @@ QList<Ref<InventoryMovement>> ProductsViewModel::costHistory(const Ref<Product>&
 qint64 ProductsViewModel::costHistoryCount(const Ref<Product>& product)
 {
     Q_ASSERT(product);
-    return reading(qint64(0), [&] {
+    return readOrTell(qint64(0), [&] {
         return m_context.count<InventoryMovement>(InventoryMovement::Col::product == product &&
                                                   InventoryMovement::Col::costAfter.isNotNull());
     });
@@ -424,41 +531,50 @@ QString ProductsViewModel::taxSummary(const Product& product)
            Currency::percentText(product.taxRate());
 }
 
-QString ProductsViewModel::stockOnHandText(const Product& product)
+double ProductsViewModel::stockOnHand() const
 {
-    return Quantity::format(product.stockQuantity(), product.sellingUnit());
+    if (const Ref<Product> live = m_form.live())
+        return live->stockQuantity();
+    return m_form.isOpen() ? m_form.edits()->stockQuantity() : 0;
 }
 
-std::optional<QString> ProductsViewModel::uncountedStockNote(const Product& product)
+QString ProductsViewModel::stockOnHandText(const Product& product, double stock)
 {
-    if (product.tracksStock() || product.stockQuantity() == 0)
+    return Quantity::format(stock, product.sellingUnit());
+}
+
+std::optional<QString> ProductsViewModel::uncountedStockNote(const Product& product, double stock)
+{
+    if (product.tracksStock() || stock == 0)
         return std::nullopt;
     return QStringLiteral("%1 recorded while this was an Inventory Item aren't counted now. Switch back to "
                           "Inventory Item to track them again.")
-        .arg(stockOnHandText(product));
+        .arg(stockOnHandText(product, stock));
 }
 
-void ProductsViewModel::setTaxable(const Ref<Product>& product, bool isTaxable)
+void ProductsViewModel::setTaxable(bool isTaxable)
 {
+    const Ref<Product> product = m_form.edits();
+    Q_ASSERT(product);
     product->setIsTaxable(isTaxable);
-    if (isTaxable && !product->taxGroup())
-        product->setTaxGroup(TaxSetup::defaultGroup(m_context, m_session.settings()));
-    TaxSetup::sync(*product);
+    readOrTell(0, [&] {
+        if (isTaxable && !product->taxGroup())
+            product->setTaxGroup(TaxSetup::defaultGroup(m_context, m_session.settings()));
+        TaxSetup::sync(*product);
+        return 0;
+    });
 }
 
-void ProductsViewModel::setTaxGroup(const Ref<Product>& product, const Ref<TaxGroup>& group)
+void ProductsViewModel::setTaxGroup(const Ref<TaxGroup>& group)
 {
+    const Ref<Product> product = m_form.edits();
+    Q_ASSERT(product);
     product->setTaxGroup(group);
-    TaxSetup::sync(*product);
-}
-
-std::optional<double> ProductsViewModel::amountFromText(const QString& text)
-{
-    bool ok = false;
-    const double value = QLocale(QLocale::English, QLocale::UnitedStates).toDouble(text.trimmed(), &ok);
-    if (!ok || !std::isfinite(value) || value < 0)
-        return std::nullopt;
-    return value;
+    // The group's taxes are read to sum its rate.
+    readOrTell(0, [&] {
+        TaxSetup::sync(*product);
+        return 0;
+    });
 }
 
 QString ProductsViewModel::amountText(double amount)
@@ -467,15 +583,6 @@ QString ProductsViewModel::amountText(double amount)
     while (text.endsWith(QLatin1Char('0')) && text.indexOf(QLatin1Char('.')) < text.size() - 3)
         text.chop(1);
     return text;
-}
-
-std::optional<double> ProductsViewModel::quantityFromText(const QString& text)
-{
-    bool ok = false;
-    const double value = text.trimmed().replace(QLatin1Char(','), QLatin1Char('.')).toDouble(&ok);
-    if (!ok || !std::isfinite(value) || value < 0)
-        return std::nullopt;
-    return Rounding::toThousandths(value);
 }
 
 ProductsViewModel::CommissionEntry ProductsViewModel::commissionFromText(const QString& text)
@@ -501,20 +608,14 @@ QString ProductsViewModel::commissionText(std::optional<double> rate)
     return text;
 }
 
+// A failed create leaves nothing behind, so a retry makes one record, not two.
 template <class T> Creation<T> ProductsViewModel::create(const Ref<T>& record)
 {
-    m_context.insert(record);
     try {
-        m_context.save();
+        performUnitOfWork(m_context, [&] { m_context.insert(record); });
         return {record, std::nullopt};
-    } catch (const StoreError& error) {
-        // Nothing half made stays behind for the next save to pick up; a store this broken
-        // already has its message.
-        try {
-            m_context.remove(record);
-        } catch (const StoreError&) {
-        }
-        return {nullptr, error.description()};
+    } catch (const Refusal& refusal) {
+        return {nullptr, refusal.description()};
     }
 }
 

@@ -6,9 +6,11 @@
 #include "records/supplier.h"
 #include "records/taxgroup.h"
 #include "startup/sessionstore.h"
+#include "store/formdraft.h"
 #include "store/modelcontext.h"
 #include "viewmodel/viewmodel.h"
 
+#include <QMap>
 #include <QString>
 #include <QUuid>
 
@@ -26,12 +28,6 @@ struct ProductListRow {
     QString typeBadge;
 };
 
-// The product as it was when the form opened on it, to tell a hand-made cost edit.
-struct CostOpening {
-    QUuid id;
-    double cost = 0;
-};
-
 struct CostHistoryRow {
     QString date;
     QString what;   // "Delivery 5 at ₵3.00" or "Edited"
@@ -44,9 +40,11 @@ template <class T> struct Creation {
     std::optional<QString> errorMessage;
 };
 
-// The Products screen: the filters and the list, new drafts, the selection with its cost tracking,
-// the form's texts that depend on the product, saving and deleting. A store that can't be read
-// gives empty answers and says so in errorMessage.
+// The Products screen: the filters and the list, and the form on the selected or a new product.
+// The form edits a copy: other screens' saves never write a half-typed edit, nor does their
+// rollback lose one. Save writes the edits, and the cost-history line of a cost typed by hand, in
+// one unit of work. A store that can't be read gives empty answers and says so in errorMessage,
+// which the next action clears.
 class ProductsViewModel : public ViewModel {
     Q_OBJECT
 
@@ -107,32 +105,43 @@ public:
     QList<Ref<Supplier>> suppliers();
     QList<Ref<TaxGroup>> taxGroups();
 
-    // Inserts a product of `type`, or of the settings' default type, with the store's default tax.
-    // Doesn't save.
+    // A product of `type`, or of the settings' default type, with the store's defaults; not yet in
+    // the store.
     static Ref<Product> createDraft(ModelContext& context, const Ref<Category>& category,
                                     const Ref<AppSettings>& settings, std::optional<ProductType> type);
     ProductType defaultType() const;
-    // "New Product": a draft in the chosen category, saved and selected. Filters that would hide it
-    // are cleared, so it shows in the list. Null when the save fails.
-    Ref<Product> newProduct(std::optional<ProductType> type);
 
-    Ref<Product> selectedProduct() const { return m_selectedProduct; }
-    std::optional<CostOpening> costWhenOpened() const { return m_costWhenOpened; }
-    // Books the former product's hand-made cost change, then opens the new one.
+    // The store's record on the form; null while none is open or it is a new product.
+    Ref<Product> selectedProduct() const { return m_form.live(); }
+    // What the form shows and edits; null while no form is open.
+    Ref<Product> editedProduct() const { return m_form.edits(); }
+    bool isNewProduct() const { return m_form.isNew(); }
+    // Edits Save would write, or typed text it would refuse. A new product nobody typed into has
+    // nothing to lose.
+    bool hasUnsavedEdits() const;
+    // Opens the form on `product` (or closes it): edits not saved are dropped, so ask first.
     void select(const Ref<Product>& product);
-    // The form goes away (the screen is left) or comes back (the cost is taken anew, so that a
-    // delivery booked meanwhile doesn't count as an edit).
-    void closeForm();
-    void reopenForm();
-    // Writes a "costChange" row when the cost moved by more than the tolerance since `opening`.
-    // True when it wrote one.
-    bool trackCostEdits(const std::optional<CostOpening>& opening);
+    // "New Product": a draft in the chosen category on the form, reaching the store on Save. Null
+    // when the store can't be read to set up its taxes.
+    Ref<Product> newProduct(std::optional<ProductType> type);
+    // Back to the record as saved; a new product's form closes.
+    void discardEdits();
 
-    // "Save" on the form, with the name and codes trimmed: absent on success, else the failure,
-    // and the edits stay pending.
-    std::optional<QString> save(const Ref<Product>& product);
-    // Clears the selection; past sales and movements lose the link, not their rows.
-    bool deleteProduct(const Ref<Product>& product);
+    // "Save": the name and codes trimmed, then the edits written with a cost-history line when
+    // the cost moved by more than the tolerance. Absent on success, else why not, with the edits
+    // kept on the form and nothing written.
+    std::optional<QString> save();
+    // "Delete Product": past sales and movements lose the link, not their rows. A new product is
+    // only dropped. False, with errorMessage, when the store refused.
+    bool deleteProduct();
+
+    // The form's number fields: what is typed goes onto the product once it reads as a number;
+    // otherwise the field shows why, and Save is refused until it is put right.
+    enum class Entry { costPrice, sellingPrice, reorderLevel, commission };
+    void enter(Entry entry, const QString& text);
+    std::optional<QString> entryProblem(Entry entry) const;
+    // The field's text for the product's value.
+    static QString entryText(const Product& product, Entry entry);
 
     // The product's rows that moved its cost, newest first, at most `limit`.
     QList<Ref<InventoryMovement>> costHistory(const Ref<Product>& product, int limit = costHistoryLimit);
@@ -148,20 +157,18 @@ public:
     // What the chosen taxes add up to: "NHIL (2.5%) + GETFund Levy (2.5%) + VAT (15%) = 20%";
     // empty where the group's name already says it all.
     static QString taxSummary(const Product& product);
-    static QString stockOnHandText(const Product& product);
+    // The stock as the store holds it now: sales and deliveries move it while the form is open.
+    double stockOnHand() const;
+    static QString stockOnHandText(const Product& product, double stock);
     // For a product that no longer tracks stock but still holds some.
-    static std::optional<QString> uncountedStockNote(const Product& product);
+    static std::optional<QString> uncountedStockNote(const Product& product, double stock);
 
     // The form's "Taxable" switch: switched on without taxes, the product takes the default group.
-    void setTaxable(const Ref<Product>& product, bool isTaxable);
-    void setTaxGroup(const Ref<Product>& product, const Ref<TaxGroup>& group);
+    void setTaxable(bool isTaxable);
+    void setTaxGroup(const Ref<TaxGroup>& group);
 
-    // Money typed on the form: en_US digits, "," grouping allowed; absent unless 0 or more.
-    static std::optional<double> amountFromText(const QString& text);
     // Two decimals, more only when the amount has them (a cost kept to 4 places).
     static QString amountText(double amount);
-    // A reorder level: "," reads as ".", 0 or more, to thousandths.
-    static std::optional<double> quantityFromText(const QString& text);
     // The commission is typed as a percentage; blank means the staff member's own rate.
     struct CommissionEntry {
         bool isValid = false;
@@ -173,6 +180,8 @@ public:
     {
         return QStringLiteral("Enter a percentage from 0 to 100, or leave it blank.");
     }
+    static QString negativeAmountError() { return QStringLiteral("Enter an amount of 0 or more."); }
+    static QString negativeQuantityError() { return QStringLiteral("Enter a quantity of 0 or more."); }
 
     Creation<Category> createCategory(const QString& name, const QString& colorHex);
     Creation<Supplier> createSupplier(const QString& name);
@@ -181,13 +190,28 @@ public:
 
 Q_SIGNALS:
     void filtersChanged();
+    // Another product, a new one or none is on the form.
     void selectionChanged();
     // A save or rollback touched what the list or the form shows.
     void productsChanged();
 
 private:
     template <class T> Creation<T> create(const Ref<T>& record);
+    // A read the screen can't do without: the fallback when the store can't be read, with the
+    // reason in errorMessage until the person's next action (a later read in the same action
+    // mustn't wipe it).
+    template <class Result, class Read> Result readOrTell(Result fallback, Read read)
+    {
+        try {
+            return read();
+        } catch (const Refusal& refusal) {
+            setErrorMessage(refusal.description());
+            return fallback;
+        }
+    }
     QString money(double amount) const;
+    void bookCostChange(const Ref<Product>& product, double costBefore);
+    void showSavedProduct(const Ref<Product>& product);
 
     ModelContext& m_context;
     SessionStore& m_session;
@@ -196,7 +220,7 @@ private:
     bool m_showOnlyLowStock = false;
     bool m_showOnlyInactive = false;
     std::optional<ProductType> m_typeFilter;
-    Ref<Product> m_selectedProduct;
-    std::optional<CostOpening> m_costWhenOpened;
+    FormDraft<Product> m_form;
+    QMap<Entry, QString> m_entryProblems;
     QList<Ref<Category>> m_liveCategories;
 };

@@ -2,14 +2,19 @@
 
 #include "clock/clock.h"
 #include "store/storeerror.h"
+#include "store/unitofwork.h"
 
 SuppliersViewModel::SuppliersViewModel(ModelContext& context, QObject* parent)
     : ViewModel(parent)
     , m_context(context)
 {
     connect(&m_context, &ModelContext::didChange, this, [this](const QSet<QString>& names) {
-        if (names.contains(Supplier::schema().name))
-            Q_EMIT suppliersChanged();
+        if (!names.contains(Supplier::schema().name))
+            return;
+        // Deleted elsewhere: there is nothing left to save the edits onto.
+        if (const Ref<Supplier> live = m_form.live(); live && live->isDeleted())
+            select(nullptr);
+        Q_EMIT suppliersChanged();
     });
 }
 
@@ -45,7 +50,7 @@ QList<SupplierRow> SuppliersViewModel::rows()
             result.append(row(supplier));
         setErrorMessage(std::nullopt);
         return result;
-    } catch (const StoreError& error) {
+    } catch (const Refusal& error) {
         setErrorMessage(error.description());
         return {};
     }
@@ -63,9 +68,9 @@ SupplierRow SuppliersViewModel::row(const Ref<Supplier>& supplier)
 
 void SuppliersViewModel::select(const Ref<Supplier>& supplier)
 {
-    if (supplier == m_selected)
+    if (supplier && supplier == m_form.live())
         return;
-    m_selected = supplier;
+    m_form = supplier ? FormDraft<Supplier>::of(supplier) : FormDraft<Supplier>();
     Q_EMIT selectionChanged();
 }
 
@@ -73,36 +78,56 @@ Ref<Supplier> SuppliersViewModel::addSupplier()
 {
     auto supplier = std::make_shared<Supplier>();
     supplier->setName(newSupplierTitle());
-    supplier->setCreatedAt(Clock::now());
-    m_context.insert(supplier);
-    try {
-        m_context.save();
-    } catch (const StoreError& error) {
-        setErrorMessage(error.description());
-        return nullptr;
-    }
-    setErrorMessage(std::nullopt);
+    m_form = FormDraft<Supplier>::ofNew(supplier, m_context);
     setSearchText(QString());
-    select(supplier);
+    Q_EMIT selectionChanged();
     return supplier;
 }
 
-std::optional<QString> SuppliersViewModel::save(const Ref<Supplier>& supplier)
+void SuppliersViewModel::discardEdits()
 {
-    Q_ASSERT(supplier);
-    if (supplier->name().trimmed().isEmpty())
-        return nameRequiredMessage();
-    supplier->setName(supplier->name().trimmed());
-    return storeFailure([&] { m_context.save(); });
+    if (m_form.isNew())
+        select(nullptr);
+    else if (m_form.isOpen())
+        select(std::exchange(m_form, {}).live());
 }
 
-bool SuppliersViewModel::deleteSupplier(const Ref<Supplier>& supplier)
+std::optional<QString> SuppliersViewModel::save()
 {
-    Q_ASSERT(supplier);
-    if (supplier == m_selected)
-        select(nullptr);
-    return writing([&] {
-        m_context.remove(supplier);
-        m_context.save();
-    });
+    const Ref<Supplier> edits = m_form.edits();
+    Q_ASSERT(edits);
+    if (edits->name().trimmed().isEmpty())
+        return nameRequiredMessage();
+    edits->setName(edits->name().trimmed());
+    const bool isNew = m_form.isNew();
+    try {
+        m_form.reopen(performUnitOfWork(m_context, [&] {
+            const Ref<Supplier> live = m_form.writeTo(m_context);
+            if (isNew)
+                live->setCreatedAt(Clock::now());
+            return live;
+        }));
+    } catch (const Refusal& refusal) {
+        return refusal.description();
+    }
+    // The list was told of the save before the form knew the supplier as saved.
+    if (isNew)
+        Q_EMIT suppliersChanged();
+    return std::nullopt;
+}
+
+bool SuppliersViewModel::deleteSupplier()
+{
+    Q_ASSERT(m_form.isOpen());
+    if (const Ref<Supplier> live = m_form.live()) {
+        try {
+            performUnitOfWork(m_context, [&] { m_context.remove(live); });
+        } catch (const Refusal& refusal) {
+            setErrorMessage(refusal.description());
+            return false;
+        }
+    }
+    setErrorMessage(std::nullopt);
+    select(nullptr);
+    return true;
 }

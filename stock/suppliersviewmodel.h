@@ -1,6 +1,7 @@
 #pragma once
 
 #include "records/supplier.h"
+#include "store/formdraft.h"
 #include "store/modelcontext.h"
 #include "viewmodel/viewmodel.h"
 
@@ -16,9 +17,10 @@ struct SupplierRow {
     bool isInactive = false;
 };
 
-// The Suppliers screen: the searchable list, the selected supplier's details, "New Supplier" and
-// delete. Edits go straight onto the record; "Save" writes them. A store that can't be read gives
-// an empty list and says so in errorMessage.
+// The Suppliers screen: the searchable list, the details of the selected or a new supplier, and
+// delete. The details edit a copy, which "Save" writes in one unit of work: no other save commits
+// a half-typed edit and no other rollback loses one. A store that can't be read gives an empty
+// list and says so in errorMessage.
 class SuppliersViewModel : public ViewModel {
     Q_OBJECT
 
@@ -50,15 +52,25 @@ public:
     QList<SupplierRow> rows();
     static SupplierRow row(const Ref<Supplier>& supplier);
 
-    Ref<Supplier> selectedSupplier() const { return m_selected; }
+    // The store's record on the form; null while none is open or it is a new one.
+    Ref<Supplier> selectedSupplier() const { return m_form.live(); }
+    // What the details show and edit; null while none is open.
+    Ref<Supplier> editedSupplier() const { return m_form.edits(); }
+    bool isNewSupplier() const { return m_form.isNew(); }
+    // A new supplier nobody typed into has nothing to lose.
+    bool hasUnsavedEdits() const { return m_form.hasEdits(); }
+    // Opens the details on `supplier` (or closes them): edits not saved are dropped, so ask first.
     void select(const Ref<Supplier>& supplier);
-
-    // Saved at once as "New Supplier" for the details to rename, and selected; the search is
-    // cleared so that it shows. Null when the save fails.
+    // "New Supplier": named so for the details to rename, reaching the store on Save. The search is
+    // cleared so that it shows once saved.
     Ref<Supplier> addSupplier();
-    // Absent on success, else why not; a supplier needs a name, since products pick it by name.
-    std::optional<QString> save(const Ref<Supplier>& supplier);
-    bool deleteSupplier(const Ref<Supplier>& supplier);
+    // Back to the record as saved; a new supplier's details close.
+    void discardEdits();
+    // Absent on success, else why not, with the edits kept; a supplier needs a name, since
+    // products pick it by name.
+    std::optional<QString> save();
+    // A new supplier is only dropped. False, with errorMessage, when the store refused.
+    bool deleteSupplier();
 
 Q_SIGNALS:
     void searchTextChanged();
@@ -69,5 +81,5 @@ Q_SIGNALS:
 private:
     ModelContext& m_context;
     QString m_searchText;
-    Ref<Supplier> m_selected;
+    FormDraft<Supplier> m_form;
 };

@@ -16,6 +16,7 @@
 #include "ui/suppliers/suppliersview.h"
 #include "ui/till/tillview.h"
 
+#include <QCloseEvent>
 #include <QMenuBar>
 #include <QMessageBox>
 
@@ -37,7 +38,8 @@ MainWindow::MainWindow(AppEnvironment& environment, SessionStore& session, Marke
 void MainWindow::installMenus()
 {
     menuBar()->addMenu(new POSCommands(m_actionBus, this));
-    menuBar()->addMenu(new MarketCommands(m_registry, m_switcher, m_actionBus, this));
+    menuBar()->addMenu(new MarketCommands(m_registry, m_switcher, m_actionBus, this,
+                                          [this](std::function<void()> proceed) { askToLeave(std::move(proceed)); }));
     connect(&m_actionBus, &POSActionBus::showNewMarketSheetChanged, this, [this](bool show) {
         if (show)
             showNewMarketSheet();
@@ -46,7 +48,8 @@ void MainWindow::installMenus()
 
 void MainWindow::showNewMarketSheet()
 {
-    auto* sheet = new NewMarketSheet(m_registry, m_switcher, this);
+    auto* sheet = new NewMarketSheet(m_registry, m_switcher, this,
+                                     [this](std::function<void()> proceed) { askToLeave(std::move(proceed)); });
     sheet->setAttribute(Qt::WA_DeleteOnClose);
     connect(sheet, &QDialog::finished, this, [this] { m_actionBus.setShowNewMarketSheet(false); });
     sheet->open();
@@ -73,6 +76,25 @@ SectionScreens MainWindow::sectionScreens()
     screens.add(AppSection::till, [this] { return new TillView(m_environment, m_session); });
     screens.add(AppSection::settings, [this] { return new SettingsView(m_environment, m_session); });
     return screens;
+}
+
+void MainWindow::askToLeave(std::function<void()> proceed)
+{
+    m_rootView->askToLeave(std::move(proceed));
+}
+
+void MainWindow::closeEvent(QCloseEvent* event)
+{
+    if (m_mayClose || !m_rootView->hasUnsavedEdits()) {
+        QMainWindow::closeEvent(event);
+        return;
+    }
+    // The question is answered after this event is over: the window closes again then.
+    event->ignore();
+    askToLeave([this] {
+        m_mayClose = true;
+        close();
+    });
 }
 
 void MainWindow::showEvent(QShowEvent* event)

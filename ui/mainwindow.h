@@ -24,10 +24,13 @@ public:
 
 protected:
     void showEvent(QShowEvent* event) override;
+    // Unsaved edits on the screen on show are saved or dropped knowingly before the window goes.
+    void closeEvent(QCloseEvent* event) override;
 
 private:
     void installMenus();
     void showNewMarketSheet();
+    void askToLeave(std::function<void()> proceed);
     RootView::ScreenFactories screens();
     // The main navigation's sections that have a screen; a section joins the sidebar once its
     // screen is registered here.
@@ -40,4 +43,5 @@ private:
     POSActionBus m_actionBus;
     RootView* m_rootView;
     bool m_hasAppeared = false;
+    bool m_mayClose = false;
 };

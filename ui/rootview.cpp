@@ -33,11 +33,21 @@ void RootView::evaluate(bool userChanged)
         present(Screen::signIn, false);
 }
 
+bool RootView::hasUnsavedEdits() const
+{
+    return EditingScreen::hasUnsavedEdits(m_current);
+}
+
+void RootView::askToLeave(std::function<void()> proceed)
+{
+    EditingScreen::askToLeave(m_current, std::move(proceed));
+}
+
 bool RootView::anyUserExists() const
 {
     try {
         return m_environment.modelContext().count<User>() > 0;
-    } catch (const StoreError&) {
+    } catch (const Refusal&) {
         // Unreadable users must not open first-run setup, which would make a second admin.
         return true;
     }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "ui/navigation/editingscreen.h"
+
 #include <QStackedWidget>
 
 #include <functional>
@@ -9,7 +11,7 @@ class SessionStore;
 
 // Chooses the screen from who exists and who is signed in, again whenever either changes: with
 // no users at all only first-run setup makes sense, whoever is in the session.
-class RootView : public QStackedWidget {
+class RootView : public QStackedWidget, public EditingScreen {
     Q_OBJECT
 
 public:
@@ -27,6 +29,10 @@ public:
              QWidget* parent = nullptr);
 
     Screen screen() const { return m_screen; }
+
+    // Those of the screen on show.
+    bool hasUnsavedEdits() const override;
+    void askToLeave(std::function<void()> proceed) override;
 
 private:
     void evaluate(bool userChanged = false);

@@ -71,19 +71,6 @@ protected:
     {
         return writing([&] { performUnitOfWork(context, change); });
     }
-    // For forms that still type into live records: saves what is pending, or puts it all back.
-    bool saveOrUndo(ModelContext& context)
-    {
-        return writing([&] {
-            try {
-                context.save();
-            } catch (...) {
-                context.rollback();
-                throw;
-            }
-        });
-    }
-
     // Stores value in field; true when that changed it, for the caller to signal.
     template <class T> static bool replace(T& field, const T& value)
     {

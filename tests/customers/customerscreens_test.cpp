@@ -83,6 +83,53 @@ TEST_F(CustomerScreensTest, EditsCountAsUnsavedUntilSavedOrTypedBack)
     EXPECT_EQ(ama->phone(), QStringLiteral("024 000 0000"));
 }
 
+// "1,000" was once read as 0, which means no limit at all.
+TEST_F(CustomerScreensTest, CreditLimitIsReadAsMoneyAndTextThatIsNoAmountIsRefused)
+{
+    const Ref<Customer> ama = addCustomer(context, {.name = QStringLiteral("Ama"), .creditLimit = 200});
+    const struct {
+        const char* typed;
+        std::optional<double> saved; // absent: refused, the limit stays 200
+    } cases[] = {
+        {"1,000", 1000}, {"₵1,250.00", 1250}, {"1 500", 1500}, {"0", 0},
+        {"abc", std::nullopt}, {"45O", std::nullopt}, {"12,50", std::nullopt}, {"", std::nullopt},
+    };
+    for (const auto& c : cases) {
+        CustomerDetailModel detail(accounts, loyalty, context, session, ama);
+        detail.setCreditLimitText(QString::fromUtf8(c.typed));
+        EXPECT_EQ(detail.save(), c.saved.has_value()) << c.typed;
+        if (c.saved) {
+            EXPECT_EQ(ama->creditLimit(), *c.saved) << c.typed;
+            EXPECT_EQ(detail.creditLimitProblem(), std::nullopt) << c.typed;
+        } else {
+            EXPECT_EQ(detail.creditLimitProblem(), QStringLiteral("Enter an amount such as 1,250.00.")) << c.typed;
+            EXPECT_TRUE(detail.hasUnsavedEdits()) << c.typed;
+            EXPECT_EQ(ama->creditLimit(), 0) << c.typed << " left the last saved limit";
+        }
+    }
+}
+
+TEST_F(CustomerScreensTest, ANewCustomerReachesTheStoreOnlyOnSave)
+{
+    const Ref<Customer> fresh = CustomersViewModel::addCustomer();
+    CustomerDetailModel detail(accounts, loyalty, context, session, fresh);
+    EXPECT_TRUE(detail.isNew());
+    EXPECT_FALSE(detail.hasUnsavedEdits()) << "nothing typed yet, nothing to lose";
+    EXPECT_EQ(detail.balanceOwed(), 0);
+    EXPECT_TRUE(detail.purchases().isEmpty());
+    EXPECT_EQ(countRowsOnDisk(store.path(), QStringLiteral("Customer")), 0);
+
+    detail.setName(QStringLiteral("Esi"));
+    EXPECT_TRUE(detail.hasUnsavedEdits());
+    ASSERT_TRUE(detail.save());
+    EXPECT_FALSE(detail.isNew());
+    EXPECT_EQ(detail.customer()->name(), QStringLiteral("Esi"));
+    EXPECT_EQ(detail.customer()->id(), fresh->id());
+    EXPECT_EQ(countRowsOnDisk(store.path(), QStringLiteral("Customer")), 1);
+    EXPECT_TRUE(detail.deleteCustomer());
+    EXPECT_EQ(countRowsOnDisk(store.path(), QStringLiteral("Customer")), 0);
+}
+
 TEST_F(CustomerScreensTest, ReceivePaymentReadsMoneyAsTypedAndPutsOnlyCashInTheTill)
 {
     const Ref<Customer> ama = addCustomer(context, {.name = QStringLiteral("Ama")});

@@ -10,11 +10,13 @@
 FormFooter::FormFooter(const QString& deleteTitle, QWidget* parent)
     : QWidget(parent)
     , m_delete(new QPushButton(deleteTitle, this))
+    , m_notSaved(Theme::label(QStringLiteral("Not saved yet"), Theme::Text::note, this))
     , m_error(new ErrorLabel(this))
     , m_saved(Theme::label(QStringLiteral("Saved"), Theme::Text::note, this))
     , m_save(new QPushButton(QStringLiteral("Save"), this))
 {
     m_saved->hide();
+    m_notSaved->hide();
     Theme::markPrimary(m_save);
     m_save->setShortcut(QKeySequence::Save);
     m_save->setToolTip(QStringLiteral("Save (Ctrl+S)"));
@@ -22,6 +24,7 @@ FormFooter::FormFooter(const QString& deleteTitle, QWidget* parent)
     line->setContentsMargins(0, 0, 0, 0);
     line->setSpacing(12);
     line->addWidget(m_delete);
+    line->addWidget(m_notSaved);
     line->addWidget(m_error, 1);
     line->addStretch();
     line->addWidget(m_saved);
@@ -43,4 +46,10 @@ void FormFooter::clear()
 {
     m_error->setMessage(std::nullopt);
     m_saved->hide();
+}
+
+void FormFooter::showNewRecord(bool isNew)
+{
+    m_delete->setVisible(!isNew);
+    m_notSaved->setVisible(isNew);
 }

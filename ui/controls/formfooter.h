@@ -26,9 +26,12 @@ public:
     void markEdited();
     // Another record on the form: nothing saved or refused yet.
     void clear();
+    // A record not yet in the store has nothing to delete; the foot says it isn't saved.
+    void showNewRecord(bool isNew);
 
 private:
     QPushButton* m_delete;
+    QLabel* m_notSaved;
     ErrorLabel* m_error;
     QLabel* m_saved;
     QPushButton* m_save;

@@ -71,6 +71,7 @@ CustomerDetail::CustomerDetail(AccountsService& accounts, LoyaltyService& loyalt
     m_save = new QPushButton(Model::saveTitle(), this);
     Theme::markPrimary(m_save);
     m_error = new ErrorLabel(this);
+    m_creditLimitError = new ErrorLabel(this);
 
     auto* header = new QHBoxLayout;
     header->setSpacing(10);
@@ -100,7 +101,10 @@ CustomerDetail::CustomerDetail(AccountsService& accounts, LoyaltyService& loyalt
     layout->addWidget(m_error);
     layout->addWidget(scroll, 1);
 
-    connect(m_save, &QPushButton::clicked, &m_model, &Model::save);
+    connect(m_save, &QPushButton::clicked, &m_model, [this] {
+        m_model.save();
+        showActions();
+    });
     connect(m_delete, &QPushButton::clicked, this, &CustomerDetail::confirmDelete);
     connect(&m_model, &Model::errorMessageChanged, this,
             [this] { m_error->setMessage(m_model.errorMessage()); });
@@ -187,6 +191,10 @@ Section* CustomerDetail::accountSection()
     limitRow->addWidget(Theme::label(Model::creditLimitNote(), Theme::Text::note, section));
     limitRow->addStretch();
     card->addLayout(limitRow);
+    m_creditLimitError->setParent(section);
+    card->addWidget(m_creditLimitError);
+    connect(&m_model, &Model::fieldsChanged, m_creditLimitError,
+            [this] { m_creditLimitError->setMessage(m_model.creditLimitProblem()); });
     connect(limit, &QLineEdit::returnPressed, m_save, &QPushButton::click);
     bindText(limit, m_model, &Model::creditLimitText, &Model::setCreditLimitText, &Model::fieldsChanged);
     connect(m_allowCredit, &QCheckBox::toggled, &m_model, &Model::setAllowCredit);
@@ -256,9 +264,19 @@ void CustomerDetail::refresh()
 {
     // The saved name, not the one being typed.
     m_title->setText(customer()->name());
+    showActions();
+    m_model.startReading();
     refreshPoints();
     refreshAccount();
     refreshPurchases(m_purchasesShown);
+}
+
+void CustomerDetail::showActions()
+{
+    // Points and payments need the customer in the store; leaving a new one drops it.
+    const bool isNew = m_model.isNew();
+    m_adjustPoints->setEnabled(!isNew);
+    m_delete->setVisible(!isNew);
 }
 
 void CustomerDetail::refreshPoints()
@@ -283,12 +301,12 @@ void CustomerDetail::refreshAccount()
     const double owed = m_model.balanceOwed();
     m_balanceOwed->setText(money(owed));
     // Nothing owed, nothing to take: the account can't be paid into credit.
-    m_receivePayment->setEnabled(owed > 0);
+    m_receivePayment->setEnabled(owed > 0 && !m_model.isNew());
 
     std::optional<double> available;
     try {
         available = m_accounts.availableCredit(customer());
-    } catch (const StoreError&) {
+    } catch (const Refusal&) {
         // The balance above has already said that the store can't be read.
     }
     const bool onCredit = customer()->allowCredit();

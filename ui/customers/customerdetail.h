@@ -40,6 +40,8 @@ public:
     QTableWidget* accountHistory() const { return m_accountHistory; }
     QTableWidget* purchases() const { return m_purchases; }
     ErrorLabel* errorLabel() const { return m_error; }
+    // Why the credit limit as typed can't be saved; hidden while it can.
+    ErrorLabel* creditLimitErrorLabel() const { return m_creditLimitError; }
 
     // Puts the caret in the name with it selected, for a customer just added.
     void focusName();
@@ -54,6 +56,8 @@ private:
     Section* accountSection();
     Section* purchaseSection();
     void refresh();
+    // What can be done depends on whether the customer is in the store yet.
+    void showActions();
     void refreshPoints();
     void refreshAccount();
     void refreshPurchases(int count);
@@ -70,6 +74,7 @@ private:
 
     QLabel* m_title;
     ErrorLabel* m_error;
+    ErrorLabel* m_creditLimitError;
     QPushButton* m_save;
     QPushButton* m_delete;
     QList<QLineEdit*> m_fields; // in Field order

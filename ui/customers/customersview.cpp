@@ -2,6 +2,7 @@
 
 #include "environment/appenvironment.h"
 #include "startup/sessionstore.h"
+#include "ui/controls/asktosavechanges.h"
 #include "ui/controls/errorlabel.h"
 #include "ui/controls/formfields.h"
 #include "ui/controls/lazyrefresh.h"
@@ -107,11 +108,13 @@ void CustomersView::refreshList()
 
     const bool searching = !m_model.searchText().isEmpty();
     m_listPane->showMatches(m_model.searchText(), !rows.isEmpty());
-    // "No customers" only while there are none at all, not while a search finds none.
-    m_body->showNoRecords(rows.isEmpty() && !searching && !m_model.errorMessage());
+    // "No customers" only while there are none at all, not while a search finds none, nor while
+    // the first is being typed.
+    m_body->showNoRecords(rows.isEmpty() && !searching && !m_model.errorMessage() && !m_detail);
 
-    // A customer deleted elsewhere takes its detail with it; one only filtered out stays shown.
-    if (m_detail && !m_context.find<Customer>(selectedID))
+    // A customer deleted elsewhere takes its detail with it; one only filtered out, or new and not
+    // yet saved, stays shown.
+    if (m_detail && m_detail->customer()->isDeleted())
         showDetail(nullptr);
 }
 
@@ -128,32 +131,38 @@ bool CustomersView::selectCustomer(const QUuid& customerID)
 
 void CustomersView::chooseCustomer(const Ref<Customer>& customer)
 {
-    if (!m_detail || m_detail->customer() == customer || !m_detail->model().hasUnsavedEdits()) {
+    if (m_detail && m_detail->customer() == customer)
+        return;
+    // The list keeps pointing at the customer being edited until the question is answered.
+    if (hasUnsavedEdits())
+        selectCustomer(m_detail->customer()->id());
+    askToLeave([this, customer] {
         showDetail(customer);
+        selectCustomer(customer->id());
+    });
+}
+
+bool CustomersView::hasUnsavedEdits() const
+{
+    return m_detail && m_detail->model().hasUnsavedEdits();
+}
+
+void CustomersView::askToLeave(std::function<void()> proceed)
+{
+    if (!hasUnsavedEdits()) {
+        proceed();
         return;
     }
-    using Model = CustomerDetailModel;
-    CustomerDetailModel& edited = m_detail->model();
-    // The list keeps pointing at the customer being edited until the question is answered.
-    selectCustomer(edited.customer()->id());
-    auto* box = new QMessageBox(QMessageBox::Question, Model::unsavedQuestion(edited.name()),
-                                Model::unsavedQuestion(edited.name()), QMessageBox::NoButton, this);
-    box->setAttribute(Qt::WA_DeleteOnClose);
-    box->setWindowModality(Qt::WindowModal);
-    box->setInformativeText(Model::unsavedNote());
-    QPushButton* save = box->addButton(Model::saveTitle(), QMessageBox::AcceptRole);
-    QPushButton* discard = box->addButton(Model::discardTitle(), QMessageBox::DestructiveRole);
-    QPushButton* cancel = box->addButton(QStringLiteral("Cancel"), QMessageBox::RejectRole);
-    box->setDefaultButton(save);
-    box->setEscapeButton(cancel);
-    connect(box, &QMessageBox::buttonClicked, this, [this, save, discard, customer](QAbstractButton* button) {
-        // A failed save keeps the edits and its message on screen.
-        if ((button == save && m_detail && m_detail->model().save()) || button == discard) {
-            showDetail(customer);
-            selectCustomer(customer->id());
-        }
-    });
-    box->open();
+    askToSaveChanges(
+        this, nameOrTitle(m_detail->model().name(), CustomersViewModel::newCustomerTitle()),
+        [this] { return m_detail && m_detail->model().save(); },
+        [this] {
+            if (m_detail->model().isNew())
+                showDetail(nullptr);
+            else
+                m_detail->model().discardEdits();
+        },
+        std::move(proceed));
 }
 
 void CustomersView::showDetail(const Ref<Customer>& customer)
@@ -168,22 +177,27 @@ void CustomersView::showDetail(const Ref<Customer>& customer)
     if (!customer) {
         m_list->clearSelection();
         m_detailPages->showDetail(nullptr);
+        m_body->showNoRecords(m_customers.isEmpty() && m_model.searchText().isEmpty() &&
+                              !m_model.errorMessage());
         return;
     }
     m_detail = new CustomerDetail(m_accounts, m_loyalty, m_context, m_session, customer, this);
     connect(m_detail, &CustomerDetail::customerDeleted, this, [this] { showDetail(nullptr); });
     m_detailPages->showDetail(m_detail);
+    m_body->showNoRecords(false);
 }
 
 void CustomersView::addCustomer()
 {
-    const Ref<Customer> customer = m_model.addCustomer();
-    if (!customer)
-        return;
-    // A search that hides the new customer would leave the list looking unchanged. The save has
-    // already brought the list up to date.
-    m_search->clear();
-    selectCustomer(customer->id());
-    if (m_detail)
+    askToLeave([this] {
+        // A search would hide the customer once saved, and the list would look unchanged.
+        m_search->clear();
+        showDetail(CustomersViewModel::addCustomer());
+        // No row is the new customer's until it is saved; any row may be chosen to leave it.
+        m_rebuilding = true;
+        m_list->selectionModel()->clearCurrentIndex();
+        m_list->clearSelection();
+        m_rebuilding = false;
         m_detail->focusName();
+    });
 }

@@ -3,6 +3,7 @@
 #include "customers/accountsservice.h"
 #include "customers/customersviewmodel.h"
 #include "customers/loyaltyservice.h"
+#include "ui/navigation/editingscreen.h"
 
 #include <QUuid>
 #include <QWidget>
@@ -18,8 +19,9 @@ class SearchListPane;
 
 // The "Customers" section: the searchable list with what each customer owes, "New Customer", and
 // the chosen customer's detail beside the list. Open to cashiers as well as admins. Follows every
-// saved change to customers, sales and account payments, whoever made it.
-class CustomersView : public QWidget {
+// saved change to customers, sales and account payments, whoever made it. Leaving unsaved edits
+// (another customer, a new one, another screen) asks first.
+class CustomersView : public QWidget, public EditingScreen {
     Q_OBJECT
 
 public:
@@ -34,6 +36,9 @@ public:
     bool isShowingNoCustomers() const;
     // Chooses the customer in the list, as a click would; false when it isn't listed.
     bool selectCustomer(const QUuid& customerID);
+
+    bool hasUnsavedEdits() const override;
+    void askToLeave(std::function<void()> proceed) override;
 
 private:
     void refreshList();

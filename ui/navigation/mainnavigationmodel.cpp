@@ -60,14 +60,25 @@ void MainNavigationModel::setSelection(std::optional<AppSection> section)
     Q_EMIT selectionChanged();
 }
 
+void MainNavigationModel::requestSelection(AppSection section)
+{
+    if (section == m_selection)
+        return;
+    if (!m_leaveCheck) {
+        setSelection(section);
+        return;
+    }
+    m_leaveCheck([this, section] { setSelection(section); });
+}
+
 void MainNavigationModel::takeRequestedSection()
 {
     const std::optional<AppSection> requested = m_bus.requestedSection();
     if (!requested)
         return;
-    if (m_sections.contains(*requested))
-        setSelection(requested);
     m_bus.setRequestedSection(std::nullopt);
+    if (m_sections.contains(*requested))
+        requestSelection(*requested);
 }
 
 QString MainNavigationModel::businessName() const

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "ui/navigation/appsection.h"
+#include "ui/navigation/editingscreen.h"
 #include "ui/navigation/sectionscreens.h"
 
 #include <QObject>
@@ -24,6 +25,10 @@ public:
     const SectionScreens& screens() const { return m_screens; }
     // Lands elsewhere when the section isn't the user's to open.
     void setSelection(std::optional<AppSection> section);
+    // A section the person asked for, in the sidebar or through a screen: the screen on show is
+    // asked first, through the check, whether it may be left.
+    void requestSelection(AppSection section);
+    void setLeaveCheck(EditingScreen::LeaveCheck check) { m_leaveCheck = std::move(check); }
 
     // Heads the sidebar; empty until the settings are loaded.
     QString businessName() const;
@@ -47,4 +52,5 @@ private:
     SectionScreens m_screens;
     QList<AppSection> m_sections;
     std::optional<AppSection> m_selection;
+    EditingScreen::LeaveCheck m_leaveCheck;
 };

@@ -60,15 +60,20 @@ MainNavigationView::MainNavigationView(AppEnvironment& environment, SessionStore
     layout->addWidget(sidebarPanel);
     layout->addWidget(m_content, 1);
 
+    m_model.setLeaveCheck([this](std::function<void()> proceed) { askToLeave(std::move(proceed)); });
     connect(m_sidebar, &QListWidget::currentItemChanged, &m_model, [this](QListWidgetItem* item) {
-        if (item)
-            m_model.setSelection(static_cast<AppSection>(item->data(sectionRole).toInt()));
+        if (!item)
+            return;
+        const auto section = static_cast<AppSection>(item->data(sectionRole).toInt());
+        // The sidebar stays on the screen on show until that screen may be left.
+        showSelection();
+        m_model.requestSelection(section);
     });
     connect(&m_model, &MainNavigationModel::businessNameChanged, business,
             [this, business] { business->setText(m_model.businessName()); });
     connect(&m_model, &MainNavigationModel::sectionsChanged, this, &MainNavigationView::showSections);
     connect(&m_model, &MainNavigationModel::selectionChanged, this, &MainNavigationView::showSelection);
-    connect(m_signOut, &QPushButton::clicked, &m_model, &MainNavigationModel::signOut);
+    connect(m_signOut, &QPushButton::clicked, this, [this] { askToLeave([this] { m_model.signOut(); }); });
     showSections();
 }
 
@@ -107,6 +112,16 @@ void MainNavigationView::showSelection()
 QWidget* MainNavigationView::currentScreen() const
 {
     return m_content->currentWidget();
+}
+
+bool MainNavigationView::hasUnsavedEdits() const
+{
+    return EditingScreen::hasUnsavedEdits(currentScreen());
+}
+
+void MainNavigationView::askToLeave(std::function<void()> proceed)
+{
+    EditingScreen::askToLeave(currentScreen(), std::move(proceed));
 }
 
 void MainNavigationView::showEvent(QShowEvent* event)

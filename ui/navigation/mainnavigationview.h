@@ -1,5 +1,6 @@
 #pragma once
 
+#include "ui/navigation/editingscreen.h"
 #include "ui/navigation/mainnavigationmodel.h"
 
 #include <QMap>
@@ -12,8 +13,9 @@ class QPushButton;
 class QStackedWidget;
 
 // The signed-in window: a sidebar of the sections this user may open, the chosen section's screen
-// beside it, and who is signed in at the sidebar's foot with "Sign Out".
-class MainNavigationView : public QWidget {
+// beside it, and who is signed in at the sidebar's foot with "Sign Out". Leaving a screen with
+// unsaved edits (another section, Sign Out) asks that screen first.
+class MainNavigationView : public QWidget, public EditingScreen {
     Q_OBJECT
 
 public:
@@ -25,6 +27,10 @@ public:
     QPushButton* signOutButton() const { return m_signOut; }
     // The screen on show: a section's, or the note shown while there is none.
     QWidget* currentScreen() const;
+
+    // Those of the screen on show.
+    bool hasUnsavedEdits() const override;
+    void askToLeave(std::function<void()> proceed) override;
 
 protected:
     void showEvent(QShowEvent* event) override;

@@ -1,6 +1,6 @@
 #include "ui/products/producteditform.h"
 
-#include "money/quantity.h"
+#include "refusal/refusal.h"
 #include "stock/productsviewmodel.h"
 #include "ui/controls/asktodelete.h"
 #include "ui/controls/cards.h"
@@ -16,6 +16,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QScopeGuard>
 #include <QScrollArea>
 #include <QSignalBlocker>
 #include <QVBoxLayout>
@@ -97,16 +98,39 @@ void setComboIndex(QComboBox* combo, int index)
     const QSignalBlocker blocker(combo);
     combo->setCurrentIndex(index);
 }
+
+using Entry = ProductsViewModel::Entry;
+
+Entry entryOf(ProductEditForm::Field field)
+{
+    switch (field) {
+    case ProductEditForm::Field::costPrice:
+        return Entry::costPrice;
+    case ProductEditForm::Field::sellingPrice:
+        return Entry::sellingPrice;
+    case ProductEditForm::Field::reorderLevel:
+        return Entry::reorderLevel;
+    case ProductEditForm::Field::commission:
+        return Entry::commission;
+    default:
+        Q_UNREACHABLE();
+    }
+}
+
+constexpr std::array<ProductEditForm::Field, 4> numberFields{
+    ProductEditForm::Field::costPrice, ProductEditForm::Field::sellingPrice,
+    ProductEditForm::Field::reorderLevel, ProductEditForm::Field::commission};
 } // namespace
 
-ProductEditForm::ProductEditForm(ProductsViewModel& model, Ref<Product> product, QWidget* parent)
+ProductEditForm::ProductEditForm(ProductsViewModel& model, QWidget* parent)
     : QWidget(parent)
     , m_model(model)
-    , m_product(std::move(product))
 {
-    Q_ASSERT(m_product);
+    Q_ASSERT(m_model.editedProduct());
     for (int i = 0; i < 7; ++i)
         m_fields.append(new QLineEdit(this));
+    for (Field which : numberFields)
+        m_fieldErrors.insert(which, new ErrorLabel(this));
     for (int i = 0; i < 5; ++i) {
         auto* combo = new QComboBox(this);
         // Long names are cut rather than widening the form past the screen.
@@ -146,6 +170,16 @@ ProductEditForm::ProductEditForm(ProductsViewModel& model, Ref<Product> product,
 
     reload();
     bind();
+}
+
+Ref<Product> ProductEditForm::product() const
+{
+    return m_model.editedProduct();
+}
+
+ErrorLabel* ProductEditForm::fieldErrorLabel(Field which) const
+{
+    return m_fieldErrors.value(which);
 }
 
 QLineEdit* ProductEditForm::field(Field which) const
@@ -200,7 +234,9 @@ QWidget* ProductEditForm::buildPricing()
     QWidget* section = makeSection(QStringLiteral("Pricing"), grid, this);
     const QString symbol = m_model.currencySymbol();
     m_costTitle = addRow(grid, QString(), amountBox(field(Field::costPrice), symbol, section));
+    addRow(grid, fieldErrorLabel(Field::costPrice));
     m_priceTitle = addRow(grid, QString(), amountBox(field(Field::sellingPrice), symbol, section));
+    addRow(grid, fieldErrorLabel(Field::sellingPrice));
     addRow(grid, toggle(Toggle::taxable));
     addRow(grid, Theme::label(QStringLiteral("Turn off for items with no VAT or levies at all."),
                               Theme::Text::note, section));
@@ -245,6 +281,7 @@ QWidget* ProductEditForm::buildStock()
     reorderLine->addStretch();
     m_stockRows << m_stockOnHand << stockNote << field(Field::reorderLevel)
                 << addRow(grid, QStringLiteral("Reorder Level"), field(Field::reorderLevel), reorderLine);
+    addRow(grid, fieldErrorLabel(Field::reorderLevel));
 
     m_untrackedNote = Theme::label(QString(), Theme::Text::note, section);
     grid->addWidget(m_untrackedNote, grid->rowCount(), 0, 1, 2);
@@ -268,8 +305,7 @@ QWidget* ProductEditForm::buildStaff()
     line->addWidget(new QLabel(QStringLiteral("%"), m_staffSection));
     line->addStretch();
     addRow(grid, QStringLiteral("Commission for This Service"), commission, line);
-    m_commissionError = new ErrorLabel(m_staffSection);
-    addRow(grid, m_commissionError);
+    addRow(grid, fieldErrorLabel(Field::commission));
     return m_staffSection;
 }
 
@@ -284,7 +320,7 @@ void ProductEditForm::bind()
 {
     const auto text = [this](Field which, void (Product::*setter)(const QString&)) {
         connect(field(which), &QLineEdit::textEdited, this, [this, setter](const QString& typed) {
-            ((*m_product).*setter)(typed);
+            ((*product()).*setter)(typed);
             changed();
         });
     };
@@ -292,84 +328,73 @@ void ProductEditForm::bind()
     text(Field::sku, &Product::setSku);
     text(Field::barcode, &Product::setBarcode);
 
-    // What is typed counts once it reads as an amount; leaving the field shows the amount taken.
-    const auto amount = [this](Field which, double (Product::*getter)() const,
-                               void (Product::*setter)(double)) {
-        QLineEdit* edit = field(which);
-        connect(edit, &QLineEdit::textEdited, this, [this, setter](const QString& typed) {
-            if (const std::optional<double> value = ProductsViewModel::amountFromText(typed)) {
-                ((*m_product).*setter)(*value);
-                showMargin();
-                changed();
-            }
-        });
-        connect(edit, &QLineEdit::editingFinished, this, [this, edit, getter] {
-            edit->setText(ProductsViewModel::amountText(((*m_product).*getter)()));
-        });
-    };
-    amount(Field::costPrice, &Product::costPrice, &Product::setCostPrice);
-    amount(Field::sellingPrice, &Product::sellingPrice, &Product::setSellingPrice);
-
-    connect(field(Field::reorderLevel), &QLineEdit::textEdited, this, [this](const QString& typed) {
-        if (const std::optional<double> level = ProductsViewModel::quantityFromText(typed)) {
-            m_product->setReorderLevel(*level);
-            changed();
-        }
-    });
-    connect(field(Field::reorderLevel), &QLineEdit::editingFinished, this,
-            [this] { field(Field::reorderLevel)->setText(Quantity::format(m_product->reorderLevel())); });
-    connect(field(Field::commission), &QLineEdit::textEdited, this, [this](const QString& typed) {
-        const ProductsViewModel::CommissionEntry entry = ProductsViewModel::commissionFromText(typed);
-        m_commissionError->setMessage(entry.isValid ? std::nullopt
-                                                    : std::optional(ProductsViewModel::commissionError()));
-        if (entry.isValid) {
-            m_product->setCommissionRate(entry.rate);
-            changed();
-        }
-    });
+    for (Field which : numberFields)
+        bindEntry(which);
 
     // clicked and activated, not toggled and currentIndexChanged: only the person's own choice acts.
     connect(toggle(Toggle::active), &QCheckBox::clicked, this, [this](bool on) {
-        m_product->setIsActive(on);
+        product()->setIsActive(on);
         changed();
     });
     connect(toggle(Toggle::taxable), &QCheckBox::clicked, this, [this](bool on) {
-        m_model.setTaxable(m_product, on);
-        showTaxes();
+        m_model.setTaxable(on);
+        showOrTell([this] { showTaxes(); });
         changed();
     });
     connect(toggle(Toggle::askForStaff), &QCheckBox::clicked, this, [this](bool on) {
-        m_product->setAskForStaff(on);
+        product()->setAskForStaff(on);
         changed();
     });
     connect(picker(Picker::type), &QComboBox::activated, this, [this](int index) {
-        m_product->setProductType(productTypes[size_t(index)]);
-        showType();
+        product()->setProductType(productTypes[size_t(index)]);
+        showOrTell([this] { showType(); });
         changed();
     });
     connect(picker(Picker::unit), &QComboBox::activated, this, [this](int index) {
-        m_product->setSellingUnit(SellingUnits::all[size_t(index)]);
+        product()->setSellingUnit(SellingUnits::all[size_t(index)]);
         showUnit();
         changed();
     });
     connect(picker(Picker::category), &QComboBox::activated, this, [this](int index) {
-        m_product->setCategory(index > 0 ? m_categories.value(index - 1) : nullptr);
+        product()->setCategory(index > 0 ? m_categories.value(index - 1) : nullptr);
         changed();
     });
     connect(picker(Picker::supplier), &QComboBox::activated, this, [this](int index) {
-        m_product->setSupplier(picker(Picker::supplier)->itemData(index).toString());
+        product()->setSupplier(picker(Picker::supplier)->itemData(index).toString());
         changed();
     });
     connect(picker(Picker::taxGroup), &QComboBox::activated, this, [this](int index) {
-        m_model.setTaxGroup(m_product, m_taxGroups.value(index));
-        showTaxes();
+        m_model.setTaxGroup(m_taxGroups.value(index));
+        showOrTell([this] { showTaxes(); });
         changed();
     });
 
     connect(m_newCategory, &QPushButton::clicked, this, &ProductEditForm::openNewCategory);
     connect(m_newSupplier, &QPushButton::clicked, this, &ProductEditForm::openNewSupplier);
-    connect(m_footer->saveButton(), &QPushButton::clicked, this, &ProductEditForm::save);
+    connect(m_footer->saveButton(), &QPushButton::clicked, this, [this] { save(); });
     connect(m_footer->deleteButton(), &QPushButton::clicked, this, &ProductEditForm::confirmDelete);
+}
+
+// What is typed counts once it reads as a number; leaving the field shows the number taken, or
+// keeps the text with the reason it can't be taken.
+void ProductEditForm::bindEntry(Field which)
+{
+    QLineEdit* edit = field(which);
+    connect(edit, &QLineEdit::textEdited, this, [this, which](const QString& typed) {
+        m_model.enter(entryOf(which), typed);
+        showEntryProblem(which);
+        showMargin();
+        changed();
+    });
+    connect(edit, &QLineEdit::editingFinished, this, [this, edit, which] {
+        if (!m_model.entryProblem(entryOf(which)))
+            edit->setText(ProductsViewModel::entryText(*product(), entryOf(which)));
+    });
+}
+
+void ProductEditForm::showEntryProblem(Field which)
+{
+    fieldErrorLabel(which)->setMessage(m_model.entryProblem(entryOf(which)));
 }
 
 void ProductEditForm::focusName()
@@ -378,17 +403,31 @@ void ProductEditForm::focusName()
     field(Field::name)->selectAll();
 }
 
+template <class Show> void ProductEditForm::showOrTell(Show show)
+{
+    try {
+        show();
+    } catch (const Refusal& refusal) {
+        m_footer->errorLabel()->setMessage(refusal.description());
+    }
+}
+
 void ProductEditForm::reload()
 {
-    const Product& product = *m_product;
+    showOrTell([this] { fill(); });
+}
+
+void ProductEditForm::fill()
+{
+    const Product& product = *this->product();
     field(Field::name)->setText(product.name());
     field(Field::sku)->setText(product.sku());
     field(Field::barcode)->setText(product.barcode());
-    field(Field::costPrice)->setText(ProductsViewModel::amountText(product.costPrice()));
-    field(Field::sellingPrice)->setText(ProductsViewModel::amountText(product.sellingPrice()));
-    field(Field::reorderLevel)->setText(Quantity::format(product.reorderLevel()));
-    field(Field::commission)->setText(ProductsViewModel::commissionText(product.commissionRate()));
-    m_commissionError->setMessage(std::nullopt);
+    for (Field which : numberFields) {
+        field(which)->setText(ProductsViewModel::entryText(product, entryOf(which)));
+        showEntryProblem(which);
+    }
+    m_footer->showNewRecord(m_model.isNewProduct());
     toggle(Toggle::active)->setChecked(product.isActive());
     toggle(Toggle::askForStaff)->setChecked(product.askForStaff());
     setComboIndex(picker(Picker::type),
@@ -406,13 +445,15 @@ void ProductEditForm::reload()
 
 void ProductEditForm::refresh()
 {
-    fillCategories();
-    fillSuppliers();
-    fillTaxGroups();
-    showTaxes();
-    showMargin();
-    showStock();
-    showCostHistory();
+    showOrTell([this] {
+        fillCategories();
+        fillSuppliers();
+        fillTaxGroups();
+        showTaxes();
+        showMargin();
+        showStock();
+        showCostHistory();
+    });
 }
 
 void ProductEditForm::fillCategories()
@@ -422,7 +463,7 @@ void ProductEditForm::fillCategories()
     const QSignalBlocker blocker(combo);
     combo->clear();
     combo->addItem(QStringLiteral("None"));
-    const Ref<Category> current = m_product->category();
+    const Ref<Category> current = product()->category();
     for (const Ref<Category>& category : m_categories) {
         combo->addItem(category->name());
         if (category == current)
@@ -436,7 +477,7 @@ void ProductEditForm::fillSuppliers()
     const QSignalBlocker blocker(combo);
     combo->clear();
     combo->addItem(QStringLiteral("None"), QString());
-    const QString current = m_product->supplier();
+    const QString current = product()->supplier();
     for (const Ref<Supplier>& supplier : m_model.suppliers())
         combo->addItem(supplier->name(), supplier->name());
     // A name that no supplier has any more (renamed, removed, imported) stays as it is.
@@ -454,7 +495,7 @@ void ProductEditForm::fillTaxGroups()
     QComboBox* combo = picker(Picker::taxGroup);
     const QSignalBlocker blocker(combo);
     combo->clear();
-    const Ref<TaxGroup> current = m_product->taxGroup();
+    const Ref<TaxGroup> current = product()->taxGroup();
     combo->setCurrentIndex(-1);
     for (const Ref<TaxGroup>& group : m_taxGroups) {
         combo->addItem(group->name());
@@ -465,7 +506,7 @@ void ProductEditForm::fillTaxGroups()
 
 void ProductEditForm::showType()
 {
-    const ProductType type = m_product->productType();
+    const ProductType type = product()->productType();
     for (QWidget* row : m_stockRows)
         row->setVisible(type == ProductType::inventory);
     m_untrackedNote->setVisible(type != ProductType::inventory);
@@ -483,7 +524,7 @@ void ProductEditForm::showType()
 
 void ProductEditForm::showUnit()
 {
-    const SellingUnit unit = m_product->sellingUnit();
+    const SellingUnit unit = product()->sellingUnit();
     m_costTitle->setText(ProductsViewModel::costPriceTitle(unit));
     m_priceTitle->setText(ProductsViewModel::sellingPriceTitle(unit));
     field(Field::costPrice)->setAccessibleName(m_costTitle->text());
@@ -494,25 +535,28 @@ void ProductEditForm::showUnit()
 
 void ProductEditForm::showTaxes()
 {
-    const bool taxable = m_product->isTaxable();
+    const bool taxable = product()->isTaxable();
     toggle(Toggle::taxable)->setChecked(taxable);
     picker(Picker::taxGroup)->setVisible(taxable);
-    const QString summary = ProductsViewModel::taxSummary(*m_product);
+    const QString summary = ProductsViewModel::taxSummary(*product());
     m_taxSummary->setText(summary);
     m_taxSummary->setVisible(taxable && !summary.isEmpty());
     m_noTax->setVisible(!taxable);
-    setComboIndex(picker(Picker::taxGroup), int(m_taxGroups.indexOf(m_product->taxGroup())));
+    setComboIndex(picker(Picker::taxGroup), int(m_taxGroups.indexOf(product()->taxGroup())));
 }
 
 void ProductEditForm::showMargin()
 {
-    m_margin->setText(m_model.marginText(*m_product));
+    // No figure from a price that couldn't be read.
+    const bool unreadable = m_model.entryProblem(Entry::costPrice) || m_model.entryProblem(Entry::sellingPrice);
+    m_margin->setText(unreadable ? QStringLiteral("—") : m_model.marginText(*product()));
 }
 
 void ProductEditForm::showStock()
 {
-    m_stockOnHand->setText(ProductsViewModel::stockOnHandText(*m_product));
-    const std::optional<QString> uncounted = ProductsViewModel::uncountedStockNote(*m_product);
+    const double stock = m_model.stockOnHand();
+    m_stockOnHand->setText(ProductsViewModel::stockOnHandText(*product(), stock));
+    const std::optional<QString> uncounted = ProductsViewModel::uncountedStockNote(*product(), stock);
     m_uncountedNote->setText(uncounted.value_or(QString()));
     m_uncountedNote->setVisible(uncounted.has_value());
 }
@@ -526,13 +570,12 @@ void ProductEditForm::showCostHistory()
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(10);
     m_historyRows->addWidget(m_historyBody);
-    // A widget added to a form on show would otherwise wait for the event loop to appear.
-    if (isVisible())
-        m_historyBody->show();
+    // Filled before it is shown: children added to a widget on show would stay hidden.
+    const auto shown = qScopeGuard([this] { m_historyBody->setVisible(true); });
 
-    const QList<CostHistoryRow> rows = m_model.costHistoryRows(m_product);
+    const QList<CostHistoryRow> rows = m_model.costHistoryRows(product());
     if (rows.isEmpty()) {
-        column->addWidget(Theme::label(ProductsViewModel::costHistoryEmptyText(*m_product), Theme::Text::note,
+        column->addWidget(Theme::label(ProductsViewModel::costHistoryEmptyText(*product()), Theme::Text::note,
                                        m_historyBody));
         return;
     }
@@ -551,7 +594,7 @@ void ProductEditForm::showCostHistory()
         column->addLayout(entry);
     }
     if (const std::optional<QString> more =
-            ProductsViewModel::costHistoryMoreText(m_model.costHistoryCount(m_product)))
+            ProductsViewModel::costHistoryMoreText(m_model.costHistoryCount(product())))
         column->addWidget(Theme::label(*more, Theme::Text::note, m_historyBody));
 }
 
@@ -561,22 +604,20 @@ void ProductEditForm::changed()
     Q_EMIT edited();
 }
 
-void ProductEditForm::save()
+bool ProductEditForm::save()
 {
-    const std::optional<QString> failure = m_model.save(m_product);
+    const std::optional<QString> failure = m_model.save();
     m_footer->showSaveResult(failure);
-    if (!failure) {
-        // The save trimmed them.
-        field(Field::name)->setText(m_product->name());
-        field(Field::sku)->setText(m_product->sku());
-        field(Field::barcode)->setText(m_product->barcode());
-    }
+    // The save trimmed the name and codes; a new product can now be deleted.
+    if (!failure)
+        reload();
+    return !failure;
 }
 
 void ProductEditForm::confirmDelete()
 {
     askToDelete(this, ProductsViewModel::deleteTitle(), ProductsViewModel::deleteMessage(),
-                [this] { m_model.deleteProduct(m_product); });
+                [this] { m_model.deleteProduct(); });
 }
 
 void ProductEditForm::openNewCategory()
@@ -584,7 +625,7 @@ void ProductEditForm::openNewCategory()
     auto* sheet = new NewCategorySheet(
         m_model,
         [this](const Ref<Category>& category) {
-            m_product->setCategory(category);
+            product()->setCategory(category);
             fillCategories();
             changed();
         },
@@ -598,7 +639,7 @@ void ProductEditForm::openNewSupplier()
     auto* sheet = new NewSupplierSheet(
         m_model,
         [this](const Ref<Supplier>& supplier) {
-            m_product->setSupplier(supplier->name());
+            product()->setSupplier(supplier->name());
             fillSuppliers();
             changed();
         },

@@ -6,6 +6,8 @@
 #include "records/taxgroup.h"
 #include "ui/controls/formfooter.h"
 
+#include <QMap>
+
 class ErrorLabel;
 class ProductsViewModel;
 class QCheckBox;
@@ -16,9 +18,9 @@ class QLineEdit;
 class QPushButton;
 class QVBoxLayout;
 
-// The selected product's form: identity, pricing and taxes, stock, staff and commission, and the
-// cost history. Edits go straight onto the product; "Save" writes them. Stock is only shown: it
-// changes through Inventory, which writes a movement.
+// The form on the selected or a new product: identity, pricing and taxes, stock, staff and
+// commission, and the cost history. It edits the view model's copy of the product; "Save" writes
+// it. Stock is only shown: it changes through Inventory, which writes a movement.
 class ProductEditForm : public QWidget {
     Q_OBJECT
 
@@ -27,9 +29,10 @@ public:
     enum class Picker { type, category, supplier, unit, taxGroup };
     enum class Toggle { active, taxable, askForStaff };
 
-    ProductEditForm(ProductsViewModel& model, Ref<Product> product, QWidget* parent = nullptr);
+    explicit ProductEditForm(ProductsViewModel& model, QWidget* parent = nullptr);
 
-    Ref<Product> product() const { return m_product; }
+    // The copy being edited.
+    Ref<Product> product() const;
     QLineEdit* field(Field which) const;
     QComboBox* picker(Picker which) const;
     QCheckBox* toggle(Toggle which) const;
@@ -38,6 +41,8 @@ public:
     QPushButton* saveButton() const { return m_footer->saveButton(); }
     QPushButton* deleteButton() const { return m_footer->deleteButton(); }
     ErrorLabel* errorLabel() const { return m_footer->errorLabel(); }
+    // Why the text of a number field can't be taken; hidden while it can.
+    ErrorLabel* fieldErrorLabel(Field which) const;
 
     // Ready for a new product's name: the field focused and its text selected.
     void focusName();
@@ -46,6 +51,8 @@ public:
     // After a change elsewhere: the pickers' lists, the stock and the cost history, leaving what is
     // being typed alone.
     void refresh();
+    // "Save"; true when it went through. A refusal stays on the form.
+    bool save();
 
 Q_SIGNALS:
     // The product was changed on the form (not yet saved).
@@ -59,6 +66,7 @@ private:
     QWidget* buildCostHistory();
     void bind();
 
+    void fill();
     void fillCategories();
     void fillSuppliers();
     void fillTaxGroups();
@@ -69,13 +77,15 @@ private:
     void showStock();
     void showCostHistory();
     void changed();
-    void save();
+    // Runs `show`; a store that can't be read is told on the form rather than taking it down.
+    template <class Show> void showOrTell(Show show);
+    void bindEntry(Field which);
+    void showEntryProblem(Field which);
     void confirmDelete();
     void openNewCategory();
     void openNewSupplier();
 
     ProductsViewModel& m_model;
-    Ref<Product> m_product;
     QList<Ref<Category>> m_categories;
     QList<Ref<TaxGroup>> m_taxGroups;
 
@@ -94,7 +104,7 @@ private:
     QLabel* m_untrackedNote = nullptr;
     QLabel* m_uncountedNote = nullptr;
     QWidget* m_staffSection = nullptr;
-    ErrorLabel* m_commissionError = nullptr;
+    QMap<Field, ErrorLabel*> m_fieldErrors;
     QVBoxLayout* m_historyRows = nullptr;
     QWidget* m_historyBody = nullptr;
     FormFooter* m_footer = nullptr;

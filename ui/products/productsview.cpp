@@ -1,6 +1,7 @@
 #include "ui/products/productsview.h"
 
 #include "environment/appenvironment.h"
+#include "ui/controls/asktosavechanges.h"
 #include "ui/controls/errorlabel.h"
 #include "ui/controls/formfields.h"
 #include "ui/controls/listdetail.h"
@@ -10,7 +11,6 @@
 
 #include <QCheckBox>
 #include <QComboBox>
-#include <QHideEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
@@ -67,7 +67,14 @@ ProductsView::ProductsView(AppEnvironment& environment, SessionStore& session, Q
         refreshList();
     });
     connect(&m_model, &ProductsViewModel::selectionChanged, this, &ProductsView::showSelection);
-    connect(m_listCard, &RecordListCard::rowChosen, this, [this](int row) { m_model.select(m_listed[row]); });
+    connect(m_listCard, &RecordListCard::rowChosen, this, [this](int row) {
+        const Ref<Product> chosen = m_listed[row];
+        if (chosen == m_model.selectedProduct())
+            return;
+        // The list keeps pointing at the product being edited until the question is answered.
+        m_listCard->showChosenRow(int(m_listed.indexOf(m_model.selectedProduct())));
+        askToLeave([this, chosen] { m_model.select(chosen); });
+    });
     connect(&m_model, &ProductsViewModel::productsChanged, this, [this] {
         fillCategoryFilter();
         // Not while the list is in the middle of changing its current row: it is rebuilt after.
@@ -191,41 +198,68 @@ void ProductsView::refreshList()
         const Ref<Product> selected = m_model.selectedProduct();
         for (const Ref<Product>& product : std::as_const(m_listed)) {
             auto* item = new QListWidgetItem(list());
-            ProductListDelegate::fill(item, m_model.row(product));
+            // The product on the form shows what is being typed.
+            ProductListDelegate::fill(item, m_model.row(product == selected ? m_model.editedProduct() : product));
             if (product == selected)
                 list()->setCurrentItem(item);
         }
     });
 }
 
-void ProductsView::updateRow(const Ref<Product>& product)
+void ProductsView::updateEditedRow()
 {
-    const qsizetype row = m_listed.indexOf(product);
+    const qsizetype row = m_listed.indexOf(m_model.selectedProduct());
     if (row >= 0)
-        ProductListDelegate::fill(list()->item(int(row)), m_model.row(product));
+        ProductListDelegate::fill(list()->item(int(row)), m_model.row(m_model.editedProduct()));
 }
 
 void ProductsView::showSelection()
 {
-    const Ref<Product> selected = m_model.selectedProduct();
-    if (m_form && (!selected || m_form->product() != selected)) {
+    if (m_form) {
         m_detail->removeWidget(m_form);
         // It may be the form's own button that cleared the selection.
         m_form->deleteLater();
         m_form = nullptr;
     }
-    m_listCard->showChosenRow(int(m_listed.indexOf(selected)));
-    if (selected && !m_form) {
-        m_form = new ProductEditForm(m_model, selected, m_detail);
-        connect(m_form, &ProductEditForm::edited, this, [this] { updateRow(m_form->product()); });
+    // A new product has no row until it is saved.
+    m_listCard->showChosenRow(int(m_listed.indexOf(m_model.selectedProduct())));
+    if (m_model.editedProduct()) {
+        m_form = new ProductEditForm(m_model, m_detail);
+        connect(m_form, &ProductEditForm::edited, this, &ProductsView::updateEditedRow);
     }
     m_detail->showDetail(m_form);
+    // Rows typed into and then dropped show their saved values again.
+    if (m_listCard->isChoosing())
+        QTimer::singleShot(0, this, &ProductsView::refreshList);
+    else
+        refreshList();
 }
 
 void ProductsView::newProduct(std::optional<ProductType> type)
 {
-    if (m_model.newProduct(type) && m_form)
-        m_form->focusName();
+    askToLeave([this, type] {
+        if (m_model.newProduct(type) && m_form)
+            m_form->focusName();
+    });
+}
+
+bool ProductsView::hasUnsavedEdits() const
+{
+    return m_model.hasUnsavedEdits();
+}
+
+void ProductsView::askToLeave(std::function<void()> proceed)
+{
+    if (!m_model.hasUnsavedEdits()) {
+        proceed();
+        return;
+    }
+    askToSaveChanges(
+        this,
+        nameOrTitle(m_model.editedProduct()->name(),
+                    ProductsViewModel::draftName(m_model.editedProduct()->productType())),
+        [this] { return m_form && m_form->save(); },
+        [this] { m_model.discardEdits(); }, std::move(proceed));
 }
 
 QStringList ProductsView::listedNames() const
@@ -247,16 +281,7 @@ void ProductsView::showEvent(QShowEvent* event)
     if (event->spontaneous())
         return;
     m_newProduct->setToolTip(ProductsViewModel::newProductHelp(m_model.defaultType()));
-    // Back from another screen: what changed there (a delivery's cost) is the new starting point.
-    m_model.reopenForm();
     refreshList();
     if (m_form)
-        m_form->reload();
-}
-
-void ProductsView::hideEvent(QHideEvent* event)
-{
-    QWidget::hideEvent(event);
-    if (!event->spontaneous())
-        m_model.closeForm();
+        m_form->refresh();
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "stock/productsviewmodel.h"
+#include "ui/navigation/editingscreen.h"
 
 #include <QWidget>
 
@@ -17,8 +18,9 @@ class QPushButton;
 class RecordListCard;
 
 // The "Products" section: the catalogue with its filter bar, "New Product" with a menu of the
-// three types, and the selected product's form beside the list.
-class ProductsView : public QWidget {
+// three types, and the form on the selected or new product beside the list. Leaving unsaved edits
+// (another row, a new product, another screen) asks first.
+class ProductsView : public QWidget, public EditingScreen {
     Q_OBJECT
 
 public:
@@ -41,9 +43,11 @@ public:
     // Selects the listed product of that row, as a click would.
     void selectRow(int row);
 
+    bool hasUnsavedEdits() const override;
+    void askToLeave(std::function<void()> proceed) override;
+
 protected:
     void showEvent(QShowEvent* event) override;
-    void hideEvent(QHideEvent* event) override;
 
 private:
     QWidget* buildHeader();
@@ -51,7 +55,8 @@ private:
     void fillCategoryFilter();
     void refreshList();
     void showSelection();
-    void updateRow(const Ref<Product>& product);
+    // The selected product's row shows what is being typed.
+    void updateEditedRow();
     void newProduct(std::optional<ProductType> type);
 
     ProductsViewModel m_model;

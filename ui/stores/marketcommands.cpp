@@ -5,10 +5,11 @@
 #include "ui/navigation/posactionbus.h"
 
 MarketCommands::MarketCommands(MarketRegistry& registry, MarketSwitcher& switcher, POSActionBus& bus,
-                               QWidget* parent)
+                               QWidget* parent, EditingScreen::LeaveCheck askToLeave)
     : QMenu(QStringLiteral("S&tore"), parent)
     , m_registry(registry)
     , m_switcher(switcher)
+    , m_askToLeave(std::move(askToLeave))
     , m_switchStoreMenu(addMenu(QStringLiteral("Switch Store")))
 {
     connect(m_switchStoreMenu, &QMenu::aboutToShow, this, &MarketCommands::listStores);
@@ -27,6 +28,12 @@ void MarketCommands::listStores()
         item->setCheckable(true);
         item->setChecked(market.id == activeID);
         const QUuid id = market.id;
-        connect(item, &QAction::triggered, this, [this, id] { m_switcher.switchTo(id); });
+        connect(item, &QAction::triggered, this, [this, id] {
+            // The store open now is left alone: nothing to ask.
+            if (id == m_registry.activeMarketID() || !m_askToLeave)
+                m_switcher.switchTo(id);
+            else
+                m_askToLeave([this, id] { m_switcher.switchTo(id); });
+        });
     }
 }

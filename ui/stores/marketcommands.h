@@ -1,5 +1,7 @@
 #pragma once
 
+#include "ui/navigation/editingscreen.h"
+
 #include <QMenu>
 
 class MarketRegistry;
@@ -12,8 +14,9 @@ class MarketCommands : public QMenu {
 
 public:
     // "New Store…" raises the bus's showNewMarketSheet; the root shows the sheet while it is set.
+    // A switch first passes `askToLeave`, so that unsaved edits are saved or dropped knowingly.
     MarketCommands(MarketRegistry& registry, MarketSwitcher& switcher, POSActionBus& bus,
-                   QWidget* parent = nullptr);
+                   QWidget* parent = nullptr, EditingScreen::LeaveCheck askToLeave = {});
 
     QMenu* switchStoreMenu() const { return m_switchStoreMenu; }
 
@@ -23,5 +26,6 @@ private:
 
     MarketRegistry& m_registry;
     MarketSwitcher& m_switcher;
+    EditingScreen::LeaveCheck m_askToLeave;
     QMenu* m_switchStoreMenu;
 };

@@ -49,9 +49,11 @@ QVBoxLayout* makePageLayout(QWidget* page)
 }
 } // namespace
 
-NewMarketSheet::NewMarketSheet(MarketRegistry& registry, MarketSwitcher& switcher, QWidget* parent)
+NewMarketSheet::NewMarketSheet(MarketRegistry& registry, MarketSwitcher& switcher, QWidget* parent,
+                               EditingScreen::LeaveCheck askToLeave)
     : QDialog(parent)
     , m_switcher(switcher)
+    , m_askToLeave(std::move(askToLeave))
     , m_model(new NewMarketModel(registry, {}, this))
 {
     setWindowTitle(QStringLiteral("New Store"));
@@ -171,6 +173,13 @@ void NewMarketSheet::showCreated()
 
 void NewMarketSheet::switchToCreated()
 {
-    m_switcher.switchTo(m_model->createdMarket()->id);
+    // Closed first: the question, if any, is about the window behind.
+    MarketSwitcher& switcher = m_switcher;
+    const QUuid id = m_model->createdMarket()->id;
+    EditingScreen::LeaveCheck askToLeave = m_askToLeave;
     accept();
+    if (askToLeave)
+        askToLeave([&switcher, id] { switcher.switchTo(id); });
+    else
+        switcher.switchTo(id);
 }

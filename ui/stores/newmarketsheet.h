@@ -1,5 +1,7 @@
 #pragma once
 
+#include "ui/navigation/editingscreen.h"
+
 #include <QDialog>
 
 class ErrorLabel;
@@ -16,7 +18,10 @@ class NewMarketSheet : public QDialog {
     Q_OBJECT
 
 public:
-    NewMarketSheet(MarketRegistry& registry, MarketSwitcher& switcher, QWidget* parent = nullptr);
+    // "Switch & Relaunch" first passes `askToLeave`, so that unsaved edits are saved or dropped
+    // knowingly.
+    NewMarketSheet(MarketRegistry& registry, MarketSwitcher& switcher, QWidget* parent = nullptr,
+                   EditingScreen::LeaveCheck askToLeave = {});
 
     NewMarketModel& model() const { return *m_model; }
     bool isShowingCreated() const;
@@ -29,6 +34,7 @@ private:
     void switchToCreated();
 
     MarketSwitcher& m_switcher;
+    EditingScreen::LeaveCheck m_askToLeave;
     NewMarketModel* m_model;
     QWidget* m_form = nullptr;
     QWidget* m_created = nullptr;

@@ -2,6 +2,7 @@
 
 #include "environment/appenvironment.h"
 #include "ui/controls/asktodelete.h"
+#include "ui/controls/asktosavechanges.h"
 #include "ui/controls/cards.h"
 #include "ui/controls/errorlabel.h"
 #include "ui/controls/formfields.h"
@@ -124,12 +125,20 @@ SuppliersView::SuppliersView(AppEnvironment& environment, QWidget* parent)
             refreshList();
     });
     connect(&m_model, &SuppliersViewModel::selectionChanged, this, &SuppliersView::showSelection);
-    connect(m_listCard, &RecordListCard::rowChosen, this, [this](int row) { m_model.select(m_listed[row]); });
+    connect(m_listCard, &RecordListCard::rowChosen, this, [this](int row) {
+        const Ref<Supplier> chosen = m_listed[row];
+        if (chosen == m_model.selectedSupplier())
+            return;
+        // The list keeps pointing at the supplier being edited until the question is answered.
+        m_listCard->showChosenRow(int(m_listed.indexOf(m_model.selectedSupplier())));
+        askToLeave([this, chosen] { m_model.select(chosen); });
+    });
     connect(m_new, &QPushButton::clicked, this, [this] {
-        if (m_model.addSupplier()) {
+        askToLeave([this] {
+            m_model.addSupplier();
             field(Field::name)->setFocus();
             field(Field::name)->selectAll();
-        }
+        });
     });
     refreshList();
 }
@@ -184,14 +193,14 @@ QWidget* SuppliersView::buildForm()
     column->addWidget(m_footer);
     column->addStretch();
 
-    // Edits go straight onto the supplier; the list shows them once saved.
+    // Edits go onto the view model's copy; the list shows them once saved.
     const auto edited = [this] { m_footer->markEdited(); };
     const std::array<void (Supplier::*)(const QString&), 3> setters{&Supplier::setName, &Supplier::setPhone,
                                                                     &Supplier::setEmail};
     for (int i = 0; i < m_fields.size(); ++i) {
         const auto setter = setters[size_t(i)];
         connect(m_fields[i], &QLineEdit::textEdited, this, [this, setter, edited](const QString& text) {
-            if (const Ref<Supplier> supplier = m_model.selectedSupplier())
+            if (const Ref<Supplier> supplier = m_model.editedSupplier())
                 ((*supplier).*setter)(text);
             edited();
         });
@@ -202,17 +211,17 @@ QWidget* SuppliersView::buildForm()
         const auto setter = noteSetters[size_t(i)];
         QPlainTextEdit* edit = m_notes[i];
         connect(edit, &QPlainTextEdit::textChanged, this, [this, setter, edit, edited] {
-            if (const Ref<Supplier> supplier = m_model.selectedSupplier())
+            if (const Ref<Supplier> supplier = m_model.editedSupplier())
                 ((*supplier).*setter)(edit->toPlainText());
             edited();
         });
     }
     connect(m_active, &QCheckBox::clicked, this, [this, edited](bool on) {
-        if (const Ref<Supplier> supplier = m_model.selectedSupplier())
+        if (const Ref<Supplier> supplier = m_model.editedSupplier())
             supplier->setIsActive(on);
         edited();
     });
-    connect(m_footer->saveButton(), &QPushButton::clicked, this, &SuppliersView::save);
+    connect(m_footer->saveButton(), &QPushButton::clicked, this, [this] { save(); });
     connect(m_footer->deleteButton(), &QPushButton::clicked, this, &SuppliersView::confirmDelete);
     return m_form;
 }
@@ -250,13 +259,20 @@ void SuppliersView::refreshList()
 
 void SuppliersView::showSelection()
 {
-    const Ref<Supplier> supplier = m_model.selectedSupplier();
-    m_listCard->showChosenRow(int(m_listed.indexOf(supplier)));
+    // A new supplier has no row until it is saved.
+    m_listCard->showChosenRow(int(m_listed.indexOf(m_model.selectedSupplier())));
     m_footer->clear();
-    if (!supplier) {
+    if (!m_model.editedSupplier()) {
         m_detail->showDetail(nullptr);
         return;
     }
+    showFields();
+    m_detail->showDetail(m_form);
+}
+
+void SuppliersView::showFields()
+{
+    const Ref<Supplier> supplier = m_model.editedSupplier();
     field(Field::name)->setText(supplier->name());
     field(Field::phone)->setText(supplier->phone());
     field(Field::email)->setText(supplier->email());
@@ -267,27 +283,43 @@ void SuppliersView::showSelection()
     for (QPlainTextEdit* edit : m_notes)
         edit->blockSignals(false);
     m_active->setChecked(supplier->isActive());
-    m_detail->showDetail(m_form);
+    m_footer->showNewRecord(m_model.isNewSupplier());
 }
 
-void SuppliersView::save()
+bool SuppliersView::save()
 {
-    const Ref<Supplier> supplier = m_model.selectedSupplier();
-    if (!supplier)
-        return;
-    const std::optional<QString> failure = m_model.save(supplier);
+    if (!m_model.editedSupplier())
+        return false;
+    const std::optional<QString> failure = m_model.save();
     m_footer->showSaveResult(failure);
     if (!failure)
-        field(Field::name)->setText(supplier->name());
+        showFields();
+    return !failure;
 }
 
 void SuppliersView::confirmDelete()
 {
-    const Ref<Supplier> supplier = m_model.selectedSupplier();
-    if (!supplier)
+    if (!m_model.editedSupplier())
         return;
     askToDelete(this, SuppliersViewModel::deleteTitle(), SuppliersViewModel::deleteMessage(),
-                [this, supplier] { m_model.deleteSupplier(supplier); });
+                [this] { m_model.deleteSupplier(); });
+}
+
+bool SuppliersView::hasUnsavedEdits() const
+{
+    return m_model.hasUnsavedEdits();
+}
+
+void SuppliersView::askToLeave(std::function<void()> proceed)
+{
+    if (!m_model.hasUnsavedEdits()) {
+        proceed();
+        return;
+    }
+    askToSaveChanges(
+        this, nameOrTitle(m_model.editedSupplier()->name(), SuppliersViewModel::newSupplierTitle()),
+        [this] { return save(); },
+        [this] { m_model.discardEdits(); }, std::move(proceed));
 }
 
 QStringList SuppliersView::listedNames() const

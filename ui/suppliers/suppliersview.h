@@ -2,6 +2,7 @@
 
 #include "stock/suppliersviewmodel.h"
 #include "ui/controls/formfooter.h"
+#include "ui/navigation/editingscreen.h"
 
 class AppEnvironment;
 class DetailPages;
@@ -13,9 +14,9 @@ class QPlainTextEdit;
 class QPushButton;
 class RecordListCard;
 
-// The "Suppliers" section: the searchable list beside the selected supplier's details, with
-// "New Supplier", "Save" and "Delete Supplier".
-class SuppliersView : public QWidget {
+// The "Suppliers" section: the searchable list beside the details of the selected or a new
+// supplier, with "New Supplier", "Save" and "Delete Supplier". Leaving unsaved edits asks first.
+class SuppliersView : public QWidget, public EditingScreen {
     Q_OBJECT
 
 public:
@@ -37,6 +38,9 @@ public:
     ErrorLabel* formErrorLabel() const { return m_footer->errorLabel(); }
     QStringList listedNames() const;
 
+    bool hasUnsavedEdits() const override;
+    void askToLeave(std::function<void()> proceed) override;
+
 protected:
     void showEvent(QShowEvent* event) override;
 
@@ -44,7 +48,8 @@ private:
     QWidget* buildForm();
     void refreshList();
     void showSelection();
-    void save();
+    void showFields();
+    bool save();
     void confirmDelete();
 
     SuppliersViewModel m_model;

@@ -251,3 +251,40 @@ TEST_F(CustomersViewTest, LeavingUnsavedEditsAsksToSaveDiscardOrStay)
     EXPECT_EQ(view.findChild<QMessageBox*>(), nullptr);
     EXPECT_EQ(view.detail()->customer(), kofi);
 }
+
+TEST_F(CustomersViewTest, ANewCustomerIsMadeOnSaveAndItsEditsAreAskedAboutOnSignOut)
+{
+    signIn();
+    auto& view = goTo<CustomersView>(QStringLiteral("Customers"));
+    QTest::mouseClick(view.newCustomerButton(), Qt::LeftButton);
+    ASSERT_NE(view.detail(), nullptr);
+    EXPECT_FALSE(view.detail()->adjustPointsButton()->isEnabled()) << "points need the customer saved";
+    EXPECT_EQ(countRowsOnDisk(store.path(), QStringLiteral("Customer")), 0);
+    QTest::keyClicks(view.detail()->field(CustomerDetail::Field::name), "Esi");
+    QLineEdit* limit = view.detail()->field(CustomerDetail::Field::creditLimit);
+    limit->selectAll();
+    QTest::keyClicks(limit, "abc");
+    EXPECT_EQ(view.detail()->creditLimitErrorLabel()->text(), "Enter an amount such as 1,250.00.");
+    EXPECT_TRUE(view.detail()->isVisible()) << "the first customer is typed beside an empty list";
+    EXPECT_TRUE(view.detail()->creditLimitErrorLabel()->isVisible());
+
+    screen<MainNavigationView>()->signOutButton()->click();
+    auto* box = view.findChild<QMessageBox*>();
+    ASSERT_NE(box, nullptr);
+    EXPECT_EQ(box->text(), "Save changes to Esi?");
+    for (QAbstractButton* button : box->buttons())
+        if (button->text() == "Save")
+            button->click();
+    EXPECT_NE(session.currentUser(), nullptr) << "a limit that isn't an amount keeps the person here";
+    EXPECT_EQ(countRowsOnDisk(store.path(), QStringLiteral("Customer")), 0);
+
+    limit->selectAll();
+    QTest::keyClicks(limit, "1,000");
+    EXPECT_FALSE(view.detail()->creditLimitErrorLabel()->isVisible());
+    QTest::keyClick(limit, Qt::Key_Return);
+    ASSERT_EQ(view.customerList()->rowCount(), 1);
+    EXPECT_EQ(view.customerList()->currentRow(), 0) << "listed and chosen once saved";
+    EXPECT_EQ(view.detail()->customer()->creditLimit(), 1000);
+    EXPECT_EQ(limit->text(), "1000.00");
+    EXPECT_TRUE(view.detail()->adjustPointsButton()->isEnabled());
+}

@@ -6,7 +6,9 @@
 #include "ui/products/producteditform.h"
 
 #include "clock/clock.h"
+#include "money/taxsetup.h"
 #include "stock/stockbuilders.h"
+#include "store/sqlite.h"
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -14,6 +16,8 @@
 #include <QMenu>
 #include <QMessageBox>
 #include <QPushButton>
+
+#include <sqlite3.h>
 
 namespace {
 using Field = ProductEditForm::Field;
@@ -112,8 +116,9 @@ TEST_F(ProductsScreenTest, AProductOfEachTypeIsMadeThroughTheForm)
     QTest::mouseClick(form().saveButton(), Qt::LeftButton);
     EXPECT_FALSE(form().errorLabel()->isVisible());
 
-    const Ref<Product> rice = form().product();
-    EXPECT_FALSE(rice->hasChanges()) << "saved";
+    const Ref<Product> rice = view->model().selectedProduct();
+    ASSERT_NE(rice, nullptr) << "saved";
+    EXPECT_FALSE(rice->hasChanges());
     EXPECT_EQ(rice->name(), "Rice 5kg");
     EXPECT_EQ(rice->productType(), ProductType::inventory);
     EXPECT_EQ(rice->sku(), "RC-5");
@@ -124,8 +129,10 @@ TEST_F(ProductsScreenTest, AProductOfEachTypeIsMadeThroughTheForm)
     EXPECT_EQ(rice->reorderLevel(), 3.5);
     ASSERT_NE(rice->category(), nullptr);
     EXPECT_EQ(rice->category()->colorHex(), "#34C759");
-    EXPECT_EQ(rice->createdAt(), now.addSecs(-90));
+    EXPECT_EQ(rice->createdAt(), now);
     EXPECT_EQ(rice->updatedAt(), now);
+    ASSERT_NE(view->list()->currentItem(), nullptr) << "listed and chosen once saved";
+    EXPECT_EQ(view->list()->currentItem()->text(), "Rice 5kg");
     EXPECT_TRUE(rice->isTaxable());
     EXPECT_NE(rice->taxGroup(), nullptr);
 
@@ -140,8 +147,8 @@ TEST_F(ProductsScreenTest, AProductOfEachTypeIsMadeThroughTheForm)
     click(form().toggle(Toggle::taxable));
     EXPECT_TRUE(visibleTexts(&form()).contains("No tax is charged on this item."));
     QTest::mouseClick(form().saveButton(), Qt::LeftButton);
-    const Ref<Product> bag = form().product();
-    EXPECT_FALSE(bag->hasChanges());
+    const Ref<Product> bag = view->model().selectedProduct();
+    ASSERT_NE(bag, nullptr);
     EXPECT_EQ(bag->productType(), ProductType::nonInventory);
     EXPECT_FALSE(bag->isTaxable());
     EXPECT_EQ(bag->taxRate(), 0);
@@ -155,8 +162,8 @@ TEST_F(ProductsScreenTest, AProductOfEachTypeIsMadeThroughTheForm)
     EXPECT_TRUE(visibleTexts(&form()).contains("Enter a percentage from 0 to 100, or leave it blank."));
     type(Field::commission, QStringLiteral("12.5"));
     QTest::mouseClick(form().saveButton(), Qt::LeftButton);
-    const Ref<Product> braiding = form().product();
-    EXPECT_FALSE(braiding->hasChanges());
+    const Ref<Product> braiding = view->model().selectedProduct();
+    ASSERT_NE(braiding, nullptr);
     EXPECT_EQ(braiding->productType(), ProductType::service);
     EXPECT_TRUE(braiding->askForStaff());
     EXPECT_EQ(braiding->commissionRate(), 0.125);
@@ -166,7 +173,7 @@ TEST_F(ProductsScreenTest, AProductOfEachTypeIsMadeThroughTheForm)
     EXPECT_EQ(view->list()->currentItem()->text(), "Braiding");
 }
 
-TEST_F(ProductsScreenTest, ACostEditIsBookedWhenAnotherProductIsSelected)
+TEST_F(ProductsScreenTest, ACostEditIsBookedByTheSaveThatWritesIt)
 {
     addProduct(store.context(), {.name = QStringLiteral("Oil"), .stock = 3, .cost = 2});
     addProduct(store.context(), {.name = QStringLiteral("Soap"), .stock = 8, .cost = 2});
@@ -174,22 +181,26 @@ TEST_F(ProductsScreenTest, ACostEditIsBookedWhenAnotherProductIsSelected)
 
     selectProduct(QStringLiteral("Soap"));
     type(Field::costPrice, QStringLiteral("2.5"));
-    EXPECT_TRUE(costRows().isEmpty()) << "nothing is booked while the product is open";
-    selectProduct(QStringLiteral("Oil"));
-    ASSERT_EQ(costRows().size(), 1);
-    EXPECT_EQ(costRows().first()->product()->name(), "Soap");
+    EXPECT_EQ(view->listedNames(), (QStringList{"Oil", "Soap"}));
+    EXPECT_TRUE(costRows().isEmpty()) << "nothing is written while it is typed";
+    QTest::mouseClick(form().saveButton(), Qt::LeftButton);
+    ASSERT_EQ(countRowsOnDisk(store.path(), QStringLiteral("InventoryMovement")), 1);
     EXPECT_EQ(costRows().first()->costAfter(), 2.5);
     EXPECT_EQ(costRows().first()->performedBy(), user);
-
-    selectProduct(QStringLiteral("Soap"));
-    EXPECT_EQ(costRows().size(), 1) << "Oil was left as it was";
-    EXPECT_TRUE(visibleTexts(&form()).contains("Edited"));
+    EXPECT_TRUE(visibleTexts(&form()).contains("Edited")) << "the form shows the line it just wrote";
     EXPECT_TRUE(visibleTexts(&form()).contains("₵2.00 → ₵2.50"));
 
-    // Leaving the screen closes the form, and books the edit.
-    type(Field::costPrice, QStringLiteral("3"));
-    window->actionBus().setRequestedSection(AppSection::suppliers);
-    EXPECT_EQ(costRows().size(), 2);
+    // Text that is no amount is refused at the field, and Save writes nothing.
+    type(Field::sellingPrice, QStringLiteral("45O"));
+    EXPECT_TRUE(form().fieldErrorLabel(Field::sellingPrice)->isVisible());
+    EXPECT_EQ(form().fieldErrorLabel(Field::sellingPrice)->text(), "Enter an amount such as 1,250.00.");
+    QTest::mouseClick(form().saveButton(), Qt::LeftButton);
+    EXPECT_EQ(form().errorLabel()->text(), "Enter an amount such as 1,250.00.");
+    EXPECT_EQ(view->model().selectedProduct()->sellingPrice(), 0);
+    type(Field::sellingPrice, QStringLiteral("1,250"));
+    EXPECT_FALSE(form().fieldErrorLabel(Field::sellingPrice)->isVisible());
+    QTest::keyClick(form().field(Field::sellingPrice), Qt::Key_Tab);
+    EXPECT_EQ(form().field(Field::sellingPrice)->text(), "1250.00") << "leaving shows the amount taken";
 }
 
 TEST_F(ProductsScreenTest, FiltersCombineAndDeleteAsksFirst)
@@ -242,4 +253,45 @@ TEST_F(ProductsScreenTest, FiltersCombineAndDeleteAsksFirst)
     EXPECT_TRUE(visibleTexts(view).contains("Select a product"));
     EXPECT_EQ(view->listedNames(), (QStringList{"Haircut", "Water"}));
     EXPECT_EQ(countRowsOnDisk(store.path(), QStringLiteral("Product")), 3);
+}
+
+// With the store unreadable, choosing another product once ended in terminate().
+TEST_F(ProductsScreenTest, AStoreThatFailsUnderAnyClickEndsInAMessage)
+{
+    const Ref<Category> drinks = std::make_shared<Category>();
+    drinks->setName(QStringLiteral("Drinks"));
+    store.context().insert(drinks);
+    for (const char* name : {"Cola", "Malt", "Water"}) {
+        const Ref<Product> product = addProduct(store.context(), {.name = QString::fromUtf8(name), .cost = 2});
+        product->setCategory(drinks);
+    }
+    store.context().save();
+    TaxSetup::ensure(store.context(), nullptr);
+    openProducts();
+    const auto anyMessageShown = [&] {
+        return view->errorLabel()->isVisible() ||
+               (view->form() && (view->form()->errorLabel()->isVisible()));
+    };
+    const std::function<void()> clicks[] = {
+        [&] { view->selectRow(int(view->listedNames().indexOf(view->model().selectedProduct() &&
+                                                                 view->model().selectedProduct()->name() == "Cola"
+                                                             ? "Malt"
+                                                             : "Cola"))); },
+        [&] { view->newProductButton()->click(); },
+    };
+    int fired = 0;
+    for (const auto& click : clicks) {
+        for (int nth = 1; nth <= 30; ++nth) {
+            SCOPED_TRACE(nth);
+            SqliteConnection::injectFault(nth, SQLITE_IOERR_READ);
+            EXPECT_NO_THROW(click());
+            const bool hit = SqliteConnection::faultFired();
+            SqliteConnection::clearFault();
+            if (hit) {
+                ++fired;
+                EXPECT_TRUE(anyMessageShown());
+            }
+        }
+    }
+    EXPECT_GT(fired, 0);
 }

@@ -12,6 +12,8 @@
 #include <QPlainTextEdit>
 #include <QPushButton>
 
+#include "support/faultloop.h"
+
 namespace {
 class SuppliersScreenTest : public ScreenTest {
 protected:
@@ -54,8 +56,8 @@ TEST_F(SuppliersScreenTest, ASupplierMadeHereIsSavedAndOfferedForProducts)
     EXPECT_FALSE(view->formErrorLabel()->isVisible());
 
     const Ref<Supplier> akosua = view->model().selectedSupplier();
-    ASSERT_NE(akosua, nullptr);
-    EXPECT_FALSE(akosua->hasChanges()) << "saved";
+    ASSERT_NE(akosua, nullptr) << "saved";
+    EXPECT_FALSE(akosua->hasChanges());
     EXPECT_EQ(akosua->name(), "Akosua Trading");
     EXPECT_EQ(akosua->phone(), "024 555 0101");
     EXPECT_EQ(akosua->email(), "orders@akosua.com");
@@ -89,6 +91,10 @@ TEST_F(SuppliersScreenTest, DeleteAsksFirstAndKeepsNothingBehind)
 {
     openSuppliers();
     QTest::mouseClick(view->newSupplierButton(), Qt::LeftButton);
+    EXPECT_FALSE(view->deleteButton()->isVisibleTo(view)) << "nothing in the store to delete yet";
+    view->saveButton()->click();
+    ASSERT_EQ(countRowsOnDisk(store.path(), QStringLiteral("Supplier")), 1);
+    ASSERT_TRUE(view->deleteButton()->isVisibleTo(view));
     view->deleteButton()->click();
     auto* confirm = view->findChild<QMessageBox*>();
     ASSERT_NE(confirm, nullptr);
@@ -97,7 +103,32 @@ TEST_F(SuppliersScreenTest, DeleteAsksFirstAndKeepsNothingBehind)
     for (QAbstractButton* button : confirm->buttons())
         if (button->text() == "Delete")
             button->click();
-    EXPECT_EQ(view->model().selectedSupplier(), nullptr);
+    EXPECT_EQ(view->model().editedSupplier(), nullptr);
     EXPECT_TRUE(view->listedNames().isEmpty());
     EXPECT_EQ(countRowsOnDisk(store.path(), QStringLiteral("Supplier")), 0);
+}
+
+TEST_F(SuppliersScreenTest, ChoosingAnotherSupplierAsksAboutUnsavedEdits)
+{
+    openSuppliers();
+    for (const char* name : {"Acme", "Bolt"}) {
+        QTest::mouseClick(view->newSupplierButton(), Qt::LeftButton);
+        QTest::keyClicks(view->field(SuppliersView::Field::name), name);
+        view->saveButton()->click();
+    }
+    ASSERT_EQ(view->listedNames(), (QStringList{"Acme", "Bolt"}));
+    type(view->field(SuppliersView::Field::phone), QStringLiteral("020 111"));
+    view->list()->setCurrentRow(0);
+    auto* box = view->findChild<QMessageBox*>();
+    ASSERT_NE(box, nullptr);
+    EXPECT_EQ(box->text(), "Save changes to Bolt?");
+    EXPECT_EQ(view->model().editedSupplier()->name(), "Bolt") << "nothing changes before the answer";
+    EXPECT_EQ(view->list()->currentRow(), 1);
+    for (QAbstractButton* button : box->buttons())
+        if (button->text() == "Don't Save")
+            button->click();
+    EXPECT_EQ(view->model().editedSupplier()->name(), "Acme");
+    EXPECT_EQ(view->field(SuppliersView::Field::phone)->text(), "");
+    EXPECT_EQ(view->list()->currentRow(), 0);
+    EXPECT_FALSE(dumpStoreFile(store.path()).contains("020 111"));
 }

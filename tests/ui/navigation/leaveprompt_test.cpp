@@ -1,0 +1,185 @@
+#include "ui/controls/errorlabel.h"
+#include "ui/controls/screentest.h"
+#include "ui/products/producteditform.h"
+#include "ui/products/productsview.h"
+#include "ui/stores/marketcommands.h"
+#include "ui/suppliers/suppliersview.h"
+
+#include "stock/stockbuilders.h"
+#include "support/faultloop.h"
+
+#include <QLineEdit>
+#include <QMessageBox>
+#include <QPushButton>
+
+#include <sqlite3.h>
+
+namespace {
+enum class Answer { save, discard, cancel };
+
+// Unsaved edits on the Products form, and each way there is to leave them.
+class LeavePromptTest : public ScreenTest {
+protected:
+    void SetUp() override
+    {
+        markets.registry.bootstrapIfNeeded();
+        markets.registry.createMarket(QStringLiteral("Annex"));
+        addProduct(store.context(), {.name = QStringLiteral("Oil")});
+        addProduct(store.context(), {.name = QStringLiteral("Soap")});
+        signIn(UserRole::admin);
+        view = &goTo<ProductsView>(QStringLiteral("Products"));
+        view->selectRow(int(view->listedNames().indexOf(QStringLiteral("Soap"))));
+        QLineEdit* name = view->form()->field(ProductEditForm::Field::name);
+        name->selectAll();
+        QTest::keyClicks(name, "Soap 250g");
+    }
+
+    MainNavigationView* navigation() const { return screen<MainNavigationView>(); }
+
+    QMessageBox* question() const
+    {
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        return window->findChild<QMessageBox*>();
+    }
+
+    void answer(Answer chosen) const
+    {
+        QMessageBox* box = question();
+        ASSERT_NE(box, nullptr);
+        EXPECT_EQ(box->text(), "Save changes to Soap 250g?");
+        const QString title = chosen == Answer::save      ? QStringLiteral("Save")
+                              : chosen == Answer::discard ? QStringLiteral("Don't Save")
+                                                          : QStringLiteral("Cancel");
+        for (QAbstractButton* button : box->buttons()) {
+            if (button->text() == title) {
+                button->click();
+                return;
+            }
+        }
+        ADD_FAILURE() << "no button " << title.toStdString();
+    }
+
+    bool savedOnDisk() const { return dumpStoreFile(store.path()).contains(QStringLiteral("Soap 250g")); }
+
+    ProductsView* view = nullptr;
+};
+
+class LeavePathTest;
+
+struct LeavePath {
+    const char* name;
+    std::function<void(LeavePathTest&)> leave;
+    std::function<bool(LeavePathTest&)> hasLeft;
+};
+
+[[maybe_unused]] void PrintTo(const LeavePath& path, std::ostream* out)
+{
+    *out << path.name;
+}
+
+[[maybe_unused]] void PrintTo(Answer answer, std::ostream* out)
+{
+    *out << (answer == Answer::save ? "Save" : answer == Answer::discard ? "Don't Save" : "Cancel");
+}
+
+class LeavePathTest : public LeavePromptTest,
+                      public ::testing::WithParamInterface<std::tuple<LeavePath, Answer>> {
+public:
+    // The test's protected members, for the table of paths.
+    MainNavigationView* nav() const { return navigation(); }
+    ProductsView* products() const { return view; }
+    MainWindow* mainWindow() const { return window.get(); }
+    SessionStore& sessionStore() { return session; }
+    int relaunches() const { return relauncher.count; }
+};
+
+const LeavePath paths[] = {
+    {"AnotherRow",
+     [](LeavePathTest& t) { t.products()->selectRow(int(t.products()->listedNames().indexOf("Oil"))); },
+     [](LeavePathTest& t) {
+         return t.products()->model().selectedProduct() &&
+                t.products()->model().selectedProduct()->name() == "Oil";
+     }},
+    {"NewProduct", [](LeavePathTest& t) { t.products()->newProductButton()->click(); },
+     [](LeavePathTest& t) { return t.products()->model().isNewProduct(); }},
+    {"Sidebar",
+     [](LeavePathTest& t) {
+         t.nav()->sidebar()->setCurrentItem(t.nav()->sidebar()->findItems("Suppliers", Qt::MatchExactly).value(0));
+     },
+     [](LeavePathTest& t) { return qobject_cast<SuppliersView*>(t.nav()->currentScreen()) != nullptr; }},
+    {"RequestFromAScreen",
+     [](LeavePathTest& t) { t.mainWindow()->actionBus().setRequestedSection(AppSection::customers); },
+     [](LeavePathTest& t) { return t.nav()->model().selection() == AppSection::customers; }},
+    {"SignOut", [](LeavePathTest& t) { t.nav()->signOutButton()->click(); },
+     [](LeavePathTest& t) { return t.sessionStore().currentUser() == nullptr; }},
+    {"SwitchStore",
+     [](LeavePathTest& t) {
+         auto* commands = t.mainWindow()->findChild<MarketCommands*>();
+         ASSERT_NE(commands, nullptr);
+         Q_EMIT commands->switchStoreMenu()->aboutToShow();
+         commands->switchStoreMenu()->actions().last()->trigger();
+     },
+     [](LeavePathTest& t) { return t.relaunches() == 1; }},
+    {"CloseTheWindow", [](LeavePathTest& t) { t.mainWindow()->close(); },
+     [](LeavePathTest& t) { return !t.mainWindow()->isVisible(); }},
+};
+} // namespace
+
+TEST_P(LeavePathTest, AsksAndDoesWhatTheAnswerSays)
+{
+    const auto& [path, chosen] = GetParam();
+    path.leave(*this);
+    ASSERT_NE(question(), nullptr) << "left without asking";
+    EXPECT_FALSE(path.hasLeft(*this)) << "nothing moves before the answer";
+    answer(chosen);
+    EXPECT_EQ(path.hasLeft(*this), chosen != Answer::cancel);
+    EXPECT_EQ(savedOnDisk(), chosen == Answer::save);
+    if (chosen == Answer::cancel) {
+        ASSERT_NE(view->form(), nullptr);
+        EXPECT_EQ(view->form()->field(ProductEditForm::Field::name)->text(), "Soap 250g");
+        EXPECT_TRUE(view->model().hasUnsavedEdits());
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(EveryWayOut, LeavePathTest,
+                         ::testing::Combine(::testing::ValuesIn(paths),
+                                            ::testing::Values(Answer::save, Answer::discard, Answer::cancel)),
+                         [](const auto& info) {
+                             const Answer chosen = std::get<1>(info.param);
+                             return std::string(std::get<0>(info.param).name) +
+                                    (chosen == Answer::save      ? "_Save"
+                                     : chosen == Answer::discard ? "_DontSave"
+                                                                 : "_Cancel");
+                         });
+
+TEST_F(LeavePromptTest, ASaveThatFailsKeepsThePersonOnTheFormWithTheReason)
+{
+    navigation()->signOutButton()->click();
+    SqliteConnection::injectFault(1, SQLITE_FULL);
+    answer(Answer::save);
+    SqliteConnection::clearFault();
+    EXPECT_NE(session.currentUser(), nullptr) << "still signed in";
+    ASSERT_NE(view->form(), nullptr);
+    EXPECT_TRUE(view->form()->errorLabel()->isVisible());
+    EXPECT_TRUE(view->form()->errorLabel()->text().contains("The disk is full")) << view->form()->errorLabel()->text().toStdString();
+    EXPECT_EQ(view->form()->field(ProductEditForm::Field::name)->text(), "Soap 250g");
+    EXPECT_FALSE(savedOnDisk());
+
+    // Once there is room again the same click goes through, without a restart.
+    navigation()->signOutButton()->click();
+    answer(Answer::save);
+    EXPECT_EQ(session.currentUser(), nullptr);
+    EXPECT_TRUE(savedOnDisk());
+}
+
+TEST_F(LeavePromptTest, ANewProductNobodyTypedIntoIsLeftWithoutAQuestion)
+{
+    view->form()->saveButton()->click();
+    view->newProductButton()->click();
+    ASSERT_EQ(question(), nullptr) << "the saved form had nothing to ask about";
+    ASSERT_TRUE(view->model().isNewProduct());
+    view->selectRow(0);
+    EXPECT_EQ(question(), nullptr);
+    EXPECT_FALSE(view->model().isNewProduct());
+    EXPECT_EQ(countRowsOnDisk(store.path(), QStringLiteral("Product")), 2);
+}
