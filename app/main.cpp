@@ -1,14 +1,15 @@
 #include "clock/clock.h"
 #include "environment/startuperror.h"
 #include "environment/tallyrunapp.h"
+#include "refusal/refusal.h"
 #include "startup/appprofile.h"
 #include "startup/marketregistry.h"
 #include "stores/apprelauncher.h"
 #include "stores/marketswitcher.h"
 #include "ui/mainwindow.h"
 #include "ui/style/theme.h"
+#include "ui/tallyrunapplication.h"
 
-#include <QApplication>
 #include <QMessageBox>
 
 #include <cstdio>
@@ -31,7 +32,7 @@ int main(int argc, char* argv[])
     // Before the first QSettings, so preferences land under Tallyrun.
     QCoreApplication::setOrganizationName(AppProfile::organizationName());
     QCoreApplication::setApplicationName(AppProfile::applicationName());
-    QApplication application(argc, argv);
+    TallyrunApplication application(argc, argv);
     Theme::apply(application);
 
     MarketRegistry registry(AppProfile::defaults());
@@ -44,7 +45,15 @@ int main(int argc, char* argv[])
 
     SystemAppRelauncher relauncher([&app] { app->releaseStoreLock(); });
     MarketSwitcher switcher(registry, relauncher);
-    MainWindow window(app->environment(), app->session(), registry, switcher, app->market().name);
-    window.show();
+    std::unique_ptr<MainWindow> window;
+    try {
+        // The first screen reads the store; with no window to show a message in yet, a store that
+        // can't be read ends the start.
+        window = std::make_unique<MainWindow>(app->environment(), app->session(), registry, switcher,
+                                              app->market().name);
+    } catch (const Refusal& refusal) {
+        return stopAtStartup(refusal.description());
+    }
+    window->show();
     return application.exec();
 }

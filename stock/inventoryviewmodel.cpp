@@ -58,15 +58,24 @@ QList<Ref<Product>> InventoryViewModel::products()
     });
 }
 
-QList<Ref<InventoryMovement>> InventoryViewModel::movements(const Ref<Product>& product, int offset)
+QList<Ref<InventoryMovement>> InventoryViewModel::movements(const Ref<Product>& product,
+                                                            const Ref<InventoryMovement>& after)
 {
     Q_ASSERT(product);
+    Q_ASSERT(!after || after->product() == product);
     return reading(QList<Ref<InventoryMovement>>(), [&] {
-        // Rows of one instant come newest insert first, so pages neither skip nor repeat them.
-        return m_context.fetch<InventoryMovement>(FetchDescriptor(InventoryMovement::Col::product == product)
+        // Rows of one instant come newest insert first, so rowid breaks the tie. The key is read
+        // back from the row itself: a timestamp that went through QDateTime may have lost the
+        // digits that place it among its neighbours.
+        Condition filter = InventoryMovement::Col::product == product;
+        if (after)
+            filter = filter && Condition(QStringLiteral("(\"timestamp\", rowid) < (SELECT \"timestamp\", rowid "
+                                                        "FROM \"InventoryMovement\" WHERE \"id\" = ?)"),
+                                         {after->idText()});
+        return m_context.fetch<InventoryMovement>(FetchDescriptor(filter)
                                                       .sortedBy(descending(InventoryMovement::Col::timestamp))
                                                       .sortedBy(descending(Column{"rowid"}))
-                                                      .limitedTo(movementPageSize, offset));
+                                                      .limitedTo(movementPageSize));
     });
 }
 

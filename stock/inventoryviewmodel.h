@@ -28,8 +28,11 @@ public:
     QList<Ref<Product>> filteredProducts(const QList<Ref<Product>>& products) const;
     // The list of the screen: every stock-tracked product by name, through filteredProducts.
     QList<Ref<Product>> products();
-    // Newest first; `offset` counts rows already shown. Fewer than a page means the end.
-    QList<Ref<InventoryMovement>> movements(const Ref<Product>& product, int offset = 0);
+    // Newest first, a page at a time: the rows after `after`, the last one already shown, or the
+    // newest page without it. Fewer than a page means the end. Paged by key, not by position, so
+    // that a movement booked meanwhile neither repeats a row nor hides one.
+    QList<Ref<InventoryMovement>> movements(const Ref<Product>& product,
+                                            const Ref<InventoryMovement>& after = nullptr);
 
     // Sum of Product.stockValue over the products that track stock, unrounded.
     double stockValue();

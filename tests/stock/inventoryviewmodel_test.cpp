@@ -6,6 +6,51 @@
 
 #include <gtest/gtest.h>
 
+namespace {
+// Every page of a product's history, following the keys as the list does.
+QList<Ref<InventoryMovement>> allPages(InventoryViewModel& model, const Ref<Product>& product)
+{
+    QList<Ref<InventoryMovement>> seen;
+    for (int pages = 0; pages < 1000; ++pages) {
+        const QList<Ref<InventoryMovement>> page =
+            model.movements(product, seen.isEmpty() ? nullptr : seen.last());
+        seen.append(page);
+        if (page.size() < InventoryViewModel::movementPageSize)
+            return seen;
+    }
+    ADD_FAILURE() << "the pages never end";
+    return seen;
+}
+
+QList<double> changes(const QList<Ref<InventoryMovement>>& movements)
+{
+    QList<double> result;
+    for (const Ref<InventoryMovement>& movement : movements)
+        result.append(movement->quantityChange());
+    return result;
+}
+
+void addMovement(ModelContext& context, const Ref<Product>& product, double change, double seconds)
+{
+    auto movement = std::make_shared<InventoryMovement>();
+    movement->setProduct(product);
+    movement->setQuantityChange(change);
+    movement->setTimestamp(Record::dateFromSeconds(seconds));
+    context.insert(movement);
+}
+
+// As another writer (an import, an older version) may store it: a time with more digits than
+// QDateTime's milliseconds keep.
+void addMovementBySql(ModelContext& context, const Ref<Product>& product, double change, double seconds)
+{
+    SqliteStatement insert = context.connection().prepare(
+        QStringLiteral("INSERT INTO \"InventoryMovement\" (\"id\", \"product\", \"quantityChange\", "
+                       "\"timestamp\") VALUES (?, ?, ?, ?)"));
+    insert.bindAll({Record::uuidText(QUuid::createUuid()), product->idText(), change, seconds});
+    insert.execute();
+}
+} // namespace
+
 TEST(InventoryViewModel, MovementsComeNewestFirstOnePageAtATime)
 {
     TestStore store;
@@ -16,32 +61,84 @@ TEST(InventoryViewModel, MovementsComeNewestFirstOnePageAtATime)
     for (int i = 0; i < minutes; ++i) {
         const int minute = (i * 37) % minutes;
         for (const int k : {0, 1}) {
-            for (const Ref<Product>& product : {soap, oil}) {
-                auto movement = std::make_shared<InventoryMovement>();
-                movement->setProduct(product);
-                movement->setQuantityChange(minute * 2 + k);
-                movement->setTimestamp(Record::dateFromSeconds(1'700'000'000 + minute * 60.0));
-                store.context().insert(movement);
-            }
+            for (const Ref<Product>& product : {soap, oil})
+                addMovement(store.context(), product, minute * 2 + k, 1'700'000'000 + minute * 60.0);
         }
     }
     store.context().save();
 
     InventoryViewModel model(store.context());
-    QList<double> seen;
-    for (int offset = 0;; offset += InventoryViewModel::movementPageSize) {
-        const QList<Ref<InventoryMovement>> page = model.movements(soap, offset);
-        for (const Ref<InventoryMovement>& movement : page) {
-            EXPECT_EQ(movement->product(), soap);
-            seen.append(movement->quantityChange());
-        }
-        if (page.size() < InventoryViewModel::movementPageSize)
-            break;
-    }
+    const QList<Ref<InventoryMovement>> seen = allPages(model, soap);
+    for (const Ref<InventoryMovement>& movement : seen)
+        EXPECT_EQ(movement->product(), soap);
     // Of two rows of one instant, the one written last shows first.
     ASSERT_EQ(seen.size(), minutes * 2);
     for (int i = 0; i < seen.size(); ++i)
-        EXPECT_EQ(seen[i], minutes * 2 - 1 - i);
+        EXPECT_EQ(seen[i]->quantityChange(), minutes * 2 - 1 - i);
+}
+
+TEST(InventoryViewModel, PagesThatEndInsideOneInstantNeitherSkipNorRepeatItsRows)
+{
+    const int page = InventoryViewModel::movementPageSize;
+    struct Layout {
+        const char* name;
+        int before, together, after; // rows older than, at and newer than the shared instant
+        double instant;
+        bool bySql;
+    };
+    const Layout layouts[] = {
+        {"a whole history in one instant", 0, 2 * page + 7, 0, 1'700'000'000.0, false},
+        {"a run straddling two page ends", page - 3, page + 6, page - 10, 1'700'000'000.0, false},
+        {"finer than milliseconds", page - 3, page + 6, 5, 1'700'000'000.0004567, true},
+    };
+    for (const Layout& layout : layouts) {
+        SCOPED_TRACE(layout.name);
+        TestStore store;
+        const Ref<Product> soap = addProduct(store.context());
+        // Written in time order, numbered as written: newest time first and, within an instant,
+        // last written first is exactly the reverse.
+        int written = 0;
+        const auto add = [&](double seconds) {
+            if (layout.bySql)
+                addMovementBySql(store.context(), soap, written++, seconds);
+            else
+                addMovement(store.context(), soap, written++, seconds);
+        };
+        for (int i = 0; i < layout.before; ++i)
+            add(layout.instant - 1000 + i);
+        for (int i = 0; i < layout.together; ++i)
+            add(layout.instant);
+        for (int i = 0; i < layout.after; ++i)
+            add(layout.instant + 1 + i);
+        store.context().save();
+
+        QList<double> expected;
+        for (int i = written - 1; i >= 0; --i)
+            expected.append(i);
+        InventoryViewModel model(store.context());
+        EXPECT_EQ(changes(allPages(model, soap)), expected);
+    }
+}
+
+TEST(InventoryViewModel, AMovementBookedWhileScrollingRepeatsNoRowOfTheNextPage)
+{
+    TestStore store;
+    const Ref<Product> soap = addProduct(store.context());
+    const int rows = InventoryViewModel::movementPageSize + 20;
+    for (int i = 0; i < rows; ++i)
+        addMovement(store.context(), soap, i, 1'700'000'000.0 + i * 60);
+    store.context().save();
+
+    InventoryViewModel model(store.context());
+    const QList<Ref<InventoryMovement>> first = model.movements(soap);
+    // A sale at the till puts a newer row on top before the list asks for more.
+    addMovement(store.context(), soap, -1, 1'800'000'000.0);
+    store.context().save();
+    const QList<Ref<InventoryMovement>> second = model.movements(soap, first.last());
+
+    ASSERT_EQ(second.size(), 20);
+    EXPECT_EQ(second.first()->quantityChange(), first.last()->quantityChange() - 1);
+    EXPECT_EQ(second.last()->quantityChange(), 0);
 }
 
 TEST(InventoryViewModel, SummaryCountsOnlyProductsThatTrackStock)

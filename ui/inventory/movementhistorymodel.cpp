@@ -57,7 +57,7 @@ void MovementHistoryModel::fetchMore(const QModelIndex& parent)
 {
     if (!canFetchMore(parent))
         return;
-    const QList<Ref<InventoryMovement>> page = m_inventory.movements(m_product, int(m_rows.size()));
+    const QList<Ref<InventoryMovement>> page = m_inventory.movements(m_product, m_rows.last());
     m_atEnd = page.size() < InventoryViewModel::movementPageSize;
     if (page.isEmpty())
         return;
