@@ -14,6 +14,7 @@
 
 #include <cstdio>
 #include <memory>
+#include <optional>
 
 namespace {
 int stopAtStartup(const QString& description)
@@ -55,5 +56,8 @@ int main(int argc, char* argv[])
         return stopAtStartup(refusal.description());
     }
     window->show();
+    // The store opened and works; what start-up could not repair is said once, not hidden.
+    if (const std::optional<QString> problem = app->maintenanceProblem())
+        QMessageBox::warning(window.get(), QStringLiteral("Tallyrun"), *problem);
     return application.exec();
 }
