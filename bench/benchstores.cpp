@@ -47,3 +47,13 @@ QString fiveYearStoreCopy()
     }();
     return path;
 }
+
+QString queryPlan(ModelContext& context, const QString& sql, const QVariantList& bindings)
+{
+    SqliteStatement statement = context.connection().prepare(QStringLiteral("EXPLAIN QUERY PLAN ") + sql);
+    statement.bindAll(bindings);
+    QStringList lines;
+    while (statement.step())
+        lines << statement.text(3);
+    return lines.join(QStringLiteral(" | "));
+}

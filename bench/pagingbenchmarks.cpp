@@ -42,16 +42,6 @@ double pageCacheBytes(SqliteConnection& connection)
     return current;
 }
 
-QString queryPlan(ModelContext& context, const QString& sql, const QVariantList& bindings)
-{
-    SqliteStatement statement = context.connection().prepare(QStringLiteral("EXPLAIN QUERY PLAN ") + sql);
-    statement.bindAll(bindings);
-    QStringList lines;
-    while (statement.step())
-        lines << statement.text(3);
-    return lines.join(QStringLiteral(" | "));
-}
-
 // What grows while a list is paged to its end, sampled after every page.
 class Growth {
 public:

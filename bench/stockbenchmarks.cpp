@@ -18,17 +18,6 @@
 
 namespace {
 
-// The EXPLAIN QUERY PLAN lines of a statement, joined with " | ".
-QString queryPlan(ModelContext& context, const QString& sql, const QVariantList& bindings)
-{
-    SqliteStatement statement = context.connection().prepare(QStringLiteral("EXPLAIN QUERY PLAN ") + sql);
-    statement.bindAll(bindings);
-    QStringList lines;
-    while (statement.step())
-        lines << statement.text(3);
-    return lines.join(QStringLiteral(" | "));
-}
-
 // The text ModelContext::fetch sends for a descriptor, so that its plan can be checked.
 QString fetchSql(const Entity& entity, const FetchDescriptor& descriptor)
 {

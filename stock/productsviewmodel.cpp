@@ -366,15 +366,10 @@ void ProductsViewModel::showSavedProduct(const Ref<Product>& product)
 bool ProductsViewModel::deleteProduct()
 {
     Q_ASSERT(m_form.isOpen());
-    if (const Ref<Product> live = m_form.live()) {
-        try {
-            performUnitOfWork(m_context, [&] { m_context.remove(live); });
-        } catch (const Refusal& refusal) {
-            setErrorMessage(refusal.description());
-            return false;
-        }
-    }
-    setErrorMessage(std::nullopt);
+    const Ref<Product> live = m_form.live();
+    if (live && !saveOrUndo(m_context, [&] { m_context.remove(live); }))
+        return false;
+    setErrorMessage(std::nullopt); // a new one is just dropped
     select(nullptr);
     return true;
 }

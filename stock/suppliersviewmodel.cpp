@@ -119,15 +119,10 @@ std::optional<QString> SuppliersViewModel::save()
 bool SuppliersViewModel::deleteSupplier()
 {
     Q_ASSERT(m_form.isOpen());
-    if (const Ref<Supplier> live = m_form.live()) {
-        try {
-            performUnitOfWork(m_context, [&] { m_context.remove(live); });
-        } catch (const Refusal& refusal) {
-            setErrorMessage(refusal.description());
-            return false;
-        }
-    }
-    setErrorMessage(std::nullopt);
+    const Ref<Supplier> live = m_form.live();
+    if (live && !saveOrUndo(m_context, [&] { m_context.remove(live); }))
+        return false;
+    setErrorMessage(std::nullopt); // a new one is just dropped
     select(nullptr);
     return true;
 }
