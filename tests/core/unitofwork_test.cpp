@@ -168,7 +168,6 @@ TEST(Statements, ABusyStatementIsNeverHandedToASecondCaller)
 {
     TestStore store;
     SqliteConnection& connection = store.context().connection();
-    const QString sql = QStringLiteral("SELECT value FROM generate_series(1, 3)");
     const QString counting = QStringLiteral("WITH RECURSIVE n(x) AS (SELECT 1 UNION ALL SELECT x + 1 FROM n "
                                             "WHERE x < 3) SELECT x FROM n");
     SqliteStatement outer = connection.prepare(counting);
@@ -183,7 +182,6 @@ TEST(Statements, ABusyStatementIsNeverHandedToASecondCaller)
     // The outer cursor kept its place.
     ASSERT_TRUE(outer.step());
     EXPECT_EQ(outer.integer(0), 2);
-    Q_UNUSED(sql);
 }
 
 TEST(RowQuery, ReadsProjectionsWithoutMakingRecords)
