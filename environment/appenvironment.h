@@ -3,6 +3,11 @@
 #include "access/authservicing.h"
 #include "customers/accountsservice.h"
 #include "customers/loyaltyservice.h"
+#include "receipts/cashdrawer.h"
+#include "receipts/printerdirectory.h"
+#include "receipts/rawprinttransport.h"
+#include "receipts/receiptdata.h"
+#include "receipts/receiptprinting.h"
 #include "records/appsettings.h"
 #include "selling/salesservice.h"
 #include "stock/inventoryservicing.h"
@@ -11,12 +16,21 @@
 
 #include <memory>
 
+// The machine's printers, the spooler and the receipt printer; a test hands in doubles for any of
+// them, and the real one is built for each left out.
+struct ReceiptDevices {
+    std::unique_ptr<PrinterDirectory> printerDirectory;
+    std::unique_ptr<RawPrintTransport> rawPrintTransport;
+    std::unique_ptr<ReceiptPrinting> receiptPrinter;
+};
+
 // The program's services, built once on the one model context and shared by every screen.
 class AppEnvironment {
 public:
     // A service left out is built on the context; one handed in (a test double) is used instead.
     explicit AppEnvironment(ModelContext& modelContext, std::unique_ptr<AuthServicing> authService = nullptr,
-                            std::unique_ptr<InventoryServicing> inventoryService = nullptr);
+                            std::unique_ptr<InventoryServicing> inventoryService = nullptr,
+                            ReceiptDevices devices = {});
     AppEnvironment(const AppEnvironment&) = delete;
     AppEnvironment& operator=(const AppEnvironment&) = delete;
 
@@ -27,6 +41,15 @@ public:
     AccountsService& accountsService() { return m_accountsService; }
     LoyaltyService& loyaltyService() { return m_loyaltyService; }
     SalesService& salesService() { return m_salesService; }
+    PrinterDirectory& printerDirectory() { return *m_devices.printerDirectory; }
+    ReceiptPrinting& receiptPrinter() { return *m_devices.receiptPrinter; }
+    CashDrawerOpening& cashDrawer() { return m_cashDrawer; }
+    // The print dialog the screens offer when no receipt printer is chosen or it is gone.
+    void setPrintPanel(std::unique_ptr<PrintPanel> panel);
+
+    // A sale's receipt with the customer's account and points balances as they stand now.
+    ReceiptData receiptData(const Sale& sale, const AppSettings& settings);
+    std::optional<InstalledPrinter> chosenReceiptPrinter(const AppSettings& settings);
 
     // The store's one settings record, made with its defaults when there is none, as a unit of
     // work (or part of the caller's). Throws StoreError when the store can't be read or the new
@@ -41,4 +64,8 @@ private:
     AccountsService m_accountsService;
     LoyaltyService m_loyaltyService;
     SalesService m_salesService; // declared after the inventory service it stands on
+    ReceiptDevices m_devices;
+    SystemReceiptPrinter* m_systemReceiptPrinter = nullptr; // the receipt printer, unless a double
+    std::unique_ptr<PrintPanel> m_printPanel;
+    ConfigurableCashDrawer m_cashDrawer;
 };

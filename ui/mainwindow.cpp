@@ -12,6 +12,7 @@
 #include "ui/products/productsview.h"
 #include "ui/settings/settingsview.h"
 #include "ui/stores/marketcommands.h"
+#include "ui/receipts/dialogprintpanel.h"
 #include "ui/stores/newmarketsheet.h"
 #include "ui/suppliers/suppliersview.h"
 #include "ui/till/tillview.h"
@@ -31,6 +32,7 @@ MainWindow::MainWindow(AppEnvironment& environment, SessionStore& session, Marke
     setWindowTitle(tr("Brindle — %1").arg(storeName));
     setMinimumSize(1100, 720);
     installMenus();
+    environment.setPrintPanel(std::make_unique<DialogPrintPanel>(this));
     m_rootView = new RootView(environment, session, screens(), this);
     setCentralWidget(m_rootView);
 }

@@ -2,6 +2,7 @@
 
 #include "ui/style/theme.h"
 
+#include <QGridLayout>
 #include <QLabel>
 #include <QVBoxLayout>
 
@@ -29,4 +30,35 @@ void SettingsSection::addSubheading(const QString& text)
 {
     m_layout->addSpacing(8);
     m_layout->addWidget(Theme::label(text, Theme::Text::strong, this));
+}
+
+QGridLayout* SettingsSection::addForm(QVBoxLayout* card)
+{
+    auto* form = new QGridLayout;
+    form->setHorizontalSpacing(16);
+    form->setVerticalSpacing(10);
+    form->setColumnStretch(1, 1);
+    card->addLayout(form);
+    return form;
+}
+
+QLabel* SettingsSection::addRow(QGridLayout* form, const QString& label, QWidget* field)
+{
+    const int row = form->rowCount();
+    QLabel* caption = nullptr;
+    if (!label.isEmpty()) {
+        caption = new QLabel(label, this);
+        caption->setBuddy(field);
+        form->addWidget(caption, row, 0, Qt::AlignLeft | Qt::AlignVCenter);
+    }
+    if (field->accessibleName().isEmpty())
+        field->setAccessibleName(label);
+    form->addWidget(field, row, 1);
+    return caption;
+}
+
+void SettingsSection::addNote(QGridLayout* form, QLabel* note)
+{
+    note->setWordWrap(true);
+    form->addWidget(note, form->rowCount(), 1);
 }

@@ -2,6 +2,8 @@
 
 #include <QWidget>
 
+class QGridLayout;
+class QLabel;
 class QVBoxLayout;
 
 // One concern of the Settings form: a heading over one or more cards of rows.
@@ -15,6 +17,11 @@ protected:
     // A new card below the last, with its own column of rows.
     QVBoxLayout* addCard();
     void addSubheading(const QString& text);
+    // Rows of a card: the label beside its field, both centred on the row.
+    static QGridLayout* addForm(QVBoxLayout* card);
+    QLabel* addRow(QGridLayout* form, const QString& label, QWidget* field);
+    // A line under a row saying what it does, in the quiet note style.
+    void addNote(QGridLayout* form, QLabel* note);
 
 private:
     QVBoxLayout* m_layout;

@@ -1,7 +1,9 @@
 #include "ui/settings/settingsview.h"
 
 #include "environment/appenvironment.h"
+#include "receipts/receiptsettingsmodel.h"
 #include "startup/sessionstore.h"
+#include "ui/settings/receiptsettingssection.h"
 #include "ui/settings/useraccountssection.h"
 #include "ui/style/theme.h"
 
@@ -44,10 +46,20 @@ void SettingsView::build()
 {
     m_built = true;
     // Sections follow in their fixed order; the rows of each write to the record and save at once.
-    for (QWidget* section : {usersSection()}) {
+    QList<QWidget*> sections = receiptSections();
+    sections.append(usersSection());
+    for (QWidget* section : sections) {
         section->setMaximumWidth(860);
         m_sections->addWidget(section);
     }
+}
+
+QList<QWidget*> SettingsView::receiptSections()
+{
+    m_receiptSettings = new ReceiptSettingsModel(m_environment.modelContext(), m_session.settings(),
+                                                 m_environment.printerDirectory(), m_environment.receiptPrinter(),
+                                                 m_environment.cashDrawer(), this);
+    return {new ReceiptSettingsSection(*m_receiptSettings, m_session), new CashDrawerSettingsSection(*m_receiptSettings)};
 }
 
 QWidget* SettingsView::usersSection()

@@ -4,6 +4,7 @@
 
 class AppEnvironment;
 class QVBoxLayout;
+class ReceiptSettingsModel;
 class SessionStore;
 
 // The "Settings" section: one form over the store's settings, a section for each concern in a
@@ -16,10 +17,12 @@ public:
 
 private:
     void build();
+    QList<QWidget*> receiptSections();
     QWidget* usersSection();
 
     AppEnvironment& m_environment;
     SessionStore& m_session;
     QVBoxLayout* m_sections;
     bool m_built = false;
+    ReceiptSettingsModel* m_receiptSettings = nullptr;
 };

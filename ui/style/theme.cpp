@@ -4,7 +4,9 @@
 #include <QLabel>
 #include <QPalette>
 #include <QPushButton>
+#include <QStyle>
 #include <QStyleFactory>
+#include <QWidget>
 
 namespace {
 const char* const kindProperty = "kind";
@@ -34,6 +36,7 @@ QLabel[kind="subtitle"] { font-size: 15px; color: #5f6b7a; }
 QLabel[kind="note"] { font-size: 13px; color: #5f6b7a; }
 QLabel[kind="strong"] { font-weight: 600; }
 QLabel[kind="error"] { color: #c62828; }
+QLabel[kind="warning"] { font-size: 13px; color: #9a5b00; }
 *[kind="card"] QLabel[kind="badge"], QLabel[kind="badge"] { font-size: 12px; color: #1d4f86; background: #dce8f6; border-radius: 8px;
                        padding: 1px 8px; }
 
@@ -64,6 +67,11 @@ QPushButton[kind="segment"][position="last"] { border-top-right-radius: 6px;
                                                border-bottom-right-radius: 6px; border-left: none; }
 QPushButton[kind="segment"]:checked { background: #2f6fb3; border-color: #2f6fb3; color: #ffffff;
                                       font-weight: 600; }
+
+QPushButton[kind="link"] { background: transparent; border: none; padding: 0; color: #2f6fb3; min-height: 0; }
+QPushButton[kind="link"]:hover { text-decoration: underline; }
+
+QFrame[kind="paperTray"] { background: #eceff3; border: none; border-radius: 8px; }
 
 QPushButton[kind="key"] { font-size: 20px; min-width: 56px; min-height: 44px; }
 
@@ -140,4 +148,9 @@ void Theme::markCard(QWidget* widget)
 void Theme::setKind(QWidget* widget, const char* kind)
 {
     widget->setProperty(kindProperty, QString::fromLatin1(kind));
+    // A widget already shown keeps its old look until its style is worked out again.
+    if (widget->testAttribute(Qt::WA_WState_Polished)) {
+        widget->style()->unpolish(widget);
+        widget->style()->polish(widget);
+    }
 }

@@ -1,0 +1,154 @@
+#include "receipts/receiptdata.h"
+
+#include "environment/appenvironment.h"
+#include "receiptscene.h"
+
+namespace {
+
+const TaxComponent vat{QStringLiteral("VAT"), 0.15};
+const TaxComponent nhil{QStringLiteral("NHIL"), 0.025};
+const TaxComponent getFund{QStringLiteral("GETFund"), 0.025};
+
+using ReceiptDataTest = ReceiptScene;
+
+TEST_F(ReceiptDataTest, TakesEveryFieldFromTheSaleAndSettings)
+{
+    const Ref<Sale> sold = sale(QStringLiteral("INV-20260309-0042"), kofi);
+    item(sold, QStringLiteral("Haircut"), 1, 50)->setStaffName(QStringLiteral("Efua"));
+    item(sold, QStringLiteral("Rice"), 1.5, 12.335)->setSellingUnitRaw(QStringLiteral("kg"));
+    item(sold, QStringLiteral("Soap"), 2, 3)->setSellingUnitRaw(QStringLiteral("bushel"));
+    payment(sold, PaymentMethodType::mobileMoney, 40);
+    payment(sold, PaymentMethodType::cash, 38.5, 50, 11.5)->setMethodRaw(QStringLiteral("barter"));
+    sold->setSubtotal(74.5);
+    sold->setLineDiscountTotal(1.25);
+    sold->setSaleDiscount(0.75);
+    sold->setPointsDiscount(5);
+    sold->setTotal(78.5);
+    context.save();
+
+    const ReceiptData receipt = ReceiptData::from(*sold, *settings);
+    EXPECT_EQ(receipt.businessName, QStringLiteral("Adwoa's Provisions"));
+    EXPECT_EQ(receipt.invoiceNumber, QStringLiteral("INV-20260309-0042"));
+    EXPECT_EQ(receipt.cashierName, QStringLiteral("Ama Mensah"));
+    EXPECT_EQ(receipt.customerName, QStringLiteral("Kofi Boateng"));
+    ASSERT_EQ(receipt.lines.size(), 3);
+    EXPECT_EQ(receipt.lines[0].name, QStringLiteral("Haircut (Efua)"));
+    EXPECT_EQ(receipt.lines[0].quantityText(), QStringLiteral("1"));
+    // 1.5 × 12.335 = 18.5025, shown to the cent.
+    EXPECT_DOUBLE_EQ(receipt.lines[1].lineTotal, 18.5);
+    EXPECT_EQ(receipt.lines[1].quantityText(), QStringLiteral("1.5 kg"));
+    EXPECT_EQ(receipt.lines[2].unitSymbol, QString());
+    // The points' value is its own row, not part of the discount.
+    EXPECT_DOUBLE_EQ(receipt.discountTotal, 2.0);
+    ASSERT_EQ(receipt.payments.size(), 2);
+    EXPECT_EQ(receipt.payments[0].method, QStringLiteral("Mobile Money"));
+    EXPECT_EQ(receipt.payments[1].method, QStringLiteral("Cash"));
+    EXPECT_DOUBLE_EQ(receipt.payments[1].changeGiven, 11.5);
+    EXPECT_FALSE(receipt.accountBalance);
+    EXPECT_FALSE(receipt.pointsBalance);
+    EXPECT_FALSE(receipt.voidNote);
+}
+
+TEST_F(ReceiptDataTest, ASaleWithoutCashierOrCustomerShowsADashAndNoCustomer)
+{
+    auto sold = Sale::make(QStringLiteral("INV-1"), {}, {}, {});
+    saved(sold);
+    const ReceiptData receipt = ReceiptData::from(*sold, *settings);
+    EXPECT_EQ(receipt.cashierName, QStringLiteral("—"));
+    EXPECT_FALSE(receipt.customerName);
+}
+
+TEST_F(ReceiptDataTest, TaxRowsFollowTheNumberOfTaxes)
+{
+    struct Case {
+        std::vector<TaxComponent> taxes;
+        QStringList labels;
+    };
+    const std::vector<Case> cases{
+        {{}, {QStringLiteral("Tax")}},
+        {{vat}, {QStringLiteral("VAT")}},
+        {{vat, nhil}, {QStringLiteral("VAT"), QStringLiteral("NHIL"), QStringLiteral("Total Tax")}},
+        {{vat, nhil, getFund},
+         {QStringLiteral("VAT"), QStringLiteral("NHIL"), QStringLiteral("GETFund"), QStringLiteral("Total Tax")}},
+    };
+    for (const Case& c : cases) {
+        const Ref<Sale> sold = sale(QStringLiteral("INV-%1").arg(c.taxes.size()));
+        item(sold, QStringLiteral("Oil"), 1, 100, c.taxes);
+        double rate = 0;
+        for (const TaxComponent& tax : c.taxes)
+            rate += tax.share;
+        sold->setTaxTotal(100 * rate);
+        context.save();
+        const QList<ReceiptData::TaxRow> rows = ReceiptData::from(*sold, *settings).taxRows();
+        QStringList labels;
+        for (const ReceiptData::TaxRow& row : rows)
+            labels << row.label;
+        EXPECT_EQ(labels, c.labels);
+        // Only the total of two or more is bold, and it carries the sale's tax.
+        EXPECT_EQ(rows.last().isTotal, c.taxes.size() >= 2);
+        EXPECT_DOUBLE_EQ(rows.last().value, c.taxes.size() == 1 ? 15 : 100 * rate);
+    }
+}
+
+TEST_F(ReceiptDataTest, TheVoidNoteIsWorkedOutOnEveryBuild)
+{
+    const Ref<Sale> sold = sale();
+    EXPECT_FALSE(ReceiptData::from(*sold, *settings).voidNote);
+    sold->setStatus(SaleStatus::voided);
+    EXPECT_EQ(ReceiptData::from(*sold, *settings).voidNote, QStringLiteral("VOIDED"));
+    sold->setVoidReason(QString());
+    EXPECT_EQ(ReceiptData::from(*sold, *settings).voidNote, QStringLiteral("VOIDED"));
+    sold->setVoidReason(QStringLiteral("Rang up twice"));
+    const ReceiptData reprint = ReceiptData::from(*sold, *settings);
+    EXPECT_EQ(reprint.voidNote, QStringLiteral("VOIDED — Rang up twice"));
+    sold->setStatus(SaleStatus::completed);
+    EXPECT_FALSE(reprint.withVoidNote(*sold).voidNote);
+    context.rollback();
+}
+
+TEST_F(ReceiptDataTest, LoyaltyRowsOfARefundGiveBackAndTakeBack)
+{
+    ReceiptData refund;
+    refund.pointsRedeemed = -5;
+    refund.pointsEarned = -3;
+    refund.pointsBalance = 112;
+    QStringList rows;
+    for (const ReceiptData::LoyaltyRow& row : refund.loyaltyRows())
+        rows << row.label + QLatin1Char('=') + row.value;
+    EXPECT_EQ(rows, (QStringList{QStringLiteral("Points given back=5"), QStringLiteral("Points taken back=3"),
+                                 QStringLiteral("Points balance=112")}));
+
+    ReceiptData sale;
+    sale.pointsRedeemed = 100;
+    sale.pointsEarned = 0;
+    EXPECT_TRUE(sale.loyaltyRows().isEmpty());
+    sale.pointsEarned = 7;
+    ASSERT_EQ(sale.loyaltyRows().size(), 1);
+    EXPECT_EQ(sale.loyaltyRows()[0].label, QStringLiteral("Points earned"));
+}
+
+TEST_F(ReceiptDataTest, TheEnvironmentAddsTheBalancesAsTheyStandNow)
+{
+    AppEnvironment environment(context);
+    const Ref<Sale> onAccount = sale(QStringLiteral("INV-A"), kofi);
+    payment(onAccount, PaymentMethodType::onAccount, 80);
+    const Ref<Sale> cash = sale(QStringLiteral("INV-B"), kofi);
+    payment(cash, PaymentMethodType::cash, 20);
+
+    const ReceiptData owing = environment.receiptData(*onAccount, *settings);
+    ASSERT_TRUE(owing.accountBalance);
+    EXPECT_DOUBLE_EQ(*owing.accountBalance, environment.accountsService().balance(kofi));
+    EXPECT_DOUBLE_EQ(*owing.accountBalance, 80);
+    EXPECT_EQ(owing.pointsBalance, 120);
+    EXPECT_FALSE(environment.receiptData(*cash, *settings).accountBalance);
+
+    // With the programme off a balance shows only where the sale itself moved points.
+    settings->setLoyaltyEnabled(false);
+    EXPECT_FALSE(environment.receiptData(*cash, *settings).pointsBalance);
+    cash->setPointsEarned(2);
+    EXPECT_EQ(environment.receiptData(*cash, *settings).pointsBalance, 120);
+    context.rollback();
+    EXPECT_FALSE(environment.receiptData(*sale(QStringLiteral("INV-C")), *settings).pointsBalance);
+}
+
+} // namespace

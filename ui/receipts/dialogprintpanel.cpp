@@ -1,0 +1,10 @@
+#include "ui/receipts/dialogprintpanel.h"
+
+#include <QPrintDialog>
+
+bool DialogPrintPanel::choosePrinter(QPrinter& printer)
+{
+    QPrintDialog dialog(&printer, m_window);
+    dialog.setOption(QAbstractPrintDialog::PrintToFile, false);
+    return dialog.exec() == QDialog::Accepted;
+}
