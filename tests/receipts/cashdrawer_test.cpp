@@ -1,0 +1,194 @@
+#include "receipts/cashdrawer.h"
+
+#include "receipts/printerdirectory.h"
+#include "receipts/rawprinttransport.h"
+#include "receipts/receipthardwareerror.h"
+#include "records/appsettings.h"
+#include "support/printers.h"
+
+#include <QDir>
+#include <QFile>
+#include <QRegularExpression>
+#include <QTemporaryDir>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+struct ListedPrinters : PrinterDirectory {
+    QList<InstalledPrinter> printers;
+    QList<InstalledPrinter> installedPrinters() override { return printers; }
+};
+
+struct RecordedTransport : RawPrintTransport {
+    QList<std::pair<QByteArray, QString>> sent;
+    std::optional<ReceiptHardwareError> failure;
+    void send(const QByteArray& bytes, const QString& queue) override
+    {
+        if (failure)
+            throw *failure;
+        sent.append({bytes, queue});
+    }
+};
+
+struct CashDrawerTest : ::testing::Test {
+    Ref<AppSettings> settings = [] {
+        auto made = std::make_shared<AppSettings>();
+        made->setCashDrawerConnectionRaw(QStringLiteral("receiptPrinter"));
+        made->setReceiptPrinterQueue(QStringLiteral("Receipt"));
+        return made;
+    }();
+    ListedPrinters directory;
+    RecordedTransport transport;
+    ConfigurableCashDrawer drawer{[this] { return settings; }, directory, transport};
+
+    CashDrawerTest() { directory.printers = {{QStringLiteral("Receipt"), QStringLiteral("Epson TM-T20")}}; }
+
+    QString refusal()
+    {
+        try {
+            drawer.openDrawer();
+        } catch (const Refusal& refusal) {
+            return refusal.description();
+        }
+        return {};
+    }
+};
+
+TEST_F(CashDrawerTest, KicksThroughThePrintersQueueWithThePinsByte)
+{
+    drawer.openDrawer();
+    settings->setCashDrawerPinRaw(QStringLiteral("pin5"));
+    drawer.openDrawer();
+    // An unknown pin is the one most drawers use.
+    settings->setCashDrawerPinRaw(QStringLiteral("pin9"));
+    drawer.openDrawer();
+    ASSERT_EQ(transport.sent.size(), 3);
+    EXPECT_EQ(transport.sent[0].first, QByteArray::fromHex("1B700019FA"));
+    EXPECT_EQ(transport.sent[0].second, QStringLiteral("Receipt"));
+    EXPECT_EQ(transport.sent[1].first, QByteArray::fromHex("1B700119FA"));
+    EXPECT_EQ(transport.sent[2].first, QByteArray::fromHex("1B700019FA"));
+    EXPECT_TRUE(drawer.lastOpenedAt());
+}
+
+TEST_F(CashDrawerTest, AnythingButARealConnectionIsSimulatedAndSendsNothing)
+{
+    for (const char* raw : {"simulated", "usb", ""}) {
+        settings->setCashDrawerConnectionRaw(QString::fromLatin1(raw));
+        EXPECT_EQ(refusal(), QString()) << raw;
+    }
+    EXPECT_TRUE(transport.sent.isEmpty());
+    EXPECT_TRUE(drawer.simulated().lastOpenedAt());
+    EXPECT_TRUE(drawer.lastOpenedAt());
+}
+
+TEST_F(CashDrawerTest, EachMissingPieceIsNamedAndNothingIsSent)
+{
+    settings->setCashDrawerEnabled(false);
+    EXPECT_EQ(refusal(), QStringLiteral("No cash drawer is configured. Check Settings."));
+    settings->setCashDrawerEnabled(true);
+
+    settings->setReceiptPrinterQueue(QString());
+    EXPECT_EQ(refusal(), QStringLiteral("Choose your receipt printer in Settings > Receipt first — the cash drawer "
+                                        "opens through it."));
+    settings->setReceiptPrinterQueue(QStringLiteral("Receipt"));
+
+    // Unplugged: said so now, instead of a kick waiting in the queue to fire later.
+    directory.printers.clear();
+    EXPECT_EQ(refusal(), QStringLiteral("The receipt printer \"Receipt\" isn't connected to this computer. Check "
+                                        "it's switched on and plugged in, or choose it again in Settings > Receipt."));
+    EXPECT_TRUE(transport.sent.isEmpty());
+    EXPECT_FALSE(drawer.lastOpenedAt());
+
+    ConfigurableCashDrawer withoutSettings([] { return Ref<AppSettings>(); }, directory, transport);
+    EXPECT_THROW(withoutSettings.openDrawer(), CashDrawerError);
+}
+
+TEST_F(CashDrawerTest, ASpoolerFailurePassesUpAndTheDrawerCountsAsNotOpened)
+{
+    transport.failure = ReceiptHardwareError::sendFailed(QStringLiteral("lp: Printer not ready"));
+    EXPECT_EQ(refusal(), QStringLiteral("The printer didn't accept the command: lp: Printer not ready"));
+    EXPECT_FALSE(drawer.lastOpenedAt());
+}
+
+// Stands in for lp: writes what it was given where the test can read it, then says and exits as told.
+struct SpoolerScript : ::testing::Test {
+    QTemporaryDir folder;
+    QString script = folder.filePath(QStringLiteral("lp"));
+    QString argumentsFile = folder.filePath(QStringLiteral("arguments"));
+    QString copyFile = folder.filePath(QStringLiteral("copy"));
+
+    CUPSRawPrintTransport spooler(const QString& stderrText, int status)
+    {
+        QFile file(script);
+        file.open(QIODevice::WriteOnly);
+        file.write(QStringLiteral("#!/bin/sh\n"
+                                  "printf '%s\\n' \"$@\" > '%1'\n"
+                                  "eval last=\\${$#}\n"
+                                  "cp \"$last\" '%2'\n"
+                                  "printf '%3' >&2\n"
+                                  "exit %4\n")
+                       .arg(argumentsFile, copyFile, stderrText)
+                       .arg(status)
+                       .toUtf8());
+        file.close();
+        file.setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+        return CUPSRawPrintTransport(script);
+    }
+
+    QStringList arguments()
+    {
+        QFile file(argumentsFile);
+        file.open(QIODevice::ReadOnly);
+        return QString::fromUtf8(file.readAll()).split(QLatin1Char('\n'), Qt::SkipEmptyParts);
+    }
+
+    QString refusal(CUPSRawPrintTransport transport)
+    {
+        try {
+            transport.send(QByteArray::fromHex("1B700019FA"), QStringLiteral("Receipt"));
+        } catch (const ReceiptHardwareError& error) {
+            return error.description();
+        }
+        return {};
+    }
+
+    // Files the transport left in the temporary folder.
+    static QStringList leftOver()
+    {
+        return QDir(QDir::tempPath()).entryList({QStringLiteral("tallyrun-raw-*.bin")}, QDir::Files);
+    }
+};
+
+TEST_F(SpoolerScript, SendsTheBytesAsARawJobWithExactlySevenArguments)
+{
+    EXPECT_EQ(refusal(spooler(QString(), 0)), QString());
+    const QStringList given = arguments();
+    ASSERT_EQ(given.size(), 7);
+    EXPECT_EQ(given.mid(0, 6), (QStringList{QStringLiteral("-d"), QStringLiteral("Receipt"), QStringLiteral("-o"),
+                                            QStringLiteral("raw"), QStringLiteral("-t"), QStringLiteral("Brindle")}));
+    EXPECT_TRUE(given[6].contains(QRegularExpression(
+        QStringLiteral("/tallyrun-raw-[0-9A-F]{8}-[0-9A-F]{4}-[0-9A-F]{4}-[0-9A-F]{4}-[0-9A-F]{12}\\.bin$"))));
+    QFile copy(copyFile);
+    ASSERT_TRUE(copy.open(QIODevice::ReadOnly));
+    EXPECT_EQ(copy.readAll(), QByteArray::fromHex("1B700019FA"));
+    EXPECT_FALSE(QFile::exists(given[6]));
+}
+
+TEST_F(SpoolerScript, TheSpoolersOwnWordsOrItsStatusBecomeTheMessage)
+{
+    EXPECT_EQ(refusal(spooler(QStringLiteral("lp: The printer or class does not exist.\\n"), 1)),
+              QStringLiteral("The printer didn't accept the command: lp: The printer or class does not exist."));
+    EXPECT_EQ(refusal(spooler(QString(), 1)), QStringLiteral("The printer didn't accept the command: lp exited with status 1"));
+    EXPECT_EQ(refusal(spooler(QStringLiteral("  \\n"), 3)), QStringLiteral("The printer didn't accept the command: lp exited with status 3"));
+    EXPECT_TRUE(leftOver().isEmpty());
+}
+
+TEST_F(SpoolerScript, ASpoolerThatIsntThereIsAFailureAndLeavesNoFile)
+{
+    const QString message = refusal(CUPSRawPrintTransport(folder.filePath(QStringLiteral("no-such-lp"))));
+    EXPECT_TRUE(message.startsWith(QStringLiteral("The printer didn't accept the command: "))) << message.toStdString();
+    EXPECT_TRUE(leftOver().isEmpty());
+}
+
+} // namespace

@@ -1,0 +1,92 @@
+#include "receipts/logoimage.h"
+
+#include <QBuffer>
+#include <QImage>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+QByteArray encoded(const QImage& image, const char* format)
+{
+    QByteArray bytes;
+    QBuffer buffer(&bytes);
+    buffer.open(QIODevice::WriteOnly);
+    image.save(&buffer, format);
+    return bytes;
+}
+
+QImage filled(int width, int height, QColor colour = Qt::darkGreen)
+{
+    QImage image(width, height, QImage::Format_ARGB32);
+    image.fill(colour);
+    return image;
+}
+
+TEST(LogoImage, ShrinksToSixHundredOnTheLongSideAndNeverEnlarges)
+{
+    struct Case {
+        QSize in;
+        const char* format;
+        QSize out;
+    };
+    const std::vector<Case> cases{
+        {{4000, 3000}, "JPEG", {600, 450}},
+        {{1200, 300}, "BMP", {600, 150}},
+        {{3000, 1}, "PNG", {600, 1}},
+        {{50, 50}, "PPM", {50, 50}},
+    };
+    for (const Case& c : cases) {
+        const QByteArray png = LogoImage::normalize(encoded(filled(c.in.width(), c.in.height()), c.format));
+        EXPECT_TRUE(png.startsWith("\x89PNG")) << c.format;
+        EXPECT_EQ(LogoImage::pngSize(png), c.out) << c.format;
+        EXPECT_EQ(QImage::fromData(png).size(), c.out) << c.format;
+    }
+}
+
+TEST(LogoImage, TakesAGif)
+{
+    // Qt reads GIF but doesn't write it: the smallest GIF there is, one pixel.
+    const QByteArray gif = QByteArray::fromHex(
+        "47494638396101000100800000000000ffffff21f90401000000002c00000000010001000002024401003b");
+    EXPECT_EQ(LogoImage::pngSize(LogoImage::normalize(gif)), QSize(1, 1));
+}
+
+TEST(LogoImage, TransparencySurvives)
+{
+    QImage image = filled(800, 400, Qt::transparent);
+    image.setPixelColor(400, 200, Qt::black);
+    const QImage logo = QImage::fromData(LogoImage::normalize(encoded(image, "PNG")));
+    EXPECT_EQ(qAlpha(logo.pixel(5, 5)), 0);
+}
+
+TEST(LogoImage, BytesThatArentAnImageAreRefusedInPlainWords)
+{
+    for (const QByteArray& bytes : {QByteArray(), QByteArray("name,price\nRice,95\n"),
+                                    encoded(filled(10, 10), "PNG").left(30)}) {
+        try {
+            LogoImage::normalize(bytes);
+            ADD_FAILURE() << "took " << bytes.size() << " bytes for an image";
+        } catch (const LogoImageError& error) {
+            EXPECT_EQ(error.description(), QStringLiteral("That file couldn't be read as an image. Choose a PNG, "
+                                                          "JPEG, BMP, or GIF file."));
+        }
+    }
+}
+
+TEST(LogoImage, SizeComesFromThePngHeaderAlone)
+{
+    QByteArray png = encoded(filled(321, 123), "PNG");
+    EXPECT_EQ(LogoImage::pngSize(png), QSize(321, 123));
+    EXPECT_FALSE(LogoImage::pngSize(std::nullopt));
+    EXPECT_FALSE(LogoImage::pngSize(png.left(23)));
+    EXPECT_FALSE(LogoImage::pngSize(encoded(filled(321, 123), "BMP")));
+    // Only the first four bytes of the signature are looked at.
+    QByteArray looseSignature = png;
+    looseSignature[5] = 'x';
+    EXPECT_EQ(LogoImage::pngSize(looseSignature), QSize(321, 123));
+    png[20] = png[21] = png[22] = png[23] = 0;
+    EXPECT_FALSE(LogoImage::pngSize(png));
+}
+
+} // namespace
