@@ -5,6 +5,7 @@
 #include "receipts/receipthardwareerror.h"
 #include "records/appsettings.h"
 #include "support/printers.h"
+#include "support/receiptdevices.h"
 
 #include <QDir>
 #include <QFile>
@@ -14,22 +15,6 @@
 #include <gtest/gtest.h>
 
 namespace {
-
-struct ListedPrinters : PrinterDirectory {
-    QList<InstalledPrinter> printers;
-    QList<InstalledPrinter> installedPrinters() override { return printers; }
-};
-
-struct RecordedTransport : RawPrintTransport {
-    QList<std::pair<QByteArray, QString>> sent;
-    std::optional<ReceiptHardwareError> failure;
-    void send(const QByteArray& bytes, const QString& queue) override
-    {
-        if (failure)
-            throw *failure;
-        sent.append({bytes, queue});
-    }
-};
 
 struct CashDrawerTest : ::testing::Test {
     Ref<AppSettings> settings = [] {

@@ -1,0 +1,130 @@
+#include "receipts/receiptsettingsmodel.h"
+
+#include "receipts/logoimage.h"
+#include "receipts/receipthardwareerror.h"
+#include "receiptscene.h"
+#include "support/receiptdevices.h"
+
+#include <QFile>
+#include <QImage>
+#include <QTemporaryDir>
+
+namespace {
+
+struct ReceiptSettingsTest : ReceiptScene {
+    ListedPrinters directory;
+    RecordedReceiptPrinter printer;
+    RecordedDrawer drawer;
+    std::unique_ptr<ReceiptSettingsModel> model;
+
+    ReceiptSettingsTest()
+    {
+        directory.printers = {{QStringLiteral("Kitchen"), QStringLiteral("Brother HL")},
+                              {QStringLiteral("Receipt"), QStringLiteral("Epson TM-T20")}};
+        model = std::make_unique<ReceiptSettingsModel>(context, settings, directory, printer, drawer);
+    }
+
+    QStringList choiceLabels() const
+    {
+        QStringList labels;
+        for (const ReceiptSettingsModel::PrinterChoice& choice : model->printerChoices())
+            labels << choice.label;
+        return labels;
+    }
+};
+
+TEST_F(ReceiptSettingsTest, AChosenPrinterIsKeptByQueueAndAGoneOneIsShownAsNotConnected)
+{
+    EXPECT_EQ(choiceLabels(), (QStringList{QStringLiteral("Ask each time (print dialog)"),
+                                           QStringLiteral("Brother HL"), QStringLiteral("Epson TM-T20")}));
+    model->choosePrinter(model->printerChoices()[2].printer);
+    store.reopen();
+    const Ref<AppSettings> onDisk = store.context().fetchFirst<AppSettings>();
+    EXPECT_EQ(onDisk->receiptPrinterQueue(), QStringLiteral("Receipt"));
+    EXPECT_EQ(onDisk->receiptPrinterName(), QStringLiteral("Epson TM-T20"));
+}
+
+TEST_F(ReceiptSettingsTest, APrinterThatWentAwayStaysChosenWithAWarning)
+{
+    model->choosePrinter(InstalledPrinter{QStringLiteral("Receipt"), QStringLiteral("Epson TM-T20")});
+    EXPECT_EQ(model->chosenPrinterIndex(), 2);
+    EXPECT_FALSE(model->isChosenPrinterMissing());
+
+    directory.printers.removeLast();
+    // Still listed until the person refreshes, as they would after unplugging it.
+    EXPECT_FALSE(model->isChosenPrinterMissing());
+    model->refreshPrinters();
+    EXPECT_TRUE(model->isChosenPrinterMissing());
+    EXPECT_EQ(choiceLabels().last(), QStringLiteral("Epson TM-T20 — not connected"));
+    EXPECT_EQ(model->chosenPrinterIndex(), 2);
+
+    model->choosePrinter(std::nullopt);
+    EXPECT_EQ(settings->receiptPrinterQueue(), QString());
+    EXPECT_EQ(model->chosenPrinterIndex(), 0);
+    EXPECT_FALSE(model->isChosenPrinterMissing());
+}
+
+TEST_F(ReceiptSettingsTest, TestPrintGoesToTheChosenPrinterOrTheDialog)
+{
+    model->testPrint(QStringLiteral("Ama Mensah"));
+    EXPECT_EQ(model->printerTestMessage(), QStringLiteral("Choose a printer in the dialog to test it."));
+    model->choosePrinter(InstalledPrinter{QStringLiteral("Receipt"), QStringLiteral("Epson TM-T20")});
+    model->testPrint(QStringLiteral("Ama Mensah"));
+    EXPECT_EQ(model->printerTestMessage(), QStringLiteral("Test receipt sent to Epson TM-T20."));
+
+    ASSERT_EQ(printer.printed.size(), 2);
+    EXPECT_FALSE(printer.printed[0].printer);
+    EXPECT_EQ(printer.printed[1].printer->queue, QStringLiteral("Receipt"));
+    const ReceiptData& test = printer.printed[1].receipt;
+    EXPECT_EQ(test.businessName, QStringLiteral("TEST PRINT"));
+    ASSERT_EQ(test.lines.size(), 1);
+    EXPECT_EQ(test.lines[0].name, QStringLiteral("Test item"));
+    EXPECT_EQ(test.footer, QStringLiteral("If you can read this, the receipt printer works."));
+    EXPECT_EQ(test.cashierName, QStringLiteral("Ama Mensah"));
+}
+
+TEST_F(ReceiptSettingsTest, TestDrawerSaysWhatHappened)
+{
+    model->testDrawer();
+    EXPECT_EQ(model->drawerTestMessage(),
+              QStringLiteral("Simulated drawer \"opened\" — choose Through the receipt printer to open a real drawer."));
+    model->setDrawerConnection(CashDrawerConnection::receiptPrinter);
+    model->testDrawer();
+    EXPECT_EQ(model->drawerTestMessage(), QStringLiteral("Open command sent. The drawer should have popped open."));
+    EXPECT_FALSE(model->drawerTestFailed());
+
+    drawer.failure = ReceiptHardwareError::noPrinterChosen();
+    model->testDrawer();
+    EXPECT_TRUE(model->drawerTestFailed());
+    EXPECT_EQ(model->drawerTestMessage(), ReceiptHardwareError::noPrinterChosen().description());
+    EXPECT_EQ(drawer.openings, 2);
+}
+
+TEST_F(ReceiptSettingsTest, ALogoIsStoredNormalizedAndABadFileKeepsThePreviousOne)
+{
+    QTemporaryDir folder;
+    const QString photo = folder.filePath(QStringLiteral("shop.jpg"));
+    QImage large(2400, 1200, QImage::Format_RGB32);
+    large.fill(Qt::darkRed);
+    ASSERT_TRUE(large.save(photo, "JPEG"));
+    model->chooseLogo(photo);
+    ASSERT_TRUE(settings->hasLogo());
+    EXPECT_EQ(LogoImage::pngSize(settings->logoPNG()), QSize(600, 300));
+    EXPECT_FALSE(model->errorMessage());
+
+    const QString notAnImage = folder.filePath(QStringLiteral("prices.csv"));
+    QFile csv(notAnImage);
+    ASSERT_TRUE(csv.open(QIODevice::WriteOnly));
+    csv.write("name,price\n");
+    csv.close();
+    for (const QString& path : {notAnImage, folder.filePath(QStringLiteral("missing.png"))}) {
+        model->chooseLogo(path);
+        EXPECT_EQ(model->errorMessage(), LogoImageError().description());
+        EXPECT_EQ(LogoImage::pngSize(settings->logoPNG()), QSize(600, 300));
+    }
+    model->removeLogo();
+    EXPECT_FALSE(settings->hasLogo());
+    EXPECT_FALSE(model->errorMessage());
+}
+
+} // namespace
