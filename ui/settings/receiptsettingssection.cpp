@@ -5,6 +5,7 @@
 #include "records/user.h"
 #include "startup/sessionstore.h"
 #include "ui/controls/errorlabel.h"
+#include "ui/controls/formfields.h"
 #include "ui/receipts/receiptprintview.h"
 #include "ui/style/theme.h"
 
@@ -56,29 +57,30 @@ ReceiptSettingsSection::ReceiptSettingsSection(ReceiptSettingsModel& model, Sess
     auto* columns = new QHBoxLayout;
     columns->setSpacing(24);
     card->addLayout(columns);
+    // Labels above their fields, so that the form and the preview fit side by side.
     auto* rows = new QVBoxLayout;
+    rows->setSpacing(14);
     columns->addLayout(rows, 1);
-    QGridLayout* form = addForm(rows);
 
     m_footer = new QLineEdit(this);
-    addRow(form, QStringLiteral("Receipt Footer"), m_footer);
+    addLabelledField(rows, QStringLiteral("Receipt Footer"), m_footer);
     saveWhenEdited(m_footer, [this](const QString& text) { m_model.setReceiptFooter(text); });
 
     m_thermalWidth = new QCheckBox(QStringLiteral("Use 80mm Thermal Width"), this);
-    addRow(form, QString(), m_thermalWidth);
+    rows->addWidget(m_thermalWidth);
     connect(m_thermalWidth, &QCheckBox::toggled, &m_model, &ReceiptSettingsModel::setUseThermalWidth);
 
-    addRow(form, QStringLiteral("Company Logo"), logoRow());
-    addRow(form, QStringLiteral("Receipt Printer"), printerRow());
+    addLabelledField(rows, QStringLiteral("Company Logo"), logoRow());
+    addLabelledField(rows, QStringLiteral("Receipt Printer"), printerRow());
 
     m_printAutomatically = new QCheckBox(QStringLiteral("Print Receipt Automatically After Each Sale"), this);
-    addRow(form, QString(), m_printAutomatically);
+    rows->addWidget(m_printAutomatically);
     connect(m_printAutomatically, &QCheckBox::toggled, &m_model, &ReceiptSettingsModel::setPrintAutomatically);
 
     m_countryCode = new QLineEdit(this);
-    m_countryCode->setMaximumWidth(80);
+    m_countryCode->setMaximumWidth(90);
     m_countryCode->setInputMethodHints(Qt::ImhDigitsOnly);
-    addRow(form, QStringLiteral("Country Code for WhatsApp and SMS"), m_countryCode);
+    addLabelledField(rows, QStringLiteral("Country Code for WhatsApp and SMS"), m_countryCode);
     saveWhenEdited(m_countryCode, [this](const QString& text) { m_model.setCountryCallingCode(text); });
 
     m_error = new ErrorLabel(this);
@@ -146,11 +148,12 @@ QWidget* ReceiptSettingsSection::printerRow()
     pickRow->addStretch();
     layout->addLayout(pickRow);
 
-    auto* refreshList = new QPushButton(QStringLiteral("Refresh the list after plugging in or adding a printer"), row);
-    refreshList->setFlat(true);
-    Theme::setKind(refreshList, "link");
-    connect(refreshList, &QPushButton::clicked, &m_model, &ReceiptSettingsModel::refreshPrinters);
-    layout->addWidget(refreshList, 0, Qt::AlignLeft);
+    auto* refreshList = new QLabel(
+        QStringLiteral("<a href=\"refresh\">Refresh the list after plugging in or adding a printer</a>"), row);
+    refreshList->setWordWrap(true);
+    refreshList->setTextInteractionFlags(Qt::LinksAccessibleByMouse | Qt::LinksAccessibleByKeyboard);
+    connect(refreshList, &QLabel::linkActivated, &m_model, &ReceiptSettingsModel::refreshPrinters);
+    layout->addWidget(refreshList);
 
     m_printerWarning = Theme::label(
         QStringLiteral("This printer isn't connected. Receipts will show the print dialog until it's back."),

@@ -53,7 +53,7 @@ QLabel* SettingsSection::addRow(QGridLayout* form, const QString& label, QWidget
     }
     if (field->accessibleName().isEmpty())
         field->setAccessibleName(label);
-    form->addWidget(field, row, 1);
+    form->addWidget(field, row, 1, Qt::AlignLeft | Qt::AlignVCenter);
     return caption;
 }
 

@@ -68,9 +68,6 @@ QPushButton[kind="segment"][position="last"] { border-top-right-radius: 6px;
 QPushButton[kind="segment"]:checked { background: #2f6fb3; border-color: #2f6fb3; color: #ffffff;
                                       font-weight: 600; }
 
-QPushButton[kind="link"] { background: transparent; border: none; padding: 0; color: #2f6fb3; min-height: 0; }
-QPushButton[kind="link"]:hover { text-decoration: underline; }
-
 QFrame[kind="paperTray"] { background: #eceff3; border: none; border-radius: 8px; }
 
 QPushButton[kind="key"] { font-size: 20px; min-width: 56px; min-height: 44px; }
