@@ -55,12 +55,13 @@ LpResult lp(const QString& queue, const QByteArray& bytes)
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     environment.insert(QStringLiteral("LC_ALL"), QStringLiteral("C"));
     process.setProcessEnvironment(environment);
-    process.start(QStringLiteral("/usr/bin/lp"), {QStringLiteral("-d"), queue, QStringLiteral("-o"),
-                                                  QStringLiteral("raw"), QStringLiteral("-t"),
-                                                  QStringLiteral("Brindle"), file.fileName()});
+    process.start(QStringLiteral("/usr/bin/lp"),
+                  {QStringLiteral("-d"), queue, QStringLiteral("-o"), QStringLiteral("raw"),
+                   QStringLiteral("-t"), QStringLiteral("Brindle"), file.fileName()});
     if (!process.waitForFinished(10000))
         return {};
-    return {process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1, process.readAllStandardError()};
+    return {process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1,
+            process.readAllStandardError()};
 }
 
 QString pdfText(const QByteArray& pdf)

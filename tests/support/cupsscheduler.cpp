@@ -76,11 +76,6 @@ bool canConnect(const QString& socketPath)
     return connected;
 }
 
-QString oneLine(QString text)
-{
-    return text.simplified();
-}
-
 } // namespace
 
 CupsScheduler::CupsScheduler()
@@ -147,8 +142,9 @@ bool CupsScheduler::start()
         return false;
 
     m_cupsd.setProgram(cupsd);
-    m_cupsd.setArguments({QStringLiteral("-f"), QStringLiteral("-c"), m_dir.filePath(QStringLiteral("cupsd.conf")),
-                          QStringLiteral("-s"), m_dir.filePath(QStringLiteral("cups-files.conf"))});
+    m_cupsd.setArguments({QStringLiteral("-f"), QStringLiteral("-c"),
+                          m_dir.filePath(QStringLiteral("cupsd.conf")), QStringLiteral("-s"),
+                          m_dir.filePath(QStringLiteral("cups-files.conf"))});
     // Errors before its log is open go to standard error.
     m_cupsd.setProcessChannelMode(QProcess::MergedChannels);
     m_cupsd.setStandardOutputFile(m_dir.filePath(QStringLiteral("cupsd.out")));
@@ -163,16 +159,23 @@ bool CupsScheduler::start()
         return false;
 
     QString errors;
-    if (!runTool(QStringLiteral("lpadmin"),
-                 {QStringLiteral("-p"), queue(), QStringLiteral("-v"),
-                  QUrl::fromLocalFile(m_dir.filePath(QStringLiteral("receipt.out"))).toString(),
-                  QStringLiteral("-E"), QStringLiteral("-m"), QStringLiteral("raw")},
-                 &errors)) {
+    if (!addRawQueue(queue(), &errors)) {
         m_why = QStringLiteral("lpadmin could not make the queue %1: %2 %3")
-                    .arg(queue(), oneLine(errors), errorLogTail());
+                    .arg(queue(), errors.simplified(), errorLogTail());
         return false;
     }
     return true;
+}
+
+bool CupsScheduler::addRawQueue(const QString& name, QString* errors) const
+{
+    const QString device =
+        QUrl::fromLocalFile(m_dir.filePath(name.toLower() + QStringLiteral(".out"))).toString();
+    return runTool(QStringLiteral("lpadmin"),
+                   {QStringLiteral("-p"), name, QStringLiteral("-v"), device, QStringLiteral("-E"),
+                    QStringLiteral("-m"), QStringLiteral("raw")},
+                   errors)
+        .has_value();
 }
 
 bool CupsScheduler::writeConfiguration(bool asRoot)
@@ -180,7 +183,8 @@ bool CupsScheduler::writeConfiguration(bool asRoot)
     const QDir dir(m_dir.path());
     for (const char* sub : {"spool", "tmp", "cache", "state", "log", "root"}) {
         if (!dir.mkpath(QLatin1String(sub))) {
-            m_why = QStringLiteral("Could not make the scheduler's folder %1.").arg(dir.filePath(QLatin1String(sub)));
+            m_why = QStringLiteral("Could not make the scheduler's folder %1.")
+                        .arg(dir.filePath(QLatin1String(sub)));
             return false;
         }
     }
@@ -239,12 +243,13 @@ bool CupsScheduler::writeConfiguration(bool asRoot)
                                 "PageLog %6/page_log\n"
                                 "Printcap\n"
                                 "FileDevice Yes\n")
-                     .arg(dir.filePath(QStringLiteral("root")), spoolPath(), dir.filePath(QStringLiteral("tmp")),
-                          dir.filePath(QStringLiteral("cache")), dir.filePath(QStringLiteral("state")),
-                          dir.filePath(QStringLiteral("log")))
+                     .arg(dir.filePath(QStringLiteral("root")), spoolPath(),
+                          dir.filePath(QStringLiteral("tmp")), dir.filePath(QStringLiteral("cache")),
+                          dir.filePath(QStringLiteral("state")), dir.filePath(QStringLiteral("log")))
                      .toUtf8();
 
-    for (const auto& [name, contents] : {std::pair{"cupsd.conf", cupsdConf}, std::pair{"cups-files.conf", filesConf}}) {
+    for (const auto& [name, contents] :
+         {std::pair{"cupsd.conf", cupsdConf}, std::pair{"cups-files.conf", filesConf}}) {
         QFile file(dir.filePath(QLatin1String(name)));
         if (!file.open(QIODevice::WriteOnly) || file.write(contents) != contents.size()) {
             m_why = QStringLiteral("Could not write %1: %2.").arg(file.fileName(), file.errorString());
@@ -305,7 +310,8 @@ QString CupsScheduler::errorLogTail() const
     }
     if (lines.isEmpty())
         return QStringLiteral("its log is empty.");
-    return QStringLiteral("its log ends with \"%1\".").arg(lines.mid(std::max(0, int(lines.size()) - 3)).join(u' '));
+    return QStringLiteral("its log ends with \"%1\".")
+        .arg(lines.mid(std::max(0, int(lines.size()) - 3)).join(u' '));
 }
 
 QString CupsScheduler::spoolPath() const
@@ -341,8 +347,8 @@ QList<int> CupsScheduler::doneJobIds() const
 {
     // Lines like "Receipt-12  root  1024  Mon 23 Nov ...": the id follows the queue's name.
     QList<int> ids;
-    const std::optional<QByteArray> listing =
-        runTool(QStringLiteral("lpstat"), {QStringLiteral("-W"), QStringLiteral("completed"), QStringLiteral("-o")});
+    const std::optional<QByteArray> listing = runTool(
+        QStringLiteral("lpstat"), {QStringLiteral("-W"), QStringLiteral("completed"), QStringLiteral("-o")});
     if (!listing)
         return ids;
     for (const QByteArray& line : listing->split('\n')) {
@@ -392,10 +398,5 @@ bool CupsScheduler::removeQueue()
 
 bool CupsScheduler::addQueue(const QString& name)
 {
-    if (!isRunning())
-        return false;
-    const QString device = QUrl::fromLocalFile(m_dir.filePath(name + QStringLiteral(".out"))).toString();
-    return runTool(QStringLiteral("lpadmin"), {QStringLiteral("-p"), name, QStringLiteral("-v"), device,
-                                               QStringLiteral("-E"), QStringLiteral("-m"), QStringLiteral("raw")})
-        .has_value();
+    return isRunning() && addRawQueue(name);
 }

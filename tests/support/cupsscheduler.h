@@ -11,7 +11,8 @@
 // A private CUPS scheduler with one raw queue whose device is a file, for tests that must print
 // through the real spooler. While it lives, CUPS_SERVER points this process (Qt's QPrinterInfo and
 // QPrinter) and every `lp` it starts at it. Stops the scheduler and removes its folder when
-// destroyed. One at a time per process: the environment is restored in the order it was set.
+// destroyed. One at a time per process, made on the thread that prints: the environment is
+// restored in the order it was set, and libcups keeps its server per thread.
 class CupsScheduler {
 public:
     CupsScheduler(); // never throws; check isRunning()
@@ -48,6 +49,7 @@ public:
 private:
     bool start();
     bool writeConfiguration(bool asRoot);
+    bool addRawQueue(const QString& name, QString* errors = nullptr) const;
     bool waitUntilListening(int timeoutMs);
     QString errorLogTail() const;
     QString spoolPath() const;
