@@ -5,7 +5,7 @@ set -euo pipefail
 packages=(build-essential cmake ninja-build pkg-config
           qt6-base-dev qt6-qpa-plugins libsqlite3-dev zlib1g-dev
           libgtest-dev libgmock-dev libbenchmark-dev
-          cups-client xdg-utils fonts-dejavu-core sqlite3 unzip)
+          cups cups-client poppler-utils xdg-utils fonts-dejavu-core sqlite3 unzip)
 
 missing=()
 for p in "${packages[@]}"; do
