@@ -5,7 +5,6 @@
 
 #include <QBuffer>
 #include <QFontDatabase>
-#include <QFontMetricsF>
 #include <QLocale>
 #include <QPainter>
 #include <QPdfWriter>
@@ -193,7 +192,9 @@ QList<ReceiptRenderer::Row> ReceiptRenderer::layout(const ReceiptData& receipt)
 ReceiptRenderer::ColumnWidths ReceiptRenderer::columnWidths(const QString& label, const QFont& font,
                                                             double contentWidth)
 {
-    const double measured = std::ceil(QFontMetricsF(font, &pointDevice()).horizontalAdvance(label));
+    // Measured by the same layout that wraps it, so that a label given its own width never wraps.
+    const Block line = wrapped(label, font, 1e6, Qt::AlignLeft, QTextOption::NoWrap);
+    const double measured = std::ceil(line.layout->lineCount() ? line.layout->lineAt(0).naturalTextWidth() : 0);
     const double labelWidth = std::min(measured, 0.6 * contentWidth);
     return {labelWidth, contentWidth - labelWidth - columnGap};
 }

@@ -140,10 +140,16 @@ TEST(ReceiptLayout, ALongLabelWrapsInItsSixtyPercentAndTheRowGrows)
     EXPECT_EQ(narrow.labelWidth, std::ceil(narrow.labelWidth));
     EXPECT_DOUBLE_EQ(narrow.valueWidth, width - narrow.labelWidth - 8);
 
+    // A label given the width it measured never breaks inside itself.
+    const double oneLine = ReceiptRenderer::rowHeight(ReceiptRenderer::ColumnsRow{QStringLiteral("Cash"), QStringLiteral("₵1"), font}, width);
+    for (const char* shortLabel : {"Discount", "NHIL", "GETFund", "Subtotal", "Points balance", "  2 x ₵95.00"}) {
+        const ReceiptRenderer::ColumnsRow row{QString::fromUtf8(shortLabel), QStringLiteral("₵1.00"), font};
+        EXPECT_EQ(ReceiptRenderer::rowHeight(row, width), oneLine) << shortLabel;
+    }
+
     const QString label = QStringLiteral("Points redeemed on a very long customer loyalty account (100)");
     const ReceiptRenderer::ColumnWidths wide = ReceiptRenderer::columnWidths(label, font, width);
     EXPECT_DOUBLE_EQ(wide.labelWidth, 0.6 * width);
-    const double oneLine = ReceiptRenderer::rowHeight(ReceiptRenderer::ColumnsRow{QStringLiteral("Cash"), QStringLiteral("₵1"), font}, width);
     const double wrapped = ReceiptRenderer::rowHeight(ReceiptRenderer::ColumnsRow{label, QStringLiteral("₵1"), font}, width);
     EXPECT_GE(oneLine, 15);
     EXPECT_GT(wrapped, oneLine + 5);
