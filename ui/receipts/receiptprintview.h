@@ -26,6 +26,6 @@ private:
     double pixelsPerPoint() const;
 
     ReceiptData m_receipt;
-    QSizeF m_pageSize; // in points
+    QSizeF m_pageSize{0, 0}; // in points
     int m_largestWidth = QWIDGETSIZE_MAX;
 };
