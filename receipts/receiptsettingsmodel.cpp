@@ -29,6 +29,8 @@ template <class Change> void ReceiptSettingsModel::change(Change apply)
 void ReceiptSettingsModel::refreshPrinters()
 {
     m_printers = m_directory.installedPrinters();
+    // A test of a printer that may since have gone says nothing about now.
+    m_printerTestMessage.reset();
     Q_EMIT changed();
 }
 
@@ -65,6 +67,7 @@ bool ReceiptSettingsModel::isChosenPrinterMissing() const
 
 void ReceiptSettingsModel::choosePrinter(const std::optional<InstalledPrinter>& printer)
 {
+    m_printerTestMessage.reset();
     change([&](AppSettings& settings) {
         settings.setReceiptPrinterQueue(printer ? printer->queue : QString());
         settings.setReceiptPrinterName(printer ? printer->name : QString());

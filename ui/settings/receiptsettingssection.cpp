@@ -11,6 +11,7 @@
 
 #include <QCheckBox>
 #include <QComboBox>
+#include <QDir>
 #include <QFileDialog>
 #include <QFrame>
 #include <QGridLayout>
@@ -23,6 +24,8 @@
 #include <QPushButton>
 #include <QStandardPaths>
 #include <QVBoxLayout>
+
+#include <algorithm>
 
 namespace {
 
@@ -61,6 +64,9 @@ ReceiptSettingsSection::ReceiptSettingsSection(ReceiptSettingsModel& model, Sess
     auto* rows = new QVBoxLayout;
     rows->setSpacing(14);
     columns->addLayout(rows, 1);
+    // At the top, where it is seen without scrolling whichever row it is about.
+    m_error = new ErrorLabel(this);
+    rows->addWidget(m_error);
 
     m_footer = new QLineEdit(this);
     addLabelledField(rows, QStringLiteral("Receipt Footer"), m_footer);
@@ -83,8 +89,6 @@ ReceiptSettingsSection::ReceiptSettingsSection(ReceiptSettingsModel& model, Sess
     addLabelledField(rows, QStringLiteral("Country Code for WhatsApp and SMS"), m_countryCode);
     saveWhenEdited(m_countryCode, [this](const QString& text) { m_model.setCountryCallingCode(text); });
 
-    m_error = new ErrorLabel(this);
-    rows->addWidget(m_error);
     rows->addStretch();
 
     // The receipt lies on a grey tray so that its white paper stands out from the card.
@@ -131,29 +135,28 @@ QWidget* ReceiptSettingsSection::printerRow()
     layout->setSpacing(6);
     m_printer = new QComboBox(row);
     m_printer->setAccessibleName(QStringLiteral("Receipt Printer"));
-    m_printer->setSizeAdjustPolicy(QComboBox::AdjustToContents);
     connect(m_printer, &QComboBox::activated, this, [this](int index) {
         const QList<ReceiptSettingsModel::PrinterChoice> choices = m_model.printerChoices();
         if (index >= 0 && index < choices.size())
             m_model.choosePrinter(choices[index].printer);
     });
-    auto* pickRow = new QHBoxLayout;
-    pickRow->addWidget(m_printer);
+    layout->addWidget(m_printer);
+
+    auto* actions = new QHBoxLayout;
+    actions->setSpacing(12);
     auto* test = new QPushButton(QStringLiteral("Test Print"), row);
     connect(test, &QPushButton::clicked, this, [this] {
         const Ref<User> user = m_session.currentUser();
         m_model.testPrint(user ? user->name() : QString());
     });
-    pickRow->addWidget(test);
-    pickRow->addStretch();
-    layout->addLayout(pickRow);
-
+    actions->addWidget(test);
     auto* refreshList = new QLabel(
         QStringLiteral("<a href=\"refresh\">Refresh the list after plugging in or adding a printer</a>"), row);
     refreshList->setWordWrap(true);
     refreshList->setTextInteractionFlags(Qt::LinksAccessibleByMouse | Qt::LinksAccessibleByKeyboard);
     connect(refreshList, &QLabel::linkActivated, &m_model, &ReceiptSettingsModel::refreshPrinters);
-    layout->addWidget(refreshList);
+    actions->addWidget(refreshList, 1);
+    layout->addLayout(actions);
 
     m_printerWarning = Theme::label(
         QStringLiteral("This printer isn't connected. Receipts will show the print dialog until it's back."),
@@ -170,8 +173,9 @@ QWidget* ReceiptSettingsSection::printerRow()
 
 void ReceiptSettingsSection::chooseLogo()
 {
+    const QString pictures = QStandardPaths::writableLocation(QStandardPaths::PicturesLocation);
     const QString path = QFileDialog::getOpenFileName(
-        this, QStringLiteral("Choose a Logo"), QStandardPaths::writableLocation(QStandardPaths::PicturesLocation),
+        this, QStringLiteral("Choose a Logo"), QDir(pictures).exists() ? pictures : QDir::homePath(),
         QStringLiteral("Images (*.png *.jpg *.jpeg *.bmp *.gif);;All Files (*)"));
     if (!path.isEmpty())
         m_model.chooseLogo(path);
@@ -208,8 +212,13 @@ void ReceiptSettingsSection::refresh()
     }
 
     m_printer->clear();
-    for (const ReceiptSettingsModel::PrinterChoice& choice : m_model.printerChoices())
+    int widest = 0;
+    for (const ReceiptSettingsModel::PrinterChoice& choice : m_model.printerChoices()) {
         m_printer->addItem(choice.label);
+        widest = std::max(widest, m_printer->fontMetrics().horizontalAdvance(choice.label));
+    }
+    // Room for the longest name, the field's padding and its arrow, so no queue is cut short.
+    m_printer->setMinimumWidth(std::min(widest + 56, 400));
     m_printer->setCurrentIndex(int(m_model.chosenPrinterIndex()));
     m_printerWarning->setVisible(m_model.isChosenPrinterMissing());
     m_printerMessage->setText(m_model.printerTestMessage().value_or(QString()));
