@@ -1,9 +1,13 @@
 #include "access/loginviewmodel.h"
 
-LoginViewModel::LoginViewModel(AuthServicing& auth, SessionStore& session, QObject* parent)
+#include "access/autherror.h"
+
+LoginViewModel::LoginViewModel(AuthServicing& auth, SessionStore& session, AttemptThrottle& throttle,
+                               QObject* parent)
     : ViewModel(parent)
     , m_auth(auth)
     , m_session(session)
+    , m_throttle(throttle)
 {
 }
 
@@ -41,7 +45,16 @@ template <class Login, class ClearSecret> bool LoginViewModel::signIn(Login logi
 {
     setErrorMessage(std::nullopt);
     try {
-        const Ref<User> user = login();
+        m_throttle.checkAllowed();
+        Ref<User> user;
+        try {
+            user = login();
+        } catch (const AuthError& error) {
+            if (error.errorCase() == AuthErrorCase::invalidCredentials || error.errorCase() == AuthErrorCase::invalidPin)
+                m_throttle.recordFailure();
+            throw;
+        }
+        m_throttle.recordSuccess();
         // Cleared before the session changes: the sign-in screen may be torn down in reply to it.
         clearSecret();
         m_session.setCurrentUser(user);

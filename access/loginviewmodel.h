@@ -1,5 +1,6 @@
 #pragma once
 
+#include "access/attemptthrottle.h"
 #include "access/authservicing.h"
 #include "startup/sessionstore.h"
 #include "viewmodel/viewmodel.h"
@@ -8,13 +9,13 @@
 
 #include <optional>
 
-// The sign-in screen's state. A wrong entry only shows its message: nothing is counted or slowed
-// down, and what was typed stays to be corrected in place.
+// The sign-in screen's state. A wrong entry shows its message and what was typed stays to be
+// corrected in place; after five in a row the throttle makes each further try wait.
 class LoginViewModel : public ViewModel {
     Q_OBJECT
 
 public:
-    LoginViewModel(AuthServicing& auth, SessionStore& session, QObject* parent = nullptr);
+    LoginViewModel(AuthServicing& auth, SessionStore& session, AttemptThrottle& throttle, QObject* parent = nullptr);
 
     QString username() const { return m_username; }
     void setUsername(const QString& username);
@@ -43,6 +44,7 @@ private:
 
     AuthServicing& m_auth;
     SessionStore& m_session;
+    AttemptThrottle& m_throttle;
     QString m_username;
     QString m_password;
     QString m_pin;

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "access/approvalservice.h"
+#include "access/attemptthrottle.h"
 #include "access/authservicing.h"
 #include "customers/accountsservice.h"
 #include "customers/loyaltyservice.h"
@@ -41,6 +43,9 @@ public:
     AccountsService& accountsService() { return m_accountsService; }
     LoyaltyService& loyaltyService() { return m_loyaltyService; }
     SalesService& salesService() { return m_salesService; }
+    ApprovalService& approvalService() { return m_approvalService; }
+    // Wrong passwords and PINs, at sign-in and in approvals alike.
+    AttemptThrottle& attemptThrottle() { return m_attemptThrottle; }
     PrinterDirectory& printerDirectory() { return *m_devices.printerDirectory; }
     ReceiptPrinting& receiptPrinter() { return *m_devices.receiptPrinter; }
     CashDrawerOpening& cashDrawer() { return m_cashDrawer; }
@@ -64,6 +69,8 @@ private:
     AccountsService m_accountsService;
     LoyaltyService m_loyaltyService;
     SalesService m_salesService; // declared after the inventory service it stands on
+    ApprovalService m_approvalService;
+    AttemptThrottle m_attemptThrottle;
     ReceiptDevices m_devices;
     SystemReceiptPrinter* m_systemReceiptPrinter = nullptr; // the receipt printer, unless a double
     std::unique_ptr<PrintPanel> m_printPanel;

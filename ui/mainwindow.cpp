@@ -61,7 +61,7 @@ RootView::ScreenFactories MainWindow::screens()
 {
     return {
         [this] { return new FirstRunSetupView(m_environment, m_session); },
-        [this] { return new LoginView(m_environment.authService(), m_session); },
+        [this] { return new LoginView(m_environment.authService(), m_session, m_environment.attemptThrottle()); },
         [this] { return new MainNavigationView(m_environment, m_session, m_actionBus, sectionScreens()); },
     };
 }

@@ -11,10 +11,10 @@
 #include <QShowEvent>
 #include <QVBoxLayout>
 
-LoginView::LoginView(AuthServicing& auth, SessionStore& session, QWidget* parent)
+LoginView::LoginView(AuthServicing& auth, SessionStore& session, AttemptThrottle& throttle, QWidget* parent)
     : QWidget(parent)
     , m_session(session)
-    , m_model(auth, session)
+    , m_model(auth, session, throttle)
 {
     auto* card = new QWidget(this);
     Theme::markCard(card);

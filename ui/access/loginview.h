@@ -17,7 +17,7 @@ class LoginView : public QWidget {
 public:
     enum class Field { username, password, pin };
 
-    LoginView(AuthServicing& auth, SessionStore& session, QWidget* parent = nullptr);
+    LoginView(AuthServicing& auth, SessionStore& session, AttemptThrottle& throttle, QWidget* parent = nullptr);
 
     LoginViewModel& model() { return m_model; }
     QLineEdit* field(Field field) const;

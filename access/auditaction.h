@@ -1,0 +1,40 @@
+#pragma once
+
+#include "records/recordsfwd.h"
+
+#include <QString>
+
+#include <array>
+#include <optional>
+
+// What the audit log records. The spec's six come first, in the order of the log's filter; the
+// rest guard a customer's account and the till's cash.
+enum class AuditAction {
+    discount,
+    priceChange,
+    refund,
+    voidSale,
+    redeemPoints,
+    noSale,
+    customerCredit,
+    pointsAdjustment,
+    customerDeleted,
+    payOut
+};
+
+struct AuditActions {
+    static constexpr std::array<AuditAction, 10> all{
+        AuditAction::discount,       AuditAction::priceChange,      AuditAction::refund,
+        AuditAction::voidSale,       AuditAction::redeemPoints,     AuditAction::noSale,
+        AuditAction::customerCredit, AuditAction::pointsAdjustment, AuditAction::customerDeleted,
+        AuditAction::payOut};
+
+    static QString raw(AuditAction action);
+    static std::optional<AuditAction> fromRaw(const QString& raw);
+    // Unknown text shows as a discount, the first action.
+    static QString title(const QString& raw);
+    static QString title(AuditAction action);
+    static QString dialogTitle(AuditAction action);
+    // The setting that asks a cashier for an admin's PIN; the account actions always do.
+    static bool isSwitchedOn(AuditAction action, const AppSettings& settings);
+};

@@ -1,0 +1,212 @@
+#include "access/approvalservice.h"
+
+#include "access/approvalsheetmodel.h"
+#include "access/attemptthrottle.h"
+#include "clock/clock.h"
+#include "records/records.h"
+#include "selling/cart.h"
+#include "support/printers.h"
+#include "support/teststore.h"
+#include "userbuilder.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+struct ApprovalTest : ::testing::Test {
+    TestStore store;
+    ModelContext& context = store.context();
+    ApprovalService approvals{context};
+    QDateTime now{QDate(2026, 3, 9), QTime(10, 30)};
+    Clock::Override clock{[this] { return now; }};
+    Ref<User> boss = addUser(context, {.username = QStringLiteral("boss"), .pin = QStringLiteral("2468"),
+                                       .role = UserRole::admin, .name = QStringLiteral("Boss")});
+    Ref<User> ama = addUser(context, {.pin = QStringLiteral("1111")});
+    Ref<AppSettings> settings = [this] {
+        auto made = std::make_shared<AppSettings>();
+        context.insert(made);
+        context.save();
+        return made;
+    }();
+    Ref<Product> rice = [this] {
+        auto made = std::make_shared<Product>();
+        made->setName(QStringLiteral("Rice"));
+        made->setSellingPrice(99.99);
+        context.insert(made);
+        context.save();
+        return made;
+    }();
+
+    Cart cartWithDiscount(double discount)
+    {
+        Cart cart;
+        cart.addOrIncrement(rice, 1);
+        cart.setSaleDiscount(discount);
+        return cart;
+    }
+    QString refusalOf(const QString& pin)
+    {
+        try {
+            approvals.approver(pin);
+        } catch (const ApprovalError& error) {
+            return error.description();
+        }
+        return {};
+    }
+};
+
+TEST_F(ApprovalTest, OnlyAnActiveAdminsPinApproves)
+{
+    EXPECT_EQ(approvals.approver(QStringLiteral(" 2468\t")), boss);
+    const QString wrong = QStringLiteral("That isn't an admin's PIN. Ask an admin to enter theirs.");
+    EXPECT_EQ(refusalOf(QStringLiteral("1111")), wrong); // a cashier's own PIN
+    EXPECT_EQ(refusalOf(QStringLiteral("   ")), wrong);
+    boss->setIsActive(false);
+    context.save();
+    // With no admin able to approve, that is said whatever was typed.
+    EXPECT_EQ(refusalOf(QString()), QStringLiteral("No admin has a PIN yet, so nobody can approve this. An admin "
+                                                   "can set one in Settings → User Accounts."));
+}
+
+TEST_F(ApprovalTest, TheDiscountLimitAndWhatAnApprovalCovers)
+{
+    // 10 % of 99.99 is 10.00: exactly that passes, a cent more asks.
+    EXPECT_DOUBLE_EQ(ApprovalService::discountLimit(cartWithDiscount(0), *settings), 10.0);
+    EXPECT_FALSE(ApprovalService::discountNeedsApproval(cartWithDiscount(10), ama.get(), settings.get()));
+    Cart cart = cartWithDiscount(10.01);
+    EXPECT_TRUE(ApprovalService::discountNeedsApproval(cart, ama.get(), settings.get()));
+    EXPECT_FALSE(ApprovalService::discountNeedsApproval(cart, boss.get(), settings.get()));
+    EXPECT_FALSE(ApprovalService::discountNeedsApproval(cart, ama.get(), nullptr));
+
+    cart.setSaleDiscount(20);
+    cart.setDiscountApprovedUpTo(20);
+    cart.setSaleDiscount(15);
+    EXPECT_FALSE(ApprovalService::discountNeedsApproval(cart, ama.get(), settings.get()));
+    cart.setSaleDiscount(20);
+    EXPECT_FALSE(ApprovalService::discountNeedsApproval(cart, ama.get(), settings.get()));
+    cart.setSaleDiscount(20.01);
+    EXPECT_TRUE(ApprovalService::discountNeedsApproval(cart, ama.get(), settings.get()));
+
+    settings->setDiscountLimit(-5);
+    EXPECT_TRUE(ApprovalService::discountNeedsApproval(cartWithDiscount(0.01), ama.get(), settings.get()));
+    settings->setApproveDiscounts(false);
+    EXPECT_FALSE(ApprovalService::discountNeedsApproval(cartWithDiscount(50), ama.get(), settings.get()));
+    context.rollback();
+}
+
+TEST_F(ApprovalTest, WhoNeedsApproval)
+{
+    EXPECT_TRUE(ApprovalService::needsApproval(AuditAction::voidSale, ama.get(), settings.get()));
+    EXPECT_TRUE(ApprovalService::needsApproval(AuditAction::voidSale, nullptr, settings.get()));
+    EXPECT_FALSE(ApprovalService::needsApproval(AuditAction::voidSale, boss.get(), settings.get()));
+    EXPECT_FALSE(ApprovalService::needsApproval(AuditAction::refund, ama.get(), settings.get()));
+    EXPECT_FALSE(ApprovalService::needsApproval(AuditAction::voidSale, ama.get(), nullptr));
+    // A customer's credit and points are an admin's, whatever the switches say.
+    EXPECT_TRUE(ApprovalService::needsApproval(AuditAction::customerCredit, ama.get(), settings.get()));
+    ama->setRoleRaw(QStringLiteral("manager"));
+    EXPECT_TRUE(ApprovalService::needsApproval(AuditAction::voidSale, ama.get(), settings.get()));
+    context.rollback();
+}
+
+TEST_F(ApprovalTest, ASaleWritesItsRowsEvenWhenAnAdminRangItUp)
+{
+    auto sale = Sale::make(QStringLiteral("INV-20260309-0001"), boss, nullptr, nullptr);
+    context.insert(sale);
+    context.save();
+    Cart cart = cartWithDiscount(12.5);
+    cart.setPrice(cart.lines()[0].id, 90, QStringLiteral("Boss"), QStringLiteral("damaged bag"));
+    approvals.recordSale(*sale, cart, boss.get(), *settings);
+
+    const QList<QStringList> rows = approvals.rows({now.date(), now.date(), std::nullopt, QString()});
+    ASSERT_EQ(rows.size(), 2);
+    // Both in the same second: the order among them is the key's.
+    QStringList actions{rows[0][1], rows[1][1]};
+    actions.sort();
+    EXPECT_EQ(actions, (QStringList{QStringLiteral("Discount over limit"), QStringLiteral("Price change")}));
+    for (const QStringList& row : rows) {
+        EXPECT_EQ(row[2], QStringLiteral("Boss"));
+        EXPECT_EQ(row[5], QStringLiteral("INV-20260309-0001"));
+        if (row[1] == QStringLiteral("Price change")) {
+            EXPECT_EQ(row[3], QStringLiteral("Boss"));
+            EXPECT_EQ(row[4], QStringLiteral("₵90.00"));
+            EXPECT_EQ(row[7], QStringLiteral("Rice: ₵99.99 → ₵90.00 × 1"));
+        } else {
+            EXPECT_EQ(row[3], QStringLiteral("—"));
+            EXPECT_EQ(row[4], QStringLiteral("₵12.50"));
+        }
+    }
+}
+
+TEST_F(ApprovalTest, TheLogFiltersByDayActionAndTextAndPagesByKey)
+{
+    for (int day = 0; day < 5; ++day) {
+        now = QDateTime(QDate(2026, 3, 2 + day), QTime(23, 59, 30));
+        for (int index = 0; index < 3; ++index) {
+            approvals.record(index == 0 ? AuditAction::voidSale : AuditAction::refund, ama.get(),
+                             QStringLiteral("Boss"), 10.005 + index, QStringLiteral("INV-%1-%2").arg(day).arg(index),
+                             QStringLiteral("  rang up twice \n"), QString());
+        }
+    }
+    context.save();
+    const QDate first(2026, 3, 2);
+    // The To day is included whole.
+    EXPECT_EQ(approvals.logCount({first, first.addDays(1), std::nullopt, QString()}), 6);
+    EXPECT_EQ(approvals.logCount({first, first.addDays(4), AuditAction::voidSale, QString()}), 5);
+    EXPECT_EQ(approvals.logCount({first, first.addDays(4), std::nullopt, QStringLiteral("  ")}), 15);
+    EXPECT_EQ(approvals.logCount({first, first.addDays(4), std::nullopt, QStringLiteral("INV-3")}), 3);
+    EXPECT_EQ(approvals.logCount({first, first.addDays(4), std::nullopt, QStringLiteral("RANG")}), 15);
+    EXPECT_EQ(approvals.logCount({first, first.addDays(4), std::nullopt, QStringLiteral("%")}), 0);
+
+    const QList<QStringList> all = approvals.rows({first, first.addDays(4), std::nullopt, QString()});
+    EXPECT_EQ(all[0][0], QStringLiteral("2026-03-06 23:59"));
+    EXPECT_EQ(all[0][4], QStringLiteral("₵12.01")); // rounded on creation, halves away from zero
+    EXPECT_EQ(all[0][6], QStringLiteral("rang up twice"));
+    QList<QStringList> paged;
+    std::optional<std::pair<double, QString>> after;
+    for (;;) {
+        const QList<ApprovalService::LogRow> page =
+            approvals.logPage({first, first.addDays(4), std::nullopt, QString()}, after, 4);
+        if (page.isEmpty())
+            break;
+        for (const ApprovalService::LogRow& row : page)
+            paged << row.cells;
+        after = std::pair(page.last().timestamp, page.last().id);
+    }
+    EXPECT_EQ(paged, all);
+}
+
+TEST_F(ApprovalTest, TheSheetAsksAgainAfterAWrongPinAndThrottlesGuessing)
+{
+    AttemptThrottle throttle;
+    QList<QString> done;
+    ApprovalRequest request;
+    request.action = AuditAction::noSale;
+    request.askReason = true;
+    request.reasonRequired = true;
+    request.perform = [&done](const Ref<User>& approver, const QString& reason) {
+        done << approver->name() + QLatin1Char('/') + reason;
+    };
+    ApprovalSheetModel sheet(request, approvals, throttle);
+    EXPECT_EQ(sheet.title(), QStringLiteral("Open the cash drawer (No Sale)"));
+    EXPECT_EQ(sheet.reasonLabel(), QStringLiteral("Reason (required)"));
+
+    sheet.setPin(QStringLiteral("2468"));
+    EXPECT_FALSE(sheet.approve());
+    EXPECT_EQ(sheet.errorMessage(), QStringLiteral("Enter a reason."));
+    EXPECT_EQ(sheet.pin(), QString());
+
+    sheet.setReason(QStringLiteral(" change for a 50 "));
+    for (int wrong = 0; wrong < AttemptThrottle::freeTries; ++wrong) {
+        sheet.setPin(QStringLiteral("1111"));
+        EXPECT_FALSE(sheet.approve());
+    }
+    sheet.setPin(QStringLiteral("2468"));
+    EXPECT_FALSE(sheet.approve());
+    EXPECT_TRUE(sheet.errorMessage()->startsWith(QStringLiteral("Too many wrong tries.")));
+    now = now.addSecs(30);
+    sheet.setPin(QStringLiteral("2468"));
+    EXPECT_TRUE(sheet.approve());
+    EXPECT_EQ(done, QList<QString>{QStringLiteral("Boss/change for a 50")});
+}
+
+} // namespace

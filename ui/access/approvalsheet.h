@@ -1,0 +1,32 @@
+#pragma once
+
+#include "access/approvalsheetmodel.h"
+#include "ui/controls/sheet.h"
+
+class AppEnvironment;
+class QLineEdit;
+class QPlainTextEdit;
+
+// The one approval dialog: the action's title and summary, an admin's PIN where one is asked and
+// a reason where one is. A refusal keeps it open with the PIN field emptied.
+class ApprovalSheet : public Sheet {
+    Q_OBJECT
+
+public:
+    ApprovalSheet(ApprovalRequest request, AppEnvironment& environment, QWidget* parent);
+
+    // Opens a sheet for the request over `parent`; it deletes itself once closed.
+    static ApprovalSheet* raise(ApprovalRequest request, AppEnvironment& environment, QWidget* parent);
+
+    QLineEdit* pinField() const { return m_pin; }
+    QLineEdit* reasonField() const { return m_reason; }
+
+protected:
+    void primaryAction() override;
+    void reject() override;
+
+private:
+    ApprovalSheetModel m_model;
+    QLineEdit* m_pin = nullptr;
+    QLineEdit* m_reason = nullptr;
+};
