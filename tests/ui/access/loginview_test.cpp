@@ -74,7 +74,7 @@ TEST(LoginView, TitleIsTheBusinessOnceSettingsArriveAndBrindleUntilThen)
     TestStore store;
     AppEnvironment environment(store.context());
     SessionStore session;
-    LoginView view(environment.authService(), session);
+    LoginView view(environment.authService(), session, environment.attemptThrottle());
     EXPECT_EQ(view.titleLabel()->text(), "Brindle");
 
     // The window loads the settings as it appears, after this screen was made.
