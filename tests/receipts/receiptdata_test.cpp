@@ -14,17 +14,18 @@ using ReceiptDataTest = ReceiptScene;
 TEST_F(ReceiptDataTest, TakesEveryFieldFromTheSaleAndSettings)
 {
     const Ref<Sale> sold = sale(QStringLiteral("INV-20260309-0042"), kofi);
-    item(sold, QStringLiteral("Haircut"), 1, 50)->setStaffName(QStringLiteral("Efua"));
-    item(sold, QStringLiteral("Rice"), 1.5, 12.335)->setSellingUnitRaw(QStringLiteral("kg"));
-    item(sold, QStringLiteral("Soap"), 2, 3)->setSellingUnitRaw(QStringLiteral("bushel"));
+    item(sold, QStringLiteral("Haircut"), 1, 50, {}, [](SaleItem& line) { line.setStaffName(QStringLiteral("Efua")); });
+    item(sold, QStringLiteral("Rice"), 1.5, 12.335, {},
+         [](SaleItem& line) { line.setSellingUnitRaw(QStringLiteral("kg")); });
+    item(sold, QStringLiteral("Soap"), 2, 3, {},
+         [](SaleItem& line) { line.setSellingUnitRaw(QStringLiteral("bushel")); });
     payment(sold, PaymentMethodType::mobileMoney, 40);
-    payment(sold, PaymentMethodType::cash, 38.5, 50, 11.5)->setMethodRaw(QStringLiteral("barter"));
+    payment(sold, PaymentMethodType::cash, 38.5, 50, 11.5, QStringLiteral("barter"));
     sold->setSubtotal(74.5);
     sold->setLineDiscountTotal(1.25);
     sold->setSaleDiscount(0.75);
     sold->setPointsDiscount(5);
     sold->setTotal(78.5);
-    context.save();
 
     const ReceiptData receipt = ReceiptData::from(*sold, *settings);
     EXPECT_EQ(receipt.businessName, QStringLiteral("Adwoa's Provisions"));
@@ -47,6 +48,7 @@ TEST_F(ReceiptDataTest, TakesEveryFieldFromTheSaleAndSettings)
     EXPECT_FALSE(receipt.accountBalance);
     EXPECT_FALSE(receipt.pointsBalance);
     EXPECT_FALSE(receipt.voidNote);
+    context.rollback();
 }
 
 TEST_F(ReceiptDataTest, ASaleWithoutCashierOrCustomerShowsADashAndNoCustomer)

@@ -10,6 +10,8 @@
 
 #include <QProcess>
 
+#include <functional>
+
 #include <gtest/gtest.h>
 
 // A store with its settings, a cashier and a customer, and sales made to measure.
@@ -50,8 +52,10 @@ struct ReceiptScene : ::testing::Test {
         return saved(made);
     }
 
+    // `adjust` finishes the line before it is saved, as checkout would have written it.
     Ref<SaleItem> item(const Ref<Sale>& onSale, const QString& name, double quantity, double unitPrice,
-                       const std::vector<TaxComponent>& taxes = {})
+                       const std::vector<TaxComponent>& taxes = {},
+                       const std::function<void(SaleItem&)>& adjust = {})
     {
         auto made = SaleItem::make({}, quantity, unitPrice, 0, 0, 0, false);
         made->setProductNameSnapshot(name);
@@ -61,13 +65,17 @@ struct ReceiptScene : ::testing::Test {
         made->setTaxRateSnapshot(rate);
         made->setTaxComponentsRaw(TaxComponent::encode(taxes));
         made->setSale(onSale);
+        if (adjust)
+            adjust(*made);
         return saved(made);
     }
 
     Ref<Payment> payment(const Ref<Sale>& onSale, PaymentMethodType method, double amount, double tendered = 0,
-                         double change = 0)
+                         double change = 0, const QString& methodRaw = {})
     {
         auto made = Payment::make(method, amount, tendered, change, {});
+        if (!methodRaw.isEmpty())
+            made->setMethodRaw(methodRaw);
         made->setSale(onSale);
         return saved(made);
     }
