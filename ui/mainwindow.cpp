@@ -40,7 +40,7 @@ MainWindow::MainWindow(AppEnvironment& environment, SessionStore& session, Marke
 void MainWindow::installMenus()
 {
     menuBar()->addMenu(new POSCommands(m_actionBus, this));
-    menuBar()->addMenu(new MarketCommands(m_registry, m_switcher, m_actionBus, this,
+    menuBar()->addMenu(new MarketCommands(m_registry, m_switcher, m_actionBus, m_session, this,
                                           [this](std::function<void()> proceed) { askToLeave(std::move(proceed)); }));
     connect(&m_actionBus, &POSActionBus::showNewMarketSheetChanged, this, [this](bool show) {
         if (show)
@@ -50,6 +50,11 @@ void MainWindow::installMenus()
 
 void MainWindow::showNewMarketSheet()
 {
+    // Making and switching stores is an admin's, however the request came.
+    if (!m_session.isAdmin()) {
+        m_actionBus.setShowNewMarketSheet(false);
+        return;
+    }
     auto* sheet = new NewMarketSheet(m_registry, m_switcher, this,
                                      [this](std::function<void()> proceed) { askToLeave(std::move(proceed)); });
     sheet->setAttribute(Qt::WA_DeleteOnClose);

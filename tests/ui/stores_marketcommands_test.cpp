@@ -1,5 +1,7 @@
 #include "ui/stores/marketcommands.h"
 
+#include "records/user.h"
+#include "startup/sessionstore.h"
 #include "stores/marketswitcher.h"
 #include "support/countingrelauncher.h"
 #include "support/printers.h"
@@ -15,7 +17,11 @@ TEST(MarketCommands, ListsEveryStoreAfreshSwitchesToTheChosenOneAndAsksForTheShe
     CountingRelauncher relauncher(markets.registry);
     MarketSwitcher switcher(markets.registry, relauncher);
     POSActionBus bus;
-    MarketCommands commands(markets.registry, switcher, bus);
+    SessionStore session;
+    auto admin = std::make_shared<User>();
+    admin->setRole(UserRole::admin);
+    session.setCurrentUser(admin);
+    MarketCommands commands(markets.registry, switcher, bus, session);
 
     // Made after the menu was built, as the New Store sheet does.
     const MarketInfo added = markets.registry.createMarket("Salt & Light");
@@ -33,5 +39,36 @@ TEST(MarketCommands, ListsEveryStoreAfreshSwitchesToTheChosenOneAndAsksForTheShe
     EXPECT_EQ(relauncher.activeAtRelaunch, added.id);
 
     commands.actions().last()->trigger();
+    EXPECT_TRUE(bus.showNewMarketSheet());
+}
+
+TEST(MarketCommands, AreForASignedInAdminOnly)
+{
+    TestMarkets markets;
+    markets.registry.bootstrapIfNeeded();
+    CountingRelauncher relauncher(markets.registry);
+    MarketSwitcher switcher(markets.registry, relauncher);
+    POSActionBus bus;
+    SessionStore session;
+    MarketCommands commands(markets.registry, switcher, bus, session);
+    QAction* newStore = commands.actions().last();
+
+    const auto signIn = [&session](std::optional<UserRole> role) {
+        Ref<User> user;
+        if (role) {
+            user = std::make_shared<User>();
+            user->setRole(*role);
+        }
+        session.setCurrentUser(user);
+    };
+    for (const std::optional<UserRole> role : {std::optional<UserRole>(), std::optional(UserRole::cashier)}) {
+        signIn(role);
+        EXPECT_FALSE(commands.switchStoreMenu()->isEnabled());
+        newStore->trigger();
+        EXPECT_FALSE(bus.showNewMarketSheet());
+    }
+    signIn(UserRole::admin);
+    EXPECT_TRUE(commands.switchStoreMenu()->isEnabled());
+    newStore->trigger();
     EXPECT_TRUE(bus.showNewMarketSheet());
 }

@@ -1,11 +1,12 @@
 #include "ui/stores/marketcommands.h"
 
 #include "startup/marketregistry.h"
+#include "startup/sessionstore.h"
 #include "stores/marketswitcher.h"
 #include "ui/navigation/posactionbus.h"
 
 MarketCommands::MarketCommands(MarketRegistry& registry, MarketSwitcher& switcher, POSActionBus& bus,
-                               QWidget* parent, EditingScreen::LeaveCheck askToLeave)
+                               SessionStore& session, QWidget* parent, EditingScreen::LeaveCheck askToLeave)
     : QMenu(QStringLiteral("S&tore"), parent)
     , m_registry(registry)
     , m_switcher(switcher)
@@ -14,7 +15,13 @@ MarketCommands::MarketCommands(MarketRegistry& registry, MarketSwitcher& switche
 {
     connect(m_switchStoreMenu, &QMenu::aboutToShow, this, &MarketCommands::listStores);
     listStores();
-    addAction(QStringLiteral("New Store…"), this, [&bus] { bus.setShowNewMarketSheet(true); });
+    m_newStore = addAction(QStringLiteral("New Store…"), this, [&bus] { bus.setShowNewMarketSheet(true); });
+    const auto allowForAdmins = [this, &session] {
+        m_switchStoreMenu->setEnabled(session.isAdmin());
+        m_newStore->setEnabled(session.isAdmin());
+    };
+    allowForAdmins();
+    connect(&session, &SessionStore::currentUserChanged, this, allowForAdmins);
 }
 
 void MarketCommands::listStores()
