@@ -4,7 +4,7 @@
 
 #include <QString>
 
-enum class TillErrorCase { shiftAlreadyOpen, noOpenShift, invalidAmount };
+enum class TillErrorCase { shiftAlreadyOpen, noOpenShift, invalidAmount, payOutExceedsCash };
 
 inline QString describeTillError(TillErrorCase errorCase)
 {
@@ -16,6 +16,8 @@ inline QString describeTillError(TillErrorCase errorCase)
         return QStringLiteral("No open till shift. Open the till before selling.");
     case TillErrorCase::invalidAmount:
         return QStringLiteral("Enter an amount greater than zero.");
+    case TillErrorCase::payOutExceedsCash:
+        return QStringLiteral("That's more than the cash the drawer should hold. Count the drawer, or pay out less.");
     }
     Q_UNREACHABLE();
 }

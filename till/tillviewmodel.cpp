@@ -6,6 +6,7 @@
 #include "records/customerpayment.h"
 #include "records/payment.h"
 #include "records/sale.h"
+#include "money/rounding.h"
 #include "till/tillerror.h"
 
 #include <QLocale>
@@ -48,11 +49,12 @@ ShiftHistoryRow ShiftHistoryRow::make(const Ref<TillShift>& shift)
     return row;
 }
 
-TillViewModel::TillViewModel(TillService& till, AccountsService& accounts, ModelContext& context,
-                             SessionStore& session, QObject* parent)
+TillViewModel::TillViewModel(TillService& till, AccountsService& accounts, ApprovalService& approvals,
+                             ModelContext& context, SessionStore& session, QObject* parent)
     : ViewModel(parent)
     , m_till(till)
     , m_accounts(accounts)
+    , m_approvals(approvals)
     , m_context(context)
     , m_session(session)
 {
@@ -100,8 +102,11 @@ bool TillViewModel::recordCashMovement(const Ref<TillShift>& shift)
         setErrorMessage(TillError::describe(TillError::Case::invalidAmount));
         return false;
     }
-    // Neither the reason nor the cash in the drawer is checked: a pay-out is taken at its word.
     const bool saved = saveOrUndo(m_context, [&] {
+        // Cash that isn't in the drawer can't go out of it; what a pay-out leaves is the count's to find.
+        if (m_payType == CashMovementType::payOut
+            && Rounding::toCents(*amount.value - m_till.expectedCash(shift)) > 0.005)
+            throw TillError(TillErrorCase::payOutExceedsCash);
         auto movement = std::make_shared<CashMovement>();
         movement->setTillShift(shift);
         movement->setTypeRaw(CashMovementTypes::raw(m_payType));
@@ -110,6 +115,10 @@ bool TillViewModel::recordCashMovement(const Ref<TillShift>& shift)
         movement->setPerformedBy(m_session.currentUser());
         movement->setTimestamp(Clock::now());
         m_context.insert(movement);
+        if (m_payType == CashMovementType::payOut) {
+            m_approvals.record(AuditAction::payOut, m_session.currentUser().get(), QString(), *amount.value,
+                               QString(), m_payReason, QString());
+        }
     });
     if (!saved)
         return false;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "access/approvalservice.h"
 #include "customers/accountsservice.h"
 #include "records/cashmovement.h"
 #include "records/enums.h"
@@ -61,8 +62,8 @@ public:
     static QString historyTitle() { return QStringLiteral("Shift History"); }
     static QString noHistoryMessage() { return QStringLiteral("No closed shifts yet."); }
 
-    TillViewModel(TillService& till, AccountsService& accounts, ModelContext& context, SessionStore& session,
-                  QObject* parent = nullptr);
+    TillViewModel(TillService& till, AccountsService& accounts, ApprovalService& approvals, ModelContext& context,
+                  SessionStore& session, QObject* parent = nullptr);
 
     QString openingFloatText() const { return m_openingFloatText; }
     void setOpeningFloatText(const QString& text) { assign(m_openingFloatText, text); }
@@ -106,6 +107,7 @@ private:
 
     TillService& m_till;
     AccountsService& m_accounts;
+    ApprovalService& m_approvals;
     ModelContext& m_context;
     SessionStore& m_session;
     QString m_openingFloatText;

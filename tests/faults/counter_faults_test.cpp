@@ -14,8 +14,8 @@ namespace {
 
 std::shared_ptr<TillViewModel> tillModel(FaultScene& scene)
 {
-    return std::make_shared<TillViewModel>(scene.environment.tillService(),
-                                           scene.environment.accountsService(), scene.context, scene.session);
+    return std::make_shared<TillViewModel>(scene.environment.tillService(), scene.environment.accountsService(),
+                                           scene.environment.approvalService(), scene.context, scene.session);
 }
 
 Ref<TillShift> openShift(FaultScene& scene, double openingFloat)

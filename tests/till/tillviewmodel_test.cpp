@@ -15,7 +15,8 @@ protected:
     TillService till{context};
     AccountsService accounts{context};
     SessionStore session;
-    TillViewModel model{till, accounts, context, session};
+    ApprovalService approvals{context};
+    TillViewModel model{till, accounts, approvals, context, session};
 };
 
 TEST_F(TillViewModelTest, BlankFloatOpensAtZeroAndASecondOpenIsRefused)
@@ -24,7 +25,7 @@ TEST_F(TillViewModelTest, BlankFloatOpensAtZeroAndASecondOpenIsRefused)
     ASSERT_NE(session.currentTillShift(), nullptr);
     EXPECT_EQ(session.currentTillShift()->openingFloat(), 0);
 
-    TillViewModel elsewhere(till, accounts, context, session);
+    TillViewModel elsewhere(till, accounts, approvals, context, session);
     elsewhere.setOpeningFloatText(QStringLiteral("50"));
     EXPECT_FALSE(elsewhere.openShift());
     EXPECT_EQ(elsewhere.errorMessage(), QStringLiteral("A till shift is already open for this cashier."));
@@ -60,6 +61,34 @@ TEST_F(TillViewModelTest, CashMovementNeedsAnAmountAboveZeroAndKeepsTheType)
     EXPECT_EQ(model.payType(), CashMovementType::payOut);
     EXPECT_EQ(countRowsOnDisk(store.path(), QStringLiteral("CashMovement")), 1);
     EXPECT_EQ(model.figures(shift).expectedCash, 70);
+}
+
+TEST_F(TillViewModelTest, APayOutCantTakeMoreThanTheDrawerHoldsAndIsInTheAuditLog)
+{
+    const Ref<TillShift> shift = addShift(context, 150.0);
+    model.setPayType(CashMovementType::payOut);
+    model.setPayReason(QStringLiteral("Fuel"));
+    model.setPayAmountText(QStringLiteral("5,000.00"));
+    EXPECT_FALSE(model.recordCashMovement(shift));
+    EXPECT_EQ(model.errorMessage(),
+              QStringLiteral("That's more than the cash the drawer should hold. Count the drawer, or pay out less."));
+    model.setPayAmountText(QStringLiteral("150.01"));
+    EXPECT_FALSE(model.recordCashMovement(shift));
+    EXPECT_EQ(countRowsOnDisk(store.path(), QStringLiteral("CashMovement")), 0);
+
+    // All of it may go, and what went is in the log under the name of who paid it out.
+    auto ama = std::make_shared<User>();
+    ama->setName(QStringLiteral("Ama"));
+    context.insert(ama);
+    context.save();
+    session.setCurrentUser(ama);
+    model.setPayAmountText(QStringLiteral("150"));
+    EXPECT_TRUE(model.recordCashMovement(shift));
+    const QList<QStringList> log =
+        approvals.rows({QDate::currentDate().addDays(-1), QDate::currentDate().addDays(1), AuditAction::payOut, {}});
+    ASSERT_EQ(log.size(), 1);
+    EXPECT_EQ(log[0].mid(2, 5), (QStringList{QStringLiteral("Ama"), QStringLiteral("—"), QStringLiteral("₵150.00"),
+                                            QString(), QStringLiteral("Fuel")}));
 }
 
 TEST_F(TillViewModelTest, CloseClearsTheSessionsShiftOnlyWhenItIsTheOneClosed)

@@ -79,7 +79,8 @@ QLineEdit* makeMoneyEdit(QWidget* parent)
 TillView::TillView(AppEnvironment& environment, SessionStore& session, QWidget* parent)
     : QScrollArea(parent)
     , m_session(session)
-    , m_model(environment.tillService(), environment.accountsService(), environment.modelContext(), session)
+    , m_model(environment.tillService(), environment.accountsService(), environment.approvalService(),
+              environment.modelContext(), session)
 {
     setWidgetResizable(true);
     setFrameShape(QFrame::NoFrame);
