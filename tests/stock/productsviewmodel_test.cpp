@@ -16,14 +16,7 @@ class ProductsViewModelTest : public ::testing::Test {
 protected:
     void SetUp() override
     {
-        settings = std::make_shared<AppSettings>();
-        store.context().insert(settings);
-        store.context().save();
         session.setSettings(settings);
-        boss = std::make_shared<User>();
-        boss->setName(QStringLiteral("Boss"));
-        store.context().insert(boss);
-        store.context().save();
         session.setCurrentUser(boss);
     }
 
@@ -31,9 +24,7 @@ protected:
     {
         auto category = std::make_shared<Category>();
         category->setName(name);
-        store.context().insert(category);
-        store.context().save();
-        return category;
+        return store.saved(category);
     }
 
     QList<Ref<InventoryMovement>> costRows()
@@ -51,8 +42,8 @@ protected:
 
     TestStore store;
     SessionStore session;
-    Ref<AppSettings> settings;
-    Ref<User> boss;
+    Ref<AppSettings> settings = store.saved(std::make_shared<AppSettings>());
+    Ref<User> boss = store.saved(std::make_shared<User>());
     ProductsViewModel model{store.context(), session};
 };
 } // namespace
