@@ -1,9 +1,10 @@
-#include "ui/stores/newmarketsheet.h"
-
 #include "stores/marketswitcher.h"
 #include "support/countingrelauncher.h"
 #include "support/printers.h"
 #include "support/testmarkets.h"
+#include "ui/navigation/posactionbus.h"
+#include "ui/stores/marketcommands.h"
+#include "ui/stores/newmarketsheet.h"
 
 #include <QApplication>
 #include <QLabel>
@@ -12,6 +13,34 @@
 #include <QTest>
 
 #include <gtest/gtest.h>
+
+TEST(MarketCommands, ListsEveryStoreAfreshSwitchesToTheChosenOneAndAsksForTheSheet)
+{
+    TestMarkets markets;
+    markets.registry.bootstrapIfNeeded();
+    CountingRelauncher relauncher(markets.registry);
+    MarketSwitcher switcher(markets.registry, relauncher);
+    POSActionBus bus;
+    MarketCommands commands(markets.registry, switcher, bus);
+
+    // Made after the menu was built, as the New Store sheet does.
+    const MarketInfo added = markets.registry.createMarket("Salt & Light");
+    Q_EMIT commands.switchStoreMenu()->aboutToShow();
+    const QList<QAction*> stores = commands.switchStoreMenu()->actions();
+    ASSERT_EQ(stores.size(), 2);
+    EXPECT_EQ(stores[0]->text(), "Default Market");
+    EXPECT_TRUE(stores[0]->isChecked());
+    EXPECT_EQ(stores[1]->text(), "Salt && Light"); // an "&" shown, not made a shortcut key
+    EXPECT_FALSE(stores[1]->isChecked());
+
+    stores[0]->trigger();
+    EXPECT_EQ(relauncher.count, 0);
+    stores[1]->trigger();
+    EXPECT_EQ(relauncher.activeAtRelaunch, added.id);
+
+    commands.actions().last()->trigger();
+    EXPECT_TRUE(bus.showNewMarketSheet());
+}
 
 TEST(NewMarketSheet, TypedFormCreatesTheStoreAndSwitchingRelaunchesOnIt)
 {
