@@ -1,6 +1,7 @@
 // Every write a person can make, failed at each of its calls into SQLite in turn: each failure must
 // show a plain sentence and leave file, memory and the forms being typed into elsewhere as they
-// were, and the write must then go through, once, when tried again.
+// were, and the write must then go through, once, when tried again. Records in memory are checked
+// against the file after every failure; the plans check what lives outside the store.
 
 #include "access/firstrunsetupmodel.h"
 #include "access/useraccountsviewmodel.h"
@@ -160,12 +161,7 @@ FaultPlan checkout(FaultScene& scene)
                     return refusal.description();
                 }
             },
-            [&scene] {
-                // The receipt number a failure took is given back, and so is the stock.
-                EXPECT_EQ(scene.settings->lastReceiptSequence(), 0);
-                EXPECT_EQ(scene.soap->stockQuantity(), 20);
-                EXPECT_EQ(scene.kofi->loyaltyPoints(), 40);
-            },
+            {},
             [&scene] {
                 EXPECT_EQ(scene.settings->lastReceiptSequence(), 1);
                 EXPECT_EQ(scene.onDisk("Sale"), 1);
@@ -203,11 +199,7 @@ FaultPlan closeAShift(FaultScene& scene)
     model->setClosingNotes(QStringLiteral("end of day"));
     return {through(*model, [model, shift] { return model->closeShift(shift); }),
             [&scene, model, shift] {
-                // Still open everywhere, so Close works again and no second shift can be opened.
-                EXPECT_EQ(shift->statusRaw(), TillService::openStatus());
-                EXPECT_EQ(shift->closedAt(), std::nullopt);
-                EXPECT_EQ(shift->countedCash(), std::nullopt);
-                EXPECT_EQ(scene.environment.tillService().currentOpenShift(), shift);
+                // Still open for the screen too, so Close works again.
                 EXPECT_EQ(scene.session.currentTillShift(), shift);
                 EXPECT_EQ(model->openShiftShown(), shift);
                 EXPECT_EQ(model->countedCashText(), QStringLiteral("1,250.00"));
@@ -251,7 +243,7 @@ FaultPlan accountPayment(FaultScene& scene)
     model->setAmountText(QStringLiteral("₵50.00"));
     AccountsService& accounts = scene.environment.accountsService();
     return {through(*model, [model] { return model->record(); }),
-            [&accounts, &scene] { EXPECT_EQ(accounts.balance(scene.kofi), 80); },
+            [model] { EXPECT_EQ(model->amountText(), QStringLiteral("₵50.00")); },
             [&accounts, &scene, shift] {
                 EXPECT_EQ(accounts.balance(scene.kofi), 30);
                 EXPECT_EQ(accounts.cashReceived(shift), 50);
@@ -266,7 +258,7 @@ FaultPlan pointsAdjustment(FaultScene& scene)
     model->setPointsText(QStringLiteral("15"));
     model->setReason(QStringLiteral("correction"));
     return {through(*model, [model] { return model->save(); }),
-            [&scene] { EXPECT_EQ(scene.kofi->loyaltyPoints(), 40); },
+            {},
             [&scene] {
                 EXPECT_EQ(scene.kofi->loyaltyPoints(), 25);
                 EXPECT_EQ(scene.onDisk("LoyaltyEntry"), 1);
@@ -282,10 +274,7 @@ FaultPlan stockAdjustment(FaultScene& scene, StockAdjustmentModel::Mode mode, co
     model->setQuantityText(QString::fromUtf8(quantity));
     model->setUnitCostText(QStringLiteral("6.5"));
     return {through(*model, [model] { return model->apply(); }),
-            [&scene] {
-                EXPECT_EQ(scene.soap->stockQuantity(), 20);
-                EXPECT_EQ(scene.soap->costPrice(), 4);
-            },
+            {},
             [&scene, stockAfter, costAfter] {
                 EXPECT_EQ(scene.soap->stockQuantity(), stockAfter);
                 EXPECT_EQ(scene.soap->costPrice(), costAfter);
@@ -312,7 +301,7 @@ FaultPlan setAPin(FaultScene& scene)
         std::make_shared<UserAccountsViewModel>(scene.context, scene.environment.authService(), scene.session);
     const Ref<User> cashier = scene.cashier;
     return {[model, cashier] { return model->savePin(cashier, QStringLiteral("2468")); },
-            [cashier] { EXPECT_EQ(cashier->pin(), std::nullopt); },
+            {},
             [cashier] { EXPECT_EQ(cashier->pin(), QStringLiteral("2468")); }};
 }
 
@@ -329,12 +318,8 @@ FaultPlan firstRunSetup(FaultScene& scene, bool withoutSettings)
     model->setAdminUsername(QStringLiteral("efua"));
     model->setAdminPassword(QStringLiteral("secret1"));
     model->setConfirmPassword(QStringLiteral("secret1"));
-    const QString nameBefore = scene.settings->businessName();
     return {through(*model, [model] { return model->create(); }),
-            [&scene, nameBefore] {
-                EXPECT_EQ(scene.session.currentUser(), nullptr);
-                EXPECT_EQ(scene.settings->businessName(), nameBefore);
-            },
+            [&scene] { EXPECT_EQ(scene.session.currentUser(), nullptr); },
             [&scene] {
                 EXPECT_EQ(scene.session.settings()->businessName(), QStringLiteral("Osu Provisions"));
                 ASSERT_NE(scene.session.currentUser(), nullptr);
@@ -385,11 +370,10 @@ FaultPlan productSave(FaultScene& scene)
     model->enter(Entry::costPrice, QStringLiteral("3.25"));
     model->editedProduct()->setSku(QStringLiteral("RC-1"));
     return {[model] { return model->save(); },
-            [model, rice] {
+            [model] {
                 EXPECT_TRUE(model->hasUnsavedEdits());
                 EXPECT_EQ(model->editedProduct()->costPrice(), 3.25);
                 EXPECT_EQ(model->editedProduct()->sku(), QStringLiteral("RC-1"));
-                EXPECT_EQ(rice->costPrice(), 0) << "the record is as saved";
             },
             [&scene, rice] {
                 EXPECT_EQ(rice->costPrice(), 3.25);
@@ -445,10 +429,7 @@ FaultPlan supplierSave(FaultScene& scene)
     auto model = supplierForm(scene, bolt);
     model->editedSupplier()->setPhone(QStringLiteral("020 111"));
     return {[model] { return model->save(); },
-            [model, bolt] {
-                EXPECT_EQ(model->editedSupplier()->phone(), QStringLiteral("020 111"));
-                EXPECT_EQ(bolt->phone(), QString());
-            },
+            [model] { EXPECT_EQ(model->editedSupplier()->phone(), QStringLiteral("020 111")); },
             [bolt] { EXPECT_EQ(bolt->phone(), QStringLiteral("020 111")); }};
 }
 
@@ -485,10 +466,7 @@ FaultPlan customerSave(FaultScene& scene)
     auto detail = customerDetail(scene, scene.kofi);
     detail->setPhone(typedPhone);
     return {through(*detail, [detail] { return detail->save(); }),
-            [&scene, detail] {
-                EXPECT_EQ(detail->phone(), typedPhone);
-                EXPECT_EQ(scene.kofi->phone(), QString()) << "the record is as saved";
-            },
+            [detail] { EXPECT_EQ(detail->phone(), typedPhone); },
             [&scene] { EXPECT_EQ(scene.kofi->phone(), typedPhone); }};
 }
 

@@ -322,6 +322,4 @@ TEST(ReceiptNumbers, RunningNumberWithTheDayItWasTakenAndHoldLabels)
     EXPECT_EQ(ReceiptNumberGenerator::nextHoldLabel(7, {}), QStringLiteral("Hold #7"));
     EXPECT_EQ(ReceiptNumberGenerator::nextHoldLabel(7, QStringLiteral("Ama")),
               QStringLiteral("Hold #7 - Ama"));
-    EXPECT_EQ(SalesError::returnExceedsPurchased(QStringLiteral("Rice"), 1.5).description(),
-              QStringLiteral("Cannot return more of Rice than the 1.5 still eligible."));
 }
