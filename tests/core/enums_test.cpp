@@ -27,8 +27,9 @@ TEST(Enums, RawTextsArePinnedAndReadBack)
                                                 SaleStatus::refunded, SaleStatus::voided}),
               "completed,partiallyRefunded,refunded,voided");
     EXPECT_EQ(rawTexts<UserRoles>(std::array{UserRole::admin, UserRole::cashier}), "admin,cashier");
-    EXPECT_EQ(rawTexts<InventoryMovementTypes>(InventoryMovementTypes::all),
-              "stockIn,stockOut,adjustment,saleDeduction,returnRestock,supplierDelivery,voidRestock,costChange");
+    EXPECT_EQ(
+        rawTexts<InventoryMovementTypes>(InventoryMovementTypes::all),
+        "stockIn,stockOut,adjustment,saleDeduction,returnRestock,supplierDelivery,voidRestock,costChange");
     EXPECT_EQ(rawTexts<CashMovementTypes>(CashMovementTypes::all), "payIn,payOut");
 }
 

@@ -152,7 +152,7 @@ FaultPlan checkout(FaultScene& scene)
     cart.setCustomer(scene.kofi);
     const QList<PaymentInput> payments{{PaymentMethodType::cash, 15, 20, {}},
                                        {PaymentMethodType::onAccount, 5, 0, {}}};
-    return {[&scene, cart, payments, shift]() -> std::optional<QString> {
+    return {.attempt = [&scene, cart, payments, shift]() -> std::optional<QString> {
                 try {
                     scene.environment.salesService().checkout(cart, payments, scene.cashier, shift,
                                                               *scene.settings);
@@ -161,14 +161,14 @@ FaultPlan checkout(FaultScene& scene)
                     return refusal.description();
                 }
             },
-            {},
-            [&scene] {
-                EXPECT_EQ(scene.settings->lastReceiptSequence(), 1);
-                EXPECT_EQ(scene.onDisk("Sale"), 1);
-                EXPECT_EQ(scene.soap->stockQuantity(), 18);
-                EXPECT_EQ(scene.kofi->loyaltyPoints(), 44);
-                EXPECT_EQ(scene.environment.accountsService().balance(scene.kofi), 5);
-            }};
+            .afterSuccess =
+                [&scene] {
+                    EXPECT_EQ(scene.settings->lastReceiptSequence(), 1);
+                    EXPECT_EQ(scene.onDisk("Sale"), 1);
+                    EXPECT_EQ(scene.soap->stockQuantity(), 18);
+                    EXPECT_EQ(scene.kofi->loyaltyPoints(), 44);
+                    EXPECT_EQ(scene.environment.accountsService().balance(scene.kofi), 5);
+                }};
 }
 
 FaultPlan openAShift(FaultScene& scene)
@@ -257,9 +257,7 @@ FaultPlan pointsAdjustment(FaultScene& scene)
     model->setDirection(AdjustPointsModel::Direction::remove);
     model->setPointsText(QStringLiteral("15"));
     model->setReason(QStringLiteral("correction"));
-    return {through(*model, [model] { return model->save(); }),
-            {},
-            [&scene] {
+    return {.attempt = through(*model, [model] { return model->save(); }), .afterSuccess = [&scene] {
                 EXPECT_EQ(scene.kofi->loyaltyPoints(), 25);
                 EXPECT_EQ(scene.onDisk("LoyaltyEntry"), 1);
             }};
@@ -273,9 +271,8 @@ FaultPlan stockAdjustment(FaultScene& scene, StockAdjustmentModel::Mode mode, co
     model->setMode(mode);
     model->setQuantityText(QString::fromUtf8(quantity));
     model->setUnitCostText(QStringLiteral("6.5"));
-    return {through(*model, [model] { return model->apply(); }),
-            {},
-            [&scene, stockAfter, costAfter] {
+    return {.attempt = through(*model, [model] { return model->apply(); }),
+            .afterSuccess = [&scene, stockAfter, costAfter] {
                 EXPECT_EQ(scene.soap->stockQuantity(), stockAfter);
                 EXPECT_EQ(scene.soap->costPrice(), costAfter);
                 EXPECT_EQ(scene.onDisk("InventoryMovement"), 1);
@@ -284,8 +281,8 @@ FaultPlan stockAdjustment(FaultScene& scene, StockAdjustmentModel::Mode mode, co
 
 FaultPlan addAUser(FaultScene& scene)
 {
-    auto model =
-        std::make_shared<UserAccountsViewModel>(scene.context, scene.environment.authService(), scene.session);
+    auto model = std::make_shared<UserAccountsViewModel>(scene.context, scene.environment.authService(),
+                                                         scene.session);
     model->setNewUserName(QStringLiteral("Yaw"));
     model->setNewUsername(QStringLiteral("yaw"));
     model->setNewPassword(QStringLiteral("secret1"));
@@ -297,12 +294,20 @@ FaultPlan addAUser(FaultScene& scene)
 
 FaultPlan setAPin(FaultScene& scene)
 {
-    auto model =
-        std::make_shared<UserAccountsViewModel>(scene.context, scene.environment.authService(), scene.session);
+    auto model = std::make_shared<UserAccountsViewModel>(scene.context, scene.environment.authService(),
+                                                         scene.session);
     const Ref<User> cashier = scene.cashier;
-    return {[model, cashier] { return model->savePin(cashier, QStringLiteral("2468")); },
-            {},
-            [cashier] { EXPECT_EQ(cashier->pin(), QStringLiteral("2468")); }};
+    return {.attempt = [model, cashier] { return model->savePin(cashier, QStringLiteral("2468")); },
+            .afterSuccess = [cashier] { EXPECT_EQ(cashier->pin(), QStringLiteral("2468")); }};
+}
+
+// The admin's part of the first-run and New Store forms.
+template <class Form> void fillAdmin(Form& form, const char* name, const char* username)
+{
+    form.setAdminName(QString::fromUtf8(name));
+    form.setAdminUsername(QString::fromUtf8(username));
+    form.setAdminPassword(QStringLiteral("secret1"));
+    form.setConfirmPassword(QStringLiteral("secret1"));
 }
 
 // The business name and the admin go in one unit, and on a store without settings so do they.
@@ -314,10 +319,7 @@ FaultPlan firstRunSetup(FaultScene& scene, bool withoutSettings)
     auto model = std::make_shared<FirstRunSetupModel>(
         scene.context, [&scene] { return scene.environment.loadOrCreateSettings(); }, scene.session);
     model->setBusinessName(QStringLiteral("Osu Provisions"));
-    model->setAdminName(QStringLiteral("Efua"));
-    model->setAdminUsername(QStringLiteral("efua"));
-    model->setAdminPassword(QStringLiteral("secret1"));
-    model->setConfirmPassword(QStringLiteral("secret1"));
+    fillAdmin(*model, "Efua", "efua");
     return {through(*model, [model] { return model->create(); }),
             [&scene] { EXPECT_EQ(scene.session.currentUser(), nullptr); },
             [&scene] {
@@ -336,10 +338,7 @@ FaultPlan newStore(FaultScene&)
     const MarketInfo open = markets->registry.bootstrapIfNeeded();
     auto model = std::make_shared<NewMarketModel>(markets->registry);
     model->setMarketName(QStringLiteral("Osu"));
-    model->setAdminName(QStringLiteral("Ama Mensah"));
-    model->setAdminUsername(QStringLiteral("ama"));
-    model->setAdminPassword(QStringLiteral("secret1"));
-    model->setConfirmPassword(QStringLiteral("secret1"));
+    fillAdmin(*model, "Ama Mensah", "ama");
     return {through(*model, [model] { return model->create(); }),
             [markets, open] {
                 EXPECT_EQ(markets->filesInMarkets(), QStringList());
@@ -398,17 +397,19 @@ FaultPlan productDelete(FaultScene& scene)
 FaultPlan categoryFromTheProductForm(FaultScene& scene)
 {
     auto model = productForm(scene);
-    return {[model] { return model->createCategory(QStringLiteral("Grains"), QStringLiteral("#34C759")).errorMessage; },
-            {},
-            [&scene] { EXPECT_EQ(scene.onDisk("Category"), 1); }};
+    return {.attempt =
+                [model] {
+                    return model->createCategory(QStringLiteral("Grains"), QStringLiteral("#34C759"))
+                        .errorMessage;
+                },
+            .afterSuccess = [&scene] { EXPECT_EQ(scene.onDisk("Category"), 1); }};
 }
 
 FaultPlan supplierFromTheProductForm(FaultScene& scene)
 {
     auto model = productForm(scene);
-    return {[model] { return model->createSupplier(QStringLiteral("Osei")).errorMessage; },
-            {},
-            [&scene] { EXPECT_EQ(scene.onDisk("Supplier"), 2); }};
+    return {.attempt = [model] { return model->createSupplier(QStringLiteral("Osei")).errorMessage; },
+            .afterSuccess = [&scene] { EXPECT_EQ(scene.onDisk("Supplier"), 2); }};
 }
 
 FaultPlan supplierCreate(FaultScene& scene)
@@ -531,11 +532,12 @@ TEST_P(FaultLoop, EveryFailedCallLeavesAllAsItWasAndTheRetryGoesThroughOnce)
         FaultScene scene;
         const FaultPlan plan = write.prepare(scene);
         ASSERT_FALSE(HasFatalFailure());
-        const int failures = failEachCallUntilItSucceeds(scene.context, scene.store.path(), code, plan.attempt, [&] {
-            scene.expectFormsUntouched();
-            if (plan.afterFailure)
-                plan.afterFailure();
-        });
+        const int failures =
+            failEachCallUntilItSucceeds(scene.context, scene.store.path(), code, plan.attempt, [&] {
+                scene.expectFormsUntouched();
+                if (plan.afterFailure)
+                    plan.afterFailure();
+            });
         EXPECT_GT(failures, 0) << "no call of the write was failed";
         if (plan.afterSuccess)
             plan.afterSuccess();

@@ -70,8 +70,9 @@ ProductsView::ProductsView(AppEnvironment& environment, SessionStore& session, Q
     connect(m_listCard, &RecordListCard::rowChosen, this, [this](int row) {
         const Ref<Product> chosen = m_listed[row];
         if (chosen != m_model.selectedProduct())
-            openAfterAsking([this] { m_listCard->showChosenRow(int(m_listed.indexOf(m_model.selectedProduct()))); },
-                            [this, chosen] { m_model.select(chosen); });
+            openAfterAsking(
+                [this] { m_listCard->showChosenRow(int(m_listed.indexOf(m_model.selectedProduct()))); },
+                [this, chosen] { m_model.select(chosen); });
     });
     connect(&m_model, &ProductsViewModel::productsChanged, this, [this] {
         fillCategoryFilter();

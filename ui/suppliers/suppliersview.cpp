@@ -128,8 +128,9 @@ SuppliersView::SuppliersView(AppEnvironment& environment, QWidget* parent)
     connect(m_listCard, &RecordListCard::rowChosen, this, [this](int row) {
         const Ref<Supplier> chosen = m_listed[row];
         if (chosen != m_model.selectedSupplier())
-            openAfterAsking([this] { m_listCard->showChosenRow(int(m_listed.indexOf(m_model.selectedSupplier()))); },
-                            [this, chosen] { m_model.select(chosen); });
+            openAfterAsking(
+                [this] { m_listCard->showChosenRow(int(m_listed.indexOf(m_model.selectedSupplier()))); },
+                [this, chosen] { m_model.select(chosen); });
     });
     connect(m_new, &QPushButton::clicked, this, [this] {
         askToLeave([this] {

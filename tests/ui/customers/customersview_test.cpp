@@ -216,7 +216,8 @@ TEST_F(CustomersViewTest, LeavingUnsavedEditsAsksToSaveDiscardOrStay)
     const auto leaveFor = [&](const Ref<Customer>& other, const QString& answer) {
         view.selectCustomer(other->id());
         QMessageBox* box = openBox(&view);
-        EXPECT_EQ(view.detail()->customer(), other == ama ? kofi : ama) << "nothing changes before the answer";
+        EXPECT_EQ(view.detail()->customer(), other == ama ? kofi : ama)
+            << "nothing changes before the answer";
         clickButton(box, answer);
     };
 

@@ -85,25 +85,33 @@ public:
 };
 
 const LeavePath paths[] = {
-    {"AnotherRow", {Answer::save, Answer::cancel},
+    {"AnotherRow",
+     {Answer::save, Answer::cancel},
      [](LeavePathTest& t) { t.products()->selectRow(int(t.products()->listedNames().indexOf("Oil"))); },
      [](LeavePathTest& t) {
          return t.products()->model().selectedProduct() &&
                 t.products()->model().selectedProduct()->name() == "Oil";
      }},
-    {"NewProduct", {Answer::discard}, [](LeavePathTest& t) { t.products()->newProductButton()->click(); },
+    {"NewProduct",
+     {Answer::discard},
+     [](LeavePathTest& t) { t.products()->newProductButton()->click(); },
      [](LeavePathTest& t) { return t.products()->model().isNewProduct(); }},
-    {"Sidebar", {Answer::save, Answer::cancel},
+    {"Sidebar",
+     {Answer::save, Answer::cancel},
      [](LeavePathTest& t) {
          t.nav()->sidebar()->setCurrentItem(t.nav()->sidebar()->findItems("Suppliers", Qt::MatchExactly).value(0));
      },
      [](LeavePathTest& t) { return qobject_cast<SuppliersView*>(t.nav()->currentScreen()) != nullptr; }},
-    {"RequestFromAScreen", {Answer::discard},
+    {"RequestFromAScreen",
+     {Answer::discard},
      [](LeavePathTest& t) { t.mainWindow()->actionBus().setRequestedSection(AppSection::customers); },
      [](LeavePathTest& t) { return t.nav()->model().selection() == AppSection::customers; }},
-    {"SignOut", {Answer::save}, [](LeavePathTest& t) { t.nav()->signOutButton()->click(); },
+    {"SignOut",
+     {Answer::save},
+     [](LeavePathTest& t) { t.nav()->signOutButton()->click(); },
      [](LeavePathTest& t) { return t.sessionStore().currentUser() == nullptr; }},
-    {"SwitchStore", {Answer::discard},
+    {"SwitchStore",
+     {Answer::discard},
      [](LeavePathTest& t) {
          auto* commands = t.mainWindow()->findChild<MarketCommands*>();
          ASSERT_NE(commands, nullptr);
@@ -111,7 +119,9 @@ const LeavePath paths[] = {
          commands->switchStoreMenu()->actions().last()->trigger();
      },
      [](LeavePathTest& t) { return t.relaunches() == 1; }},
-    {"CloseTheWindow", {Answer::save, Answer::cancel}, [](LeavePathTest& t) { t.mainWindow()->close(); },
+    {"CloseTheWindow",
+     {Answer::save, Answer::cancel},
+     [](LeavePathTest& t) { t.mainWindow()->close(); },
      [](LeavePathTest& t) { return !t.mainWindow()->isVisible(); }},
 };
 
@@ -144,8 +154,7 @@ TEST_P(LeavePathTest, AsksAndDoesWhatTheAnswerSays)
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(EveryWayOut, LeavePathTest,
-                         ::testing::ValuesIn(pathsAndAnswers()),
+INSTANTIATE_TEST_SUITE_P(EveryWayOut, LeavePathTest, ::testing::ValuesIn(pathsAndAnswers()),
                          [](const auto& info) {
                              const Answer chosen = std::get<1>(info.param);
                              return std::string(std::get<0>(info.param).name) +

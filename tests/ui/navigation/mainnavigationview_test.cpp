@@ -1,10 +1,10 @@
 #include "records/appsettings.h"
 #include "support/printers.h"
 #include "ui/access/loginview.h"
+#include "ui/controls/screentest.h"
 #include "ui/navigation/appsection.h"
 #include "ui/navigation/mainnavigationview.h"
 #include "ui/settings/settingsview.h"
-#include "ui/controls/screentest.h"
 
 #include <QLabel>
 #include <QListWidget>
