@@ -155,7 +155,8 @@ private:
     ModelContext& m_context;
     SessionStore& m_session;
     Ref<Customer> m_customer;
-    // The contact and credit fields; the limit is typed as text and goes onto it at Save.
+    // The contact and credit fields; the limit is typed as text and goes onto it once it reads as
+    // an amount.
     FormDraft<Customer> m_form;
     QString m_creditLimitText;
     bool m_readFailed = false; // errorMessage tells of a read, not of a save or delete
