@@ -20,9 +20,11 @@ CustomerDetailModel::CustomerDetailModel(AccountsService& accounts, LoyaltyServi
     , m_context(context)
     , m_session(session)
     , m_customer(std::move(customer))
+    // A new one's form edits a copy, so that the customer handed in keeps its name until saved.
+    , m_form(m_customer->context() ? FormDraft<Customer>::of(m_customer)
+                                   : FormDraft<Customer>::ofNew(m_customer->draft<Customer>(), context))
 {
-    Q_ASSERT(m_customer);
-    readFields();
+    readCreditLimit();
     m_context.onChange(this,
                        {&Customer::schema(), &Sale::schema(), &Payment::schema(), &CustomerPayment::schema(),
                         &LoyaltyEntry::schema()},
@@ -46,65 +48,54 @@ std::optional<QString> CustomerDetailModel::creditLimitProblem() const
     return entry.isValid() ? std::nullopt : std::optional(entry.problem);
 }
 
-bool CustomerDetailModel::hasUnsavedEdits() const
+void CustomerDetailModel::setCreditLimitText(const QString& text)
 {
-    return m_name != m_customer->name() || m_phone != m_customer->phone() || m_email != m_customer->email() ||
-           m_address != m_customer->address() || m_allowCredit != m_customer->allowCredit() ||
-           creditLimit() != m_customer->creditLimit();
+    if (!replace(m_creditLimitText, text))
+        return;
+    if (const std::optional<double> limit = creditLimit())
+        m_form.edits()->setCreditLimit(*limit);
+    Q_EMIT fieldsChanged();
 }
 
-void CustomerDetailModel::writeFields(Customer& customer) const
+bool CustomerDetailModel::hasUnsavedEdits() const
 {
-    customer.setName(m_name);
-    customer.setPhone(m_phone);
-    customer.setEmail(m_email);
-    customer.setAddress(m_address);
-    customer.setAllowCredit(m_allowCredit);
-    customer.setCreditLimit(*creditLimit());
+    return m_form.hasEdits() || creditLimitProblem();
 }
 
 bool CustomerDetailModel::save()
 {
-    if (!creditLimit())
+    if (creditLimitProblem())
         return false;
+    const bool wasNew = isNew();
     try {
         m_customer = performUnitOfWork(m_context, [&] {
-            if (!isNew()) {
-                writeFields(*m_customer);
-                return m_customer;
-            }
-            // A copy goes in, so that a failed save leaves the new customer as it was before.
-            const Ref<Customer> inserted = m_customer->draft<Customer>();
-            writeFields(*inserted);
-            inserted->setCreatedAt(Clock::now());
-            m_context.insert(inserted);
-            return inserted;
+            const Ref<Customer> live = m_form.writeTo(m_context);
+            if (wasNew)
+                live->setCreatedAt(Clock::now());
+            return live;
         });
     } catch (const Refusal& refusal) {
         tellWriteFailure(refusal.description());
         return false;
     }
     tellWriteFailure(std::nullopt);
-    // The texts now match what was saved: "500" is shown as "500.00".
-    readFields();
+    m_form.reopen(m_customer);
+    readCreditLimit();
     Q_EMIT fieldsChanged();
     return true;
 }
 
 void CustomerDetailModel::discardEdits()
 {
-    readFields();
+    Q_ASSERT(!isNew());
+    m_form.discard();
+    readCreditLimit();
     Q_EMIT fieldsChanged();
 }
 
-void CustomerDetailModel::readFields()
+void CustomerDetailModel::readCreditLimit()
 {
-    m_name = m_customer->name();
-    m_phone = m_customer->phone();
-    m_email = m_customer->email();
-    m_address = m_customer->address();
-    m_allowCredit = m_customer->allowCredit();
-    m_creditLimitText = QString::number(m_customer->creditLimit(), 'f', NumberEntry::centPlaces);
+    m_creditLimitText = QString::number(m_form.edits()->creditLimit(), 'f', NumberEntry::centPlaces);
 }
 
 QString CustomerDetailModel::pointsBalanceText() const

@@ -6,6 +6,7 @@
 #include "records/loyaltyentry.h"
 #include "records/sale.h"
 #include "startup/sessionstore.h"
+#include "store/formdraft.h"
 #include "store/modelcontext.h"
 #include "viewmodel/viewmodel.h"
 
@@ -58,21 +59,21 @@ public:
     // The store's record, or the new one Save will put there.
     Ref<Customer> customer() const { return m_customer; }
     // Not yet in the store: Save inserts it; points and payments wait until then.
-    bool isNew() const { return m_customer->context() == nullptr; }
-    QString name() const { return m_name; }
-    void setName(const QString& text) { assign(m_name, text); }
-    QString phone() const { return m_phone; }
-    void setPhone(const QString& text) { assign(m_phone, text); }
-    QString email() const { return m_email; }
-    void setEmail(const QString& text) { assign(m_email, text); }
-    QString address() const { return m_address; }
-    void setAddress(const QString& text) { assign(m_address, text); }
-    bool allowCredit() const { return m_allowCredit; }
-    void setAllowCredit(bool allow) { assign(m_allowCredit, allow); }
+    bool isNew() const { return m_form.isNew(); }
+    QString name() const { return m_form.edits()->name(); }
+    void setName(const QString& text) { edit(&Customer::name, &Customer::setName, text); }
+    QString phone() const { return m_form.edits()->phone(); }
+    void setPhone(const QString& text) { edit(&Customer::phone, &Customer::setPhone, text); }
+    QString email() const { return m_form.edits()->email(); }
+    void setEmail(const QString& text) { edit(&Customer::email, &Customer::setEmail, text); }
+    QString address() const { return m_form.edits()->address(); }
+    void setAddress(const QString& text) { edit(&Customer::address, &Customer::setAddress, text); }
+    bool allowCredit() const { return m_form.edits()->allowCredit(); }
+    void setAllowCredit(bool allow) { edit(&Customer::allowCredit, &Customer::setAllowCredit, allow); }
     // A money field: "1,000" is a thousand; text that isn't an amount is refused, never taken
     // as 0, which would mean no limit.
     QString creditLimitText() const { return m_creditLimitText; }
-    void setCreditLimitText(const QString& text) { assign(m_creditLimitText, text); }
+    void setCreditLimitText(const QString& text);
     // Why the credit limit as typed can't be saved; absent while it can.
     std::optional<QString> creditLimitProblem() const;
 
@@ -83,7 +84,8 @@ public:
     // credit limit can't be read (creditLimitProblem says why) or the store refused (errorMessage);
     // the edits stay either way and nothing is written.
     bool save();
-    // The fields as the customer holds them, dropping what was typed.
+    // The fields as the customer holds them, dropping what was typed. A new customer's detail is
+    // closed instead.
     void discardEdits();
 
     // Before the detail reads everything anew: a failed read before is no longer news (a failed
@@ -135,21 +137,27 @@ private:
         setErrorMessage(message);
         m_readFailed = false;
     }
+    template <class Get, class Set, class Value> void edit(Get get, Set set, const Value& value)
+    {
+        Customer& edits = *m_form.edits();
+        if ((edits.*get)() == value)
+            return;
+        (edits.*set)(value);
+        Q_EMIT fieldsChanged();
+    }
     QString money(double amount) const;
     std::optional<double> creditLimit() const;
-    void writeFields(Customer& customer) const;
-    void readFields();
+    // The limit as the form shows it: "500" is shown as "500.00".
+    void readCreditLimit();
 
     AccountsService& m_accounts;
     LoyaltyService& m_loyalty;
     ModelContext& m_context;
     SessionStore& m_session;
     Ref<Customer> m_customer;
-    QString m_name;
-    QString m_phone;
-    QString m_email;
-    QString m_address;
-    bool m_allowCredit = false;
+    // The contact and credit fields; the limit is typed as text and goes onto it once it reads as
+    // an amount.
+    FormDraft<Customer> m_form;
     QString m_creditLimitText;
     bool m_readFailed = false; // errorMessage tells of a read, not of a save or delete
 };

@@ -261,12 +261,8 @@ bool ProductsViewModel::hasUnsavedEdits() const
 
 void ProductsViewModel::select(const Ref<Product>& product)
 {
-    if (product && product == m_form.live())
-        return;
-    setErrorMessage(std::nullopt);
-    m_form = product ? FormDraft<Product>::of(product) : FormDraft<Product>();
-    m_entryProblems.clear();
-    Q_EMIT selectionChanged();
+    if (m_form.openOn(product))
+        showForm();
 }
 
 Ref<Product> ProductsViewModel::newProduct(std::optional<ProductType> type)
@@ -280,18 +276,21 @@ Ref<Product> ProductsViewModel::newProduct(std::optional<ProductType> type)
         setErrorMessage(refusal.description());
         return nullptr;
     }
-    setErrorMessage(std::nullopt);
-    m_entryProblems.clear();
-    Q_EMIT selectionChanged();
+    showForm();
     return m_form.edits();
 }
 
 void ProductsViewModel::discardEdits()
 {
-    if (m_form.isNew())
-        select(nullptr);
-    else if (m_form.isOpen())
-        select(std::exchange(m_form, {}).live());
+    m_form.discard();
+    showForm();
+}
+
+void ProductsViewModel::showForm()
+{
+    setErrorMessage(std::nullopt);
+    m_entryProblems.clear();
+    Q_EMIT selectionChanged();
 }
 
 std::optional<QString> ProductsViewModel::save()

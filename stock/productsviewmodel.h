@@ -210,6 +210,8 @@ private:
         }
     }
     QString money(double amount) const;
+    // Another product, a new one or none just came onto the form, with nothing typed yet.
+    void showForm();
     void bookCostChange(const Ref<Product>& product, double costBefore);
     void showSavedProduct(const Ref<Product>& product);
 

@@ -68,10 +68,8 @@ SupplierRow SuppliersViewModel::row(const Ref<Supplier>& supplier)
 
 void SuppliersViewModel::select(const Ref<Supplier>& supplier)
 {
-    if (supplier && supplier == m_form.live())
-        return;
-    m_form = supplier ? FormDraft<Supplier>::of(supplier) : FormDraft<Supplier>();
-    Q_EMIT selectionChanged();
+    if (m_form.openOn(supplier))
+        Q_EMIT selectionChanged();
 }
 
 Ref<Supplier> SuppliersViewModel::addSupplier()
@@ -86,10 +84,8 @@ Ref<Supplier> SuppliersViewModel::addSupplier()
 
 void SuppliersViewModel::discardEdits()
 {
-    if (m_form.isNew())
-        select(nullptr);
-    else if (m_form.isOpen())
-        select(std::exchange(m_form, {}).live());
+    m_form.discard();
+    Q_EMIT selectionChanged();
 }
 
 std::optional<QString> SuppliersViewModel::save()

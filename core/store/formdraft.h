@@ -54,4 +54,16 @@ public:
     Ref<T> writeTo(ModelContext& context) { return std::static_pointer_cast<T>(write(context)); }
     // Once the Save committed: the form starts again from the record as saved.
     void reopen(const Ref<T>& live) { *this = of(live); }
+
+    // The form on `live` instead, or none for null, dropping the edits; false when it is already
+    // open on that record, whose edits then stay.
+    bool openOn(const Ref<T>& live)
+    {
+        if (live && live == m_live)
+            return false;
+        *this = live ? of(live) : FormDraft();
+        return true;
+    }
+    // Don't Save: back to the record as saved; a new one's form closes.
+    void discard() { *this = m_live ? of(live()) : FormDraft(); }
 };

@@ -281,24 +281,6 @@ RecordRef Record::makeDraft() const
     return copy;
 }
 
-void Record::takeValuesFrom(const Record& draft)
-{
-    Q_ASSERT(&draft.entity() == &entity() && draft.idText() == idText());
-    for (const RecordRef& target : draft.m_pendingTargets) {
-        if (m_context && !target->m_context)
-            m_context->insert(target);
-        else if (!m_context)
-            rememberTarget(target);
-    }
-    for (size_t i = 0; i < m_values.size(); ++i) {
-        if (!isCopiedField(int(i)) || !draft.m_values[i].isValid())
-            continue;
-        if (entity().fields[i].type == FieldType::ManyToMany)
-            loadManyToMany(int(i));
-        setRawValue(int(i), draft.m_values[i]);
-    }
-}
-
 bool Record::hasSameValuesAs(const Record& other) const
 {
     Q_ASSERT(&other.entity() == &entity());

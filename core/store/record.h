@@ -41,11 +41,10 @@ public:
     bool hasChanges() const { return m_snapshot.has_value() || m_state == State::Inserted; }
 
     // A copy that belongs to no context, for a form to edit while others save and roll back: its
-    // relationships are still read from this record's context. takeValuesFrom() writes the
-    // edits onto the live record, inside the unit of work of the form's Save.
+    // relationships are still read from this record's context. FormDraft writes the edits onto
+    // the live record, inside the unit of work of the form's Save.
     template <class T> Ref<T> draft() const { return std::static_pointer_cast<T>(makeDraft()); }
     RecordRef makeDraft() const;
-    void takeValuesFrom(const Record& draft);
     // For a new record being typed: relationships it names are looked up in `context` until it
     // is inserted.
     void lookUpRelationsIn(ModelContext* context) { m_lookup = context; }

@@ -140,8 +140,8 @@ TEST_F(ApprovalTest, ASaleWritesItsRowsEvenWhenAnAdminRangItUp)
 TEST_F(ApprovalTest, TheLogFiltersByDayActionAndTextAndPagesByKey)
 {
     for (int day = 0; day < 5; ++day) {
-        now = QDateTime(QDate(2026, 3, 2 + day), QTime(23, 59, 30));
         for (int index = 0; index < 3; ++index) {
+            now = QDateTime(QDate(2026, 3, 2 + day), QTime(23, 59, 30 + index));
             approvals.record(index == 0 ? AuditAction::voidSale : AuditAction::refund, ama.get(),
                              QStringLiteral("Boss"), 10.005 + index, QStringLiteral("INV-%1-%2").arg(day).arg(index),
                              QStringLiteral("  rang up twice \n"), QString());

@@ -1,9 +1,13 @@
 #include "access/authservice.h"
-
-#include "store/storeerror.h"
+#include "access/loginviewmodel.h"
+#include "access/passwordhasher.h"
+#include "access/pinrules.h"
+#include "clock/clock.h"
 #include "support/printers.h"
 #include "support/teststore.h"
 #include "userbuilder.h"
+
+#include <QByteArray>
 
 #include <gtest/gtest.h>
 
@@ -95,14 +99,130 @@ TEST_F(AuthServiceTest, NobodySwitchesThemselvesOff)
     EXPECT_FALSE(admin->isActive());
 }
 
-TEST_F(AuthServiceTest, FailedSavePassesTheStoreErrorOnAndLeavesNothingPending)
+} // namespace
+
+// Digests live in every store. These were computed outside the program (Python's hashlib over the
+// UTF-8 of salt text + password) and must never change.
+TEST(PasswordHasher, DigestOfKnownInputsIsPinned)
 {
-    const Ref<User> ama = addUser(store.context());
-    store.context().connection().execute(QStringLiteral(
-        "CREATE TRIGGER refuse BEFORE UPDATE ON \"User\" BEGIN SELECT RAISE(ABORT, 'disk is full'); END"));
-    EXPECT_THROW(auth.setPin(QStringLiteral("4321"), ama), StoreError);
-    EXPECT_EQ(ama->pin(), std::nullopt);
-    EXPECT_FALSE(store.context().hasChanges());
+    const QString salt = QStringLiteral("AAAAAAAAAAAAAAAAAAAAAA==");
+    EXPECT_EQ(PasswordHasher::hash(QStringLiteral("secret1"), salt),
+              QStringLiteral("df4eac70c7bf4c20eaca16e0eef632cc22901125ff4592c0357be6b390b05d92"));
+    EXPECT_EQ(PasswordHasher::hash(QStringLiteral("pässwörd "), salt),
+              QStringLiteral("4378b2dcd631bd73ef574a3b7ea1bb9d1ec70622caad8256d214774f2b0cab86"));
 }
 
-} // namespace
+TEST(PasswordHasher, SaltIsSixteenRandomBytesInPaddedBase64)
+{
+    const QString first = PasswordHasher::makeSalt();
+    EXPECT_EQ(first.size(), 24);
+    const auto decoded =
+        QByteArray::fromBase64Encoding(first.toLatin1(), QByteArray::AbortOnBase64DecodingErrors);
+    ASSERT_TRUE(decoded);
+    EXPECT_EQ(decoded.decoded.size(), 16);
+    EXPECT_NE(first, PasswordHasher::makeSalt());
+}
+
+TEST(PinRules, FourToSixNumericCharacters)
+{
+    const struct {
+        const char* fault;
+        QString pin;
+        bool valid;
+    } cases[] = {
+        {"four ASCII digits refused", QStringLiteral("1234"), true},
+        {"six ASCII digits refused", QStringLiteral("123456"), true},
+        {"three digits taken", QStringLiteral("123"), false},
+        {"seven digits taken", QStringLiteral("1234567"), false},
+        {"a letter taken", QStringLiteral("12a4"), false},
+        {"limited to ASCII", QStringLiteral("٠١٢٣"), true},
+        // Each of these digits is two UTF-16 units: counting units gets both wrong.
+        {"astral digits counted as units", QStringLiteral("𝟏𝟐𝟑𝟒"), true},
+        {"astral digits counted as units", QStringLiteral("𝟏𝟐𝟑"), false},
+        {"only the first code point of a character checked", QStringLiteral("1\u03012345"), false},
+    };
+    for (const auto& c : cases)
+        EXPECT_EQ(PinRules::isValid(c.pin), c.valid) << c.fault;
+}
+
+TEST(LoginViewModel, WrongEntryStaysToBeCorrectedAndARightOneClearsOnlyTheSecret)
+{
+    TestStore store;
+    AuthService auth(store.context());
+    SessionStore session;
+    AttemptThrottle throttle;
+    LoginViewModel model(auth, session, throttle);
+    const Ref<User> ama = addUser(store.context(), {.pin = QStringLiteral("1234")});
+
+    model.setUsername(QStringLiteral(" Ama "));
+    model.setPassword(QStringLiteral("wrong1"));
+    EXPECT_FALSE(model.loginWithPassword());
+    EXPECT_EQ(model.errorMessage(), QStringLiteral("Incorrect username or password."));
+    EXPECT_EQ(model.password(), QStringLiteral("wrong1"));
+    model.setPassword(QStringLiteral("secret1"));
+    EXPECT_TRUE(model.loginWithPassword());
+    EXPECT_EQ(session.currentUser(), ama);
+    EXPECT_EQ(model.errorMessage(), std::nullopt);
+    EXPECT_EQ(model.username() + model.password(), QStringLiteral(" Ama "));
+}
+
+TEST(LoginViewModel, FiveWrongEntriesInARowMakeTheNextTryWait)
+{
+    TestStore store;
+    AuthService auth(store.context());
+    SessionStore session;
+    AttemptThrottle throttle;
+    LoginViewModel model(auth, session, throttle);
+    addUser(store.context(), {.pin = QStringLiteral("1234")});
+    QDateTime now(QDate(2026, 3, 9), QTime(9, 0));
+    Clock::Override clock([&now] { return now; });
+
+    model.setIsUsingPin(true);
+    for (int wrong = 0; wrong < AttemptThrottle::freeTries; ++wrong) {
+        model.setPin(QStringLiteral("9999"));
+        EXPECT_FALSE(model.loginWithPin());
+        EXPECT_EQ(model.errorMessage(), QStringLiteral("Incorrect PIN."));
+    }
+    // Even the right PIN waits now, and the wait is said in plain words.
+    model.setPin(QStringLiteral("1234"));
+    EXPECT_FALSE(model.loginWithPin());
+    EXPECT_EQ(model.errorMessage(), QStringLiteral("Too many wrong tries. Wait 30 seconds before trying again."));
+    EXPECT_EQ(session.currentUser(), nullptr);
+
+    now = now.addSecs(30);
+    model.setPin(QStringLiteral("9999"));
+    EXPECT_FALSE(model.loginWithPin());
+    // The sixth wrong entry doubles the wait.
+    now = now.addSecs(59);
+    model.setPin(QStringLiteral("1234"));
+    EXPECT_FALSE(model.loginWithPin());
+    EXPECT_EQ(model.errorMessage(), QStringLiteral("Too many wrong tries. Wait 1 second before trying again."));
+    now = now.addSecs(1);
+    EXPECT_TRUE(model.loginWithPin());
+
+    // A right entry starts the count again.
+    model.setPin(QStringLiteral("9999"));
+    EXPECT_FALSE(model.loginWithPin());
+    EXPECT_EQ(model.errorMessage(), QStringLiteral("Incorrect PIN."));
+}
+
+TEST(AttemptThrottle, TheWaitDoublesUpToFiveMinutes)
+{
+    QDateTime now(QDate(2026, 3, 9), QTime(9, 0));
+    Clock::Override clock([&now] { return now; });
+    AttemptThrottle throttle;
+    QStringList waits;
+    for (int wrong = 1; wrong <= 10; ++wrong) {
+        throttle.recordFailure();
+        try {
+            throttle.checkAllowed();
+            waits << QStringLiteral("none");
+        } catch (const Refusal& refusal) {
+            waits << refusal.description().section(QLatin1Char(' '), 5, 6);
+        }
+    }
+    EXPECT_EQ(waits, (QStringList{QStringLiteral("none"), QStringLiteral("none"), QStringLiteral("none"),
+                                  QStringLiteral("none"), QStringLiteral("30 seconds"), QStringLiteral("1 minute"),
+                                  QStringLiteral("2 minutes"), QStringLiteral("4 minutes"),
+                                  QStringLiteral("5 minutes"), QStringLiteral("5 minutes")}));
+}

@@ -1,7 +1,6 @@
 #include "access/firstrunsetupmodel.h"
 
 #include "access/authservice.h"
-#include "store/unitofwork.h"
 #include "support/printers.h"
 #include "support/teststore.h"
 #include "userbuilder.h"
@@ -75,35 +74,6 @@ TEST_F(FirstRunSetupModelTest, CreatesOneAdminAndSignsThemIn)
     // The password is kept as typed, blanks included.
     AuthService auth(store.context());
     EXPECT_EQ(auth.login(QStringLiteral("adwoa"), QStringLiteral(" pass word "))->id(), users[0]->id());
-}
-
-// The business name was once saved on its own before the admin: a failure in between left a named
-// store with nobody to sign in, and the name half taken.
-TEST_F(FirstRunSetupModelTest, AFailedAdminLeavesTheSettingsAsTheyWere)
-{
-    const auto settings = std::make_shared<AppSettings>();
-    performUnitOfWork(store.context(), [&] { store.context().insert(settings); });
-    FirstRunSetupModel withSettings(
-        store.context(), [&] { return store.context().fetchFirst<AppSettings>(); }, session);
-    withSettings.setBusinessName(QStringLiteral("Osu Provisions"));
-    withSettings.setAdminName(QStringLiteral("Efua"));
-    withSettings.setAdminUsername(QStringLiteral("efua"));
-    withSettings.setAdminPassword(QStringLiteral("secret1"));
-    withSettings.setConfirmPassword(QStringLiteral("secret1"));
-    store.context().connection().execute(QStringLiteral(
-        "CREATE TRIGGER refuse BEFORE INSERT ON \"User\" BEGIN SELECT RAISE(ABORT, 'disk full'); END"));
-
-    EXPECT_FALSE(withSettings.create());
-    EXPECT_TRUE(withSettings.errorMessage().has_value());
-    EXPECT_EQ(settings->businessName(), AppSettings().businessName());
-    EXPECT_EQ(session.currentUser(), nullptr);
-    EXPECT_FALSE(store.context().hasChanges());
-
-    store.context().connection().execute(QStringLiteral("DROP TRIGGER refuse"));
-    EXPECT_TRUE(withSettings.create());
-    store.reopen();
-    EXPECT_EQ(store.context().fetchFirst<AppSettings>()->businessName(), QStringLiteral("Osu Provisions"));
-    EXPECT_EQ(store.context().count<User>(), 1);
 }
 
 } // namespace

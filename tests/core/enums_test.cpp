@@ -27,6 +27,10 @@ TEST(Enums, RawTextsArePinnedAndReadBack)
                                                 SaleStatus::refunded, SaleStatus::voided}),
               "completed,partiallyRefunded,refunded,voided");
     EXPECT_EQ(rawTexts<UserRoles>(std::array{UserRole::admin, UserRole::cashier}), "admin,cashier");
+    EXPECT_EQ(
+        rawTexts<InventoryMovementTypes>(InventoryMovementTypes::all),
+        "stockIn,stockOut,adjustment,saleDeduction,returnRestock,supplierDelivery,voidRestock,costChange");
+    EXPECT_EQ(rawTexts<CashMovementTypes>(CashMovementTypes::all), "payIn,payOut");
 }
 
 TEST(Enums, UnknownRawTextFallsBackOrIsAbsent)
@@ -40,6 +44,8 @@ TEST(Enums, UnknownRawTextFallsBackOrIsAbsent)
     EXPECT_EQ(SaleStatuses::fromRaw("Voided"), std::nullopt);
     EXPECT_EQ(SaleStatuses::fromRaw(""), std::nullopt);
     EXPECT_EQ(UserRoles::fromRaw("Admin"), std::nullopt);
+    EXPECT_EQ(InventoryMovementTypes::fromRaw("StockIn"), InventoryMovementType::adjustment);
+    EXPECT_EQ(CashMovementTypes::fromRaw("PayOut"), CashMovementType::payIn);
 }
 
 TEST(Enums, SellingUnitParseAcceptsCommonSpellings)

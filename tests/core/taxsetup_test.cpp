@@ -32,8 +32,7 @@ TEST(TaxSetupEnsure, NewStoreGetsTheStandardTaxesAndAFifteenPercentDefault)
 {
     TestStore store;
     auto& context = store.context();
-    auto settings = std::make_shared<AppSettings>();
-    performUnitOfWork(context, [&] { context.insert(settings); });
+    const auto settings = store.saved(std::make_shared<AppSettings>());
     TaxSetup::ensure(context, settings);
 
     EXPECT_EQ(groupNames(context),
@@ -98,8 +97,7 @@ TEST(TaxSetupEnsure, AFailedCountSeedsNothingAndIsReported)
 {
     TestStore store;
     auto& context = store.context();
-    auto settings = std::make_shared<AppSettings>();
-    performUnitOfWork(context, [&] { context.insert(settings); });
+    const auto settings = store.saved(std::make_shared<AppSettings>());
     TaxSetup::ensure(context, settings);
     const qint64 seeded = countRowsOnDisk(store.path(), QStringLiteral("Tax"));
     for (const qint64 nth : {1, 2}) {

@@ -215,30 +215,3 @@ TEST(Migrations, AStoreGainsUniqueInvoiceNumbersAndItsVersion)
                  StoreError);
     EXPECT_EQ(countRowsOnDisk(store.path(), QStringLiteral("Sale")), 1);
 }
-
-TEST(Drafts, EditsReachTheRecordOnlyThroughTakeValuesFrom)
-{
-    TestStore store;
-    ModelContext& context = store.context();
-    const Ref<Category> drinks = performUnitOfWork(context, [&] { return addCategory(context, "Drinks"); });
-    const Ref<Product> product = performUnitOfWork(context, [&] {
-        auto made = std::make_shared<Product>();
-        made->setName(QStringLiteral("Malta"));
-        made->setCategory(drinks);
-        context.insert(made);
-        return made;
-    });
-    const Ref<Product> draft = product->draft<Product>();
-    draft->setName(QStringLiteral("Malta Guinness"));
-    EXPECT_EQ(draft->category(), drinks); // relationships read through the live context
-    EXPECT_FALSE(context.hasChanges());
-    EXPECT_EQ(product->name(), QStringLiteral("Malta"));
-    EXPECT_FALSE(product->hasSameValuesAs(*draft));
-
-    // Someone else's failed write doesn't touch the draft; a save of the draft writes it.
-    EXPECT_THROW(performUnitOfWork(context, [&] { throw StoreError(QStringLiteral("elsewhere")); }), StoreError);
-    EXPECT_EQ(draft->name(), QStringLiteral("Malta Guinness"));
-    performUnitOfWork(context, [&] { product->takeValuesFrom(*draft); });
-    store.reopen();
-    EXPECT_EQ(store.context().find<Product>(product->id())->name(), QStringLiteral("Malta Guinness"));
-}

@@ -186,18 +186,6 @@ TEST_F(AccountsServiceTest, ReceivePaymentRoundsThenChecksWhatIsOwed)
     }
 }
 
-TEST_F(AccountsServiceTest, FailedPaymentSaveRollsBack)
-{
-    const Ref<Customer> kofi = addCustomer(context);
-    addSale(context, {.customer = kofi, .tenders = {{onAccount, 100}}});
-    context.connection().execute(QStringLiteral("CREATE TRIGGER refuse BEFORE INSERT ON \"CustomerPayment\" "
-                                                "BEGIN SELECT RAISE(ABORT, 'disk full'); END"));
-    EXPECT_THROW(accounts.receivePayment(kofi, 40, PaymentMethodType::cash, {}, {}, nullptr, nullptr),
-                 StoreError);
-    EXPECT_FALSE(context.hasChanges());
-    EXPECT_EQ(accounts.balance(kofi), 100);
-}
-
 TEST_F(AccountsServiceTest, CashReceivedCountsOnlyTheShiftsCash)
 {
     const Ref<Customer> kofi = addCustomer(context);

@@ -13,19 +13,13 @@ struct StoreMaintenanceTest : ::testing::Test {
     TestStore store;
     ModelContext& context = store.context();
 
-    template <class T> Ref<T> saved(Ref<T> record)
-    {
-        context.insert(record);
-        context.save();
-        return record;
-    }
-    Ref<AppSettings> settings() { return saved(std::make_shared<AppSettings>()); }
+    Ref<AppSettings> settings() { return store.saved(std::make_shared<AppSettings>()); }
     int m_sales = 0;
     Ref<Product> product(const char* typeRaw)
     {
         auto made = std::make_shared<Product>();
         made->setProductTypeRaw(QString::fromUtf8(typeRaw));
-        return saved(made);
+        return store.saved(made);
     }
     // An old sale with one line, written before lines knew their tax mode.
     Ref<SaleItem> oldSale(double subtotal, double discount, double tax, double total, bool refund = false)
@@ -40,7 +34,7 @@ struct StoreMaintenanceTest : ::testing::Test {
         auto item = std::make_shared<SaleItem>();
         item->setSale(sale);
         context.insert(sale);
-        return saved(item);
+        return store.saved(item);
     }
 };
 
@@ -73,7 +67,7 @@ TEST_F(StoreMaintenanceTest, EachRepairRunsOnceAndItsMarkerStopsTheNext)
     const Ref<Product> misspelt = product("Service");
     auto kofi = std::make_shared<Customer>();
     kofi->setLoyaltyPoints(50);
-    saved(kofi);
+    store.saved(kofi);
     settings();
 
     StoreMaintenance::run(context);

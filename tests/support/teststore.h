@@ -15,6 +15,14 @@ public:
     QString path() const { return m_path; }
     QString folder() const { return m_dir.path(); }
 
+    // Inserted and saved, so that a test can tell what an operation wrote from what was there before.
+    template <class T> std::shared_ptr<T> saved(std::shared_ptr<T> record)
+    {
+        context().insert(record);
+        context().save();
+        return record;
+    }
+
     // Closes and opens the file again, so that what follows reads only what was saved.
     void reopen();
     // Closes the store; the file stays for the test to inspect.

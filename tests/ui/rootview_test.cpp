@@ -1,6 +1,7 @@
 #include "ui/mainwindow.h"
 #include "ui/rootview.h"
 
+#include "access/userbuilder.h"
 #include "environment/appenvironment.h"
 #include "startup/sessionstore.h"
 #include "stores/marketswitcher.h"
@@ -16,14 +17,6 @@
 #include <gtest/gtest.h>
 
 namespace {
-Ref<User> addUser(ModelContext& context)
-{
-    auto user = std::make_shared<User>();
-    context.insert(user);
-    context.save();
-    return user;
-}
-
 RootView::ScreenFactories namedScreens(int& made)
 {
     auto make = [&made](const char* name) {

@@ -74,10 +74,8 @@ TEST_F(EventLoopBackstopTest, AFailingClickIsShownAndTheWindowStaysUsable)
 {
     const QString diskFull = StoreError::sentence(StoreError::Kind::diskFull);
     const Escape escapes[] = {
-        {"store failure", [&] { throw StoreError::fromSqlite(SQLITE_FULL, "INSERT INTO Payment"); },
-         diskFull, diskFull},
-        {"refusal of a service", [] { throw Refusal(QStringLiteral("That product is out of stock.")); },
-         QStringLiteral("That product is out of stock."), QStringLiteral("out of stock")},
+        {"store failure", [&] { throw StoreError::fromSqlite(SQLITE_FULL, "INSERT INTO Payment"); }, diskFull,
+         diskFull},
         // Internal wording stays out of the message, but not out of the log.
         {"standard exception", [] { throw std::out_of_range("QList index 7 of 3"); },
          TallyrunApplication::unexpectedFailureMessage(), QStringLiteral("QList index 7 of 3")},

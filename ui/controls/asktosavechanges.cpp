@@ -3,12 +3,15 @@
 #include <QMessageBox>
 #include <QPushButton>
 
-void askToSaveChanges(QWidget* parent, const QString& name, std::function<bool()> save,
-                      std::function<void()> discard, std::function<void()> proceed)
+void askToSaveChanges(QWidget* parent, UnsavedEdits edits, std::function<void()> proceed)
 {
+    if (!edits.any) {
+        proceed();
+        return;
+    }
     using Texts = SaveChangesTexts;
-    auto* box = new QMessageBox(QMessageBox::Question, Texts::question(name), Texts::question(name),
-                                QMessageBox::NoButton, parent);
+    const QString question = Texts::question(edits.name());
+    auto* box = new QMessageBox(QMessageBox::Question, question, question, QMessageBox::NoButton, parent);
     box->setAttribute(Qt::WA_DeleteOnClose);
     box->setWindowModality(Qt::WindowModal);
     box->setInformativeText(Texts::note());
@@ -18,13 +21,12 @@ void askToSaveChanges(QWidget* parent, const QString& name, std::function<bool()
     box->setDefaultButton(saveButton);
     box->setEscapeButton(cancel);
     QObject::connect(box, &QMessageBox::buttonClicked, parent,
-                     [=, save = std::move(save), discard = std::move(discard),
-                      proceed = std::move(proceed)](QAbstractButton* button) {
+                     [=, edits = std::move(edits), proceed = std::move(proceed)](QAbstractButton* button) {
                          if (button == saveButton) {
-                             if (save())
+                             if (edits.save())
                                  proceed();
                          } else if (button == discardButton) {
-                             discard();
+                             edits.discard();
                              proceed();
                          }
                      });

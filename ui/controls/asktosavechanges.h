@@ -6,11 +6,20 @@
 
 class QWidget;
 
+// A form's side of the question before its edits are left.
+struct UnsavedEdits {
+    bool any = false;
+    // What the question calls the record; asked for only when there is something to lose.
+    std::function<QString()> name;
+    // The form's Save: whether it went through (when not, the form shows why).
+    std::function<bool()> save;
+    std::function<void()> discard;
+};
+
 // "Save changes to {name}?" with Save, Don't Save and Cancel, before unsaved edits are left.
-// `save` tells whether the save went through: only then, or after Don't Save has run `discard`,
-// does `proceed` run. Cancel, or a failed save (whose message the form shows), stays.
-void askToSaveChanges(QWidget* parent, const QString& name, std::function<bool()> save,
-                      std::function<void()> discard, std::function<void()> proceed);
+// `proceed` runs once they are saved, or dropped by Don't Save, and at once when there are none.
+// Cancel, or a failed save, stays.
+void askToSaveChanges(QWidget* parent, UnsavedEdits edits, std::function<void()> proceed);
 
 // The name to ask about: a record whose name was wiped is called by its kind ("New Supplier").
 inline QString nameOrTitle(const QString& name, const QString& untitled)

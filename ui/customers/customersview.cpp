@@ -133,13 +133,11 @@ void CustomersView::chooseCustomer(const Ref<Customer>& customer)
 {
     if (m_detail && m_detail->customer() == customer)
         return;
-    // The list keeps pointing at the customer being edited until the question is answered.
-    if (hasUnsavedEdits())
-        selectCustomer(m_detail->customer()->id());
-    askToLeave([this, customer] {
-        showDetail(customer);
-        selectCustomer(customer->id());
-    });
+    openAfterAsking([this] { selectCustomer(m_detail->customer()->id()); },
+                    [this, customer] {
+                        showDetail(customer);
+                        selectCustomer(customer->id());
+                    });
 }
 
 bool CustomersView::hasUnsavedEdits() const
@@ -147,22 +145,23 @@ bool CustomersView::hasUnsavedEdits() const
     return m_detail && m_detail->model().hasUnsavedEdits();
 }
 
-void CustomersView::askToLeave(std::function<void()> proceed)
+QString CustomersView::editedName() const
 {
-    if (!hasUnsavedEdits()) {
-        proceed();
-        return;
-    }
-    askToSaveChanges(
-        this, nameOrTitle(m_detail->model().name(), CustomersViewModel::newCustomerTitle()),
-        [this] { return m_detail && m_detail->model().save(); },
-        [this] {
-            if (m_detail->model().isNew())
-                showDetail(nullptr);
-            else
-                m_detail->model().discardEdits();
-        },
-        std::move(proceed));
+    return nameOrTitle(m_detail->model().name(), CustomersViewModel::newCustomerTitle());
+}
+
+bool CustomersView::saveEdits()
+{
+    return m_detail && m_detail->model().save();
+}
+
+void CustomersView::discardEdits()
+{
+    // A new customer has no saved values to go back to: it is dropped.
+    if (m_detail->model().isNew())
+        showDetail(nullptr);
+    else
+        m_detail->model().discardEdits();
 }
 
 void CustomersView::showDetail(const Ref<Customer>& customer)

@@ -21,7 +21,7 @@ class SearchListPane;
 // the chosen customer's detail beside the list. Open to cashiers as well as admins. Follows every
 // saved change to customers, sales and account payments, whoever made it. Leaving unsaved edits
 // (another customer, a new one, another screen) asks first.
-class CustomersView : public QWidget, public EditingScreen {
+class CustomersView : public QWidget, public FormScreen {
     Q_OBJECT
 
 public:
@@ -38,7 +38,11 @@ public:
     bool selectCustomer(const QUuid& customerID);
 
     bool hasUnsavedEdits() const override;
-    void askToLeave(std::function<void()> proceed) override;
+
+protected:
+    QString editedName() const override;
+    bool saveEdits() override;
+    void discardEdits() override;
 
 private:
     void refreshList();

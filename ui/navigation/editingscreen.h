@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QString>
+
 #include <functional>
 
 class QWidget;
@@ -21,4 +23,23 @@ public:
     // What `screen` says, when it is one; screens that edit nothing may always be left.
     static bool hasUnsavedEdits(QWidget* screen);
     static void askToLeave(QWidget* screen, std::function<void()> proceed);
+};
+
+// A screen with one form, on the record chosen in its list or on a new one. Whichever way the
+// person leaves unsaved edits, "Save changes to …?" is asked first.
+class FormScreen : public EditingScreen {
+public:
+    void askToLeave(std::function<void()> proceed) final;
+
+protected:
+    // What the question calls the record on the form; asked only while there are unsaved edits.
+    virtual QString editedName() const = 0;
+    // The form's Save: false, with the reason on the form, when it didn't go through.
+    virtual bool saveEdits() = 0;
+    // Don't Save.
+    virtual void discardEdits() = 0;
+
+    // Another row chosen in the list: `open` runs once the edits are saved or dropped, and until
+    // the question is answered the list points back at the record being edited (`showEdited`).
+    void openAfterAsking(const std::function<void()>& showEdited, std::function<void()> open);
 };

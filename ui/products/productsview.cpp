@@ -69,11 +69,10 @@ ProductsView::ProductsView(AppEnvironment& environment, SessionStore& session, Q
     connect(&m_model, &ProductsViewModel::selectionChanged, this, &ProductsView::showSelection);
     connect(m_listCard, &RecordListCard::rowChosen, this, [this](int row) {
         const Ref<Product> chosen = m_listed[row];
-        if (chosen == m_model.selectedProduct())
-            return;
-        // The list keeps pointing at the product being edited until the question is answered.
-        m_listCard->showChosenRow(int(m_listed.indexOf(m_model.selectedProduct())));
-        askToLeave([this, chosen] { m_model.select(chosen); });
+        if (chosen != m_model.selectedProduct())
+            openAfterAsking(
+                [this] { m_listCard->showChosenRow(int(m_listed.indexOf(m_model.selectedProduct()))); },
+                [this, chosen] { m_model.select(chosen); });
     });
     connect(&m_model, &ProductsViewModel::productsChanged, this, [this] {
         fillCategoryFilter();
@@ -243,23 +242,15 @@ void ProductsView::newProduct(std::optional<ProductType> type)
     });
 }
 
-bool ProductsView::hasUnsavedEdits() const
+QString ProductsView::editedName() const
 {
-    return m_model.hasUnsavedEdits();
+    const Ref<Product> product = m_model.editedProduct();
+    return nameOrTitle(product->name(), ProductsViewModel::draftName(product->productType()));
 }
 
-void ProductsView::askToLeave(std::function<void()> proceed)
+bool ProductsView::saveEdits()
 {
-    if (!m_model.hasUnsavedEdits()) {
-        proceed();
-        return;
-    }
-    askToSaveChanges(
-        this,
-        nameOrTitle(m_model.editedProduct()->name(),
-                    ProductsViewModel::draftName(m_model.editedProduct()->productType())),
-        [this] { return m_form && m_form->save(); },
-        [this] { m_model.discardEdits(); }, std::move(proceed));
+    return m_form && m_form->save();
 }
 
 QStringList ProductsView::listedNames() const

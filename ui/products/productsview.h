@@ -20,7 +20,7 @@ class RecordListCard;
 // The "Products" section: the catalogue with its filter bar, "New Product" with a menu of the
 // three types, and the form on the selected or new product beside the list. Leaving unsaved edits
 // (another row, a new product, another screen) asks first.
-class ProductsView : public QWidget, public EditingScreen {
+class ProductsView : public QWidget, public FormScreen {
     Q_OBJECT
 
 public:
@@ -43,11 +43,13 @@ public:
     // Selects the listed product of that row, as a click would.
     void selectRow(int row);
 
-    bool hasUnsavedEdits() const override;
-    void askToLeave(std::function<void()> proceed) override;
+    bool hasUnsavedEdits() const override { return m_model.hasUnsavedEdits(); }
 
 protected:
     void showEvent(QShowEvent* event) override;
+    QString editedName() const override;
+    bool saveEdits() override;
+    void discardEdits() override { m_model.discardEdits(); }
 
 private:
     QWidget* buildHeader();

@@ -127,11 +127,10 @@ SuppliersView::SuppliersView(AppEnvironment& environment, QWidget* parent)
     connect(&m_model, &SuppliersViewModel::selectionChanged, this, &SuppliersView::showSelection);
     connect(m_listCard, &RecordListCard::rowChosen, this, [this](int row) {
         const Ref<Supplier> chosen = m_listed[row];
-        if (chosen == m_model.selectedSupplier())
-            return;
-        // The list keeps pointing at the supplier being edited until the question is answered.
-        m_listCard->showChosenRow(int(m_listed.indexOf(m_model.selectedSupplier())));
-        askToLeave([this, chosen] { m_model.select(chosen); });
+        if (chosen != m_model.selectedSupplier())
+            openAfterAsking(
+                [this] { m_listCard->showChosenRow(int(m_listed.indexOf(m_model.selectedSupplier()))); },
+                [this, chosen] { m_model.select(chosen); });
     });
     connect(m_new, &QPushButton::clicked, this, [this] {
         askToLeave([this] {
@@ -305,21 +304,9 @@ void SuppliersView::confirmDelete()
                 [this] { m_model.deleteSupplier(); });
 }
 
-bool SuppliersView::hasUnsavedEdits() const
+QString SuppliersView::editedName() const
 {
-    return m_model.hasUnsavedEdits();
-}
-
-void SuppliersView::askToLeave(std::function<void()> proceed)
-{
-    if (!m_model.hasUnsavedEdits()) {
-        proceed();
-        return;
-    }
-    askToSaveChanges(
-        this, nameOrTitle(m_model.editedSupplier()->name(), SuppliersViewModel::newSupplierTitle()),
-        [this] { return save(); },
-        [this] { m_model.discardEdits(); }, std::move(proceed));
+    return nameOrTitle(m_model.editedSupplier()->name(), SuppliersViewModel::newSupplierTitle());
 }
 
 QStringList SuppliersView::listedNames() const

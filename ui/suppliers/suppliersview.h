@@ -16,7 +16,7 @@ class RecordListCard;
 
 // The "Suppliers" section: the searchable list beside the details of the selected or a new
 // supplier, with "New Supplier", "Save" and "Delete Supplier". Leaving unsaved edits asks first.
-class SuppliersView : public QWidget, public EditingScreen {
+class SuppliersView : public QWidget, public FormScreen {
     Q_OBJECT
 
 public:
@@ -38,11 +38,13 @@ public:
     ErrorLabel* formErrorLabel() const { return m_footer->errorLabel(); }
     QStringList listedNames() const;
 
-    bool hasUnsavedEdits() const override;
-    void askToLeave(std::function<void()> proceed) override;
+    bool hasUnsavedEdits() const override { return m_model.hasUnsavedEdits(); }
 
 protected:
     void showEvent(QShowEvent* event) override;
+    QString editedName() const override;
+    bool saveEdits() override { return save(); }
+    void discardEdits() override { m_model.discardEdits(); }
 
 private:
     QWidget* buildForm();

@@ -3,8 +3,10 @@
 #include "ui/navigation/mainnavigationview.h"
 #include "ui/windowtest.h"
 
+#include <QAbstractButton>
 #include <QLabel>
 #include <QListWidget>
+#include <QMessageBox>
 #include <QTableWidget>
 
 // The texts a person can see in `widget`, in no particular order.
@@ -24,6 +26,26 @@ inline QStringList rowTexts(const QTableWidget& table, int row)
     for (int column = 0; column < table.columnCount(); ++column)
         texts << (table.item(row, column) ? table.item(row, column)->text() : QString());
     return texts;
+}
+
+// The message box open over `widget`, once those answered before are gone.
+inline QMessageBox* openBox(const QWidget* widget)
+{
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    return widget->findChild<QMessageBox*>();
+}
+
+// Clicks the box's button of that title, as a person would.
+inline void clickButton(QMessageBox* box, const QString& title)
+{
+    ASSERT_NE(box, nullptr);
+    for (QAbstractButton* button : box->buttons()) {
+        if (button->text() == title) {
+            button->click();
+            return;
+        }
+    }
+    ADD_FAILURE() << "no button " << title.toStdString();
 }
 
 // A section of the main window, reached through the sidebar by someone signed in.

@@ -9,7 +9,6 @@
 #include "support/faultloop.h"
 
 #include <QLineEdit>
-#include <QMessageBox>
 #include <QPushButton>
 
 #include <sqlite3.h>
@@ -36,27 +35,16 @@ protected:
 
     MainNavigationView* navigation() const { return screen<MainNavigationView>(); }
 
-    QMessageBox* question() const
-    {
-        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-        return window->findChild<QMessageBox*>();
-    }
+    QMessageBox* question() const { return openBox(window.get()); }
 
     void answer(Answer chosen) const
     {
         QMessageBox* box = question();
         ASSERT_NE(box, nullptr);
         EXPECT_EQ(box->text(), "Save changes to Soap 250g?");
-        const QString title = chosen == Answer::save      ? QStringLiteral("Save")
-                              : chosen == Answer::discard ? QStringLiteral("Don't Save")
-                                                          : QStringLiteral("Cancel");
-        for (QAbstractButton* button : box->buttons()) {
-            if (button->text() == title) {
-                button->click();
-                return;
-            }
-        }
-        ADD_FAILURE() << "no button " << title.toStdString();
+        clickButton(box, chosen == Answer::save      ? QStringLiteral("Save")
+                         : chosen == Answer::discard ? QStringLiteral("Don't Save")
+                                                     : QStringLiteral("Cancel"));
     }
 
     bool savedOnDisk() const { return dumpStoreFile(store.path()).contains(QStringLiteral("Soap 250g")); }
@@ -66,8 +54,11 @@ protected:
 
 class LeavePathTest;
 
+// A way out, with the answers tried on it: every path once goes on and, where its own code holds
+// the person back (the list, the sidebar, the window), once stays.
 struct LeavePath {
     const char* name;
+    std::vector<Answer> answers;
     std::function<void(LeavePathTest&)> leave;
     std::function<bool(LeavePathTest&)> hasLeft;
 };
@@ -95,24 +86,32 @@ public:
 
 const LeavePath paths[] = {
     {"AnotherRow",
+     {Answer::save, Answer::cancel},
      [](LeavePathTest& t) { t.products()->selectRow(int(t.products()->listedNames().indexOf("Oil"))); },
      [](LeavePathTest& t) {
          return t.products()->model().selectedProduct() &&
                 t.products()->model().selectedProduct()->name() == "Oil";
      }},
-    {"NewProduct", [](LeavePathTest& t) { t.products()->newProductButton()->click(); },
+    {"NewProduct",
+     {Answer::discard},
+     [](LeavePathTest& t) { t.products()->newProductButton()->click(); },
      [](LeavePathTest& t) { return t.products()->model().isNewProduct(); }},
     {"Sidebar",
+     {Answer::save, Answer::cancel},
      [](LeavePathTest& t) {
          t.nav()->sidebar()->setCurrentItem(t.nav()->sidebar()->findItems("Suppliers", Qt::MatchExactly).value(0));
      },
      [](LeavePathTest& t) { return qobject_cast<SuppliersView*>(t.nav()->currentScreen()) != nullptr; }},
     {"RequestFromAScreen",
+     {Answer::discard},
      [](LeavePathTest& t) { t.mainWindow()->actionBus().setRequestedSection(AppSection::customers); },
      [](LeavePathTest& t) { return t.nav()->model().selection() == AppSection::customers; }},
-    {"SignOut", [](LeavePathTest& t) { t.nav()->signOutButton()->click(); },
+    {"SignOut",
+     {Answer::save},
+     [](LeavePathTest& t) { t.nav()->signOutButton()->click(); },
      [](LeavePathTest& t) { return t.sessionStore().currentUser() == nullptr; }},
     {"SwitchStore",
+     {Answer::discard},
      [](LeavePathTest& t) {
          auto* commands = t.mainWindow()->findChild<MarketCommands*>();
          ASSERT_NE(commands, nullptr);
@@ -120,9 +119,20 @@ const LeavePath paths[] = {
          commands->switchStoreMenu()->actions().last()->trigger();
      },
      [](LeavePathTest& t) { return t.relaunches() == 1; }},
-    {"CloseTheWindow", [](LeavePathTest& t) { t.mainWindow()->close(); },
+    {"CloseTheWindow",
+     {Answer::save, Answer::cancel},
+     [](LeavePathTest& t) { t.mainWindow()->close(); },
      [](LeavePathTest& t) { return !t.mainWindow()->isVisible(); }},
 };
+
+std::vector<std::tuple<LeavePath, Answer>> pathsAndAnswers()
+{
+    std::vector<std::tuple<LeavePath, Answer>> cases;
+    for (const LeavePath& path : paths)
+        for (Answer answer : path.answers)
+            cases.emplace_back(path, answer);
+    return cases;
+}
 } // namespace
 
 TEST_P(LeavePathTest, AsksAndDoesWhatTheAnswerSays)
@@ -138,12 +148,13 @@ TEST_P(LeavePathTest, AsksAndDoesWhatTheAnswerSays)
         ASSERT_NE(view->form(), nullptr);
         EXPECT_EQ(view->form()->field(ProductEditForm::Field::name)->text(), "Soap 250g");
         EXPECT_TRUE(view->model().hasUnsavedEdits());
+        ASSERT_NE(view->list()->currentItem(), nullptr);
+        EXPECT_EQ(view->list()->currentItem()->text(), "Soap 250g") << "the list stays on the edited row";
+        EXPECT_EQ(navigation()->sidebar()->currentItem()->text(), "Products");
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(EveryWayOut, LeavePathTest,
-                         ::testing::Combine(::testing::ValuesIn(paths),
-                                            ::testing::Values(Answer::save, Answer::discard, Answer::cancel)),
+INSTANTIATE_TEST_SUITE_P(EveryWayOut, LeavePathTest, ::testing::ValuesIn(pathsAndAnswers()),
                          [](const auto& info) {
                              const Answer chosen = std::get<1>(info.param);
                              return std::string(std::get<0>(info.param).name) +
@@ -170,16 +181,4 @@ TEST_F(LeavePromptTest, ASaveThatFailsKeepsThePersonOnTheFormWithTheReason)
     answer(Answer::save);
     EXPECT_EQ(session.currentUser(), nullptr);
     EXPECT_TRUE(savedOnDisk());
-}
-
-TEST_F(LeavePromptTest, ANewProductNobodyTypedIntoIsLeftWithoutAQuestion)
-{
-    view->form()->saveButton()->click();
-    view->newProductButton()->click();
-    ASSERT_EQ(question(), nullptr) << "the saved form had nothing to ask about";
-    ASSERT_TRUE(view->model().isNewProduct());
-    view->selectRow(0);
-    EXPECT_EQ(question(), nullptr);
-    EXPECT_FALSE(view->model().isNewProduct());
-    EXPECT_EQ(countRowsOnDisk(store.path(), QStringLiteral("Product")), 2);
 }

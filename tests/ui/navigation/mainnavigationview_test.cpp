@@ -1,13 +1,17 @@
-#include "ui/navigation/mainnavigationview.h"
-
+#include "records/appsettings.h"
+#include "support/printers.h"
 #include "ui/access/loginview.h"
+#include "ui/controls/screentest.h"
+#include "ui/navigation/appsection.h"
+#include "ui/navigation/mainnavigationview.h"
 #include "ui/settings/settingsview.h"
-#include "ui/windowtest.h"
 
 #include <QLabel>
 #include <QListWidget>
 #include <QPointer>
 #include <QPushButton>
+
+#include <gtest/gtest.h>
 
 namespace {
 QStringList sidebarTitles(const MainNavigationView& view)
@@ -18,14 +22,6 @@ QStringList sidebarTitles(const MainNavigationView& view)
     return titles;
 }
 
-QStringList labelTexts(const QWidget& widget)
-{
-    QStringList texts;
-    for (const QLabel* label : widget.findChildren<QLabel*>())
-        if (label->isVisibleTo(&widget))
-            texts.append(label->text());
-    return texts;
-}
 } // namespace
 
 TEST_F(WindowTest, ACashierSeesOnlyTheCashierSectionsAndIsKeptOffAdminOnes)
@@ -37,7 +33,7 @@ TEST_F(WindowTest, ACashierSeesOnlyTheCashierSectionsAndIsKeptOffAdminOnes)
     MainNavigationView* view = screen<MainNavigationView>();
     ASSERT_NE(view, nullptr);
     EXPECT_EQ(sidebarTitles(*view), (QStringList{"Customers", "Till & Shifts"}));
-    EXPECT_TRUE(labelTexts(*view).contains("Cashier"));
+    EXPECT_TRUE(visibleTexts(view).contains("Cashier"));
 
     // A request from elsewhere for the cashier's own section goes through; one for Settings is used up
     // without moving, and choosing it outright lands on the first section.
@@ -65,7 +61,7 @@ TEST_F(WindowTest, AnAdminSeesEveryBuiltSectionAndSignOutLeavesTheShiftOpen)
     EXPECT_EQ(view->sidebar()->currentRow(), 0);
     window->actionBus().setRequestedSection(AppSection::settings);
     EXPECT_NE(qobject_cast<SettingsView*>(view->currentScreen()), nullptr);
-    EXPECT_TRUE(labelTexts(*view).contains("Admin"));
+    EXPECT_TRUE(visibleTexts(view).contains("Admin"));
 
     QTest::mouseClick(view->signOutButton(), Qt::LeftButton);
     EXPECT_EQ(session.currentUser(), nullptr);
@@ -126,4 +122,56 @@ TEST_F(MainNavigationModelTest, TheAppointmentBookFollowsItsSwitchWhileSignedIn)
     store.context().save();
     EXPECT_EQ(model.sections(), QList<AppSection>{AppSection::customers});
     EXPECT_EQ(model.selection(), AppSection::customers);
+}
+
+namespace {
+QStringList titles(const QList<AppSection>& sections)
+{
+    QStringList result;
+    for (AppSection section : sections)
+        result.append(AppSections::title(section));
+    return result;
+}
+} // namespace
+
+TEST(AppSections, WhoSeesWhat)
+{
+    AppSettings bookOn;
+    AppSettings bookOff;
+    bookOff.setAppointmentsEnabled(false);
+    const QStringList cashier{"POS Workspace", "Appointments", "Customers",
+                              "Sales History", "Refunds",      "Till & Shifts"};
+
+    EXPECT_EQ(titles(AppSections::available("cashier", &bookOn)), cashier);
+    EXPECT_EQ(AppSections::available("cashier", &bookOff).size(), 5);
+    EXPECT_EQ(AppSections::available("cashier", nullptr).size(), 5) << "no settings, no book";
+    EXPECT_EQ(titles(AppSections::available("manager", &bookOn)), cashier) << "unknown role as cashier";
+    EXPECT_EQ(titles(AppSections::available("Admin", &bookOn)), cashier) << "raw texts are exact";
+
+    const QList<AppSection> admin = AppSections::available("admin", &bookOn);
+    EXPECT_EQ(admin.size(), 15);
+    EXPECT_EQ(titles({admin.first(), admin.last()}), (QStringList{"Dashboard", "Settings"}));
+}
+
+TEST(AppSections, AllowedSelection)
+{
+    using S = AppSection;
+    const QList<S> withPos{S::pos, S::customers};
+    const QList<S> withoutPos{S::customers, S::till};
+    const struct {
+        const char* fault;
+        std::optional<S> wanted;
+        bool isAdmin;
+        QList<S> offered;
+        std::optional<S> expected;
+    } cases[] = {
+        {"cashier kept on an admin-only section", S::reports, false, withPos, S::pos},
+        {"no workspace to fall back on", S::reports, false, withoutPos, S::customers},
+        {"nothing offered at all", S::settings, false, {}, std::nullopt},
+        {"a section that isn't offered", S::refunds, true, withPos, S::pos},
+        {"a cashier's own section refused", S::customers, false, withPos, S::customers},
+        {"an admin refused an admin section", S::settings, true, {S::settings}, S::settings},
+    };
+    for (const auto& c : cases)
+        EXPECT_EQ(AppSections::allowedSelection(c.wanted, c.isAdmin, c.offered), c.expected) << c.fault;
 }

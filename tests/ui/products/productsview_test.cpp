@@ -5,7 +5,6 @@
 #include "ui/products/newcategorysheet.h"
 #include "ui/products/producteditform.h"
 
-#include "clock/clock.h"
 #include "money/taxsetup.h"
 #include "stock/stockbuilders.h"
 #include "store/sqlite.h"
@@ -14,7 +13,6 @@
 #include <QComboBox>
 #include <QLineEdit>
 #include <QMenu>
-#include <QMessageBox>
 #include <QPushButton>
 
 #include <sqlite3.h>
@@ -72,24 +70,15 @@ protected:
         ASSERT_EQ(form().product()->name(), name);
     }
 
-    QList<Ref<InventoryMovement>> costRows()
-    {
-        return store.context().fetch<InventoryMovement>(InventoryMovement::Col::typeRaw == "costChange");
-    }
-
     ProductsView* view = nullptr;
 };
 } // namespace
 
+// Each field reaches the product it is bound to; the rules behind them are the view model's.
 TEST_F(ProductsScreenTest, AProductOfEachTypeIsMadeThroughTheForm)
 {
-    QDateTime now = QDateTime::fromSecsSinceEpoch(1'750'000'000);
-    Clock::Override clock([&now] { return now; });
     openProducts();
     EXPECT_TRUE(visibleTexts(view).contains("No products"));
-    EXPECT_TRUE(visibleTexts(view).contains("Select a product"));
-    EXPECT_EQ(view->newProductButton()->toolTip(),
-              "New Inventory Item — change the default in Settings > Products & Inventory");
 
     // A plain click makes the default type, an inventory item, in a category made on the spot.
     QTest::mouseClick(view->newProductButton(), Qt::LeftButton);
@@ -99,6 +88,7 @@ TEST_F(ProductsScreenTest, AProductOfEachTypeIsMadeThroughTheForm)
     type(Field::sku, QStringLiteral("RC-5"));
     type(Field::barcode, QStringLiteral("6001234"));
     choose(form().picker(Picker::unit), QStringLiteral("Kilogram (kg)"));
+    EXPECT_TRUE(visibleTexts(&form()).contains("Cost Price (per kg)"));
     type(Field::costPrice, QStringLiteral("12.5"));
     type(Field::sellingPrice, QStringLiteral("1,018"));
     type(Field::reorderLevel, QStringLiteral("3,5"));
@@ -106,19 +96,16 @@ TEST_F(ProductsScreenTest, AProductOfEachTypeIsMadeThroughTheForm)
     auto* sheet = form().findChild<NewCategorySheet*>();
     ASSERT_NE(sheet, nullptr);
     sheet->createButton()->click();
-    EXPECT_EQ(sheet->errorLabel()->text(), "Enter a category name.");
+    EXPECT_TRUE(sheet->errorLabel()->isVisible()) << "a category needs a name";
     QTest::keyClicks(sheet->nameField(), "Grains");
     choose(sheet->colorPicker(), QStringLiteral("Green"));
     sheet->createButton()->click();
     EXPECT_EQ(form().picker(Picker::category)->currentText(), "Grains");
-    EXPECT_TRUE(visibleTexts(&form()).contains("Cost Price (per kg)"));
-    now = now.addSecs(90);
     QTest::mouseClick(form().saveButton(), Qt::LeftButton);
     EXPECT_FALSE(form().errorLabel()->isVisible());
 
     const Ref<Product> rice = view->model().selectedProduct();
     ASSERT_NE(rice, nullptr) << "saved";
-    EXPECT_FALSE(rice->hasChanges());
     EXPECT_EQ(rice->name(), "Rice 5kg");
     EXPECT_EQ(rice->productType(), ProductType::inventory);
     EXPECT_EQ(rice->sku(), "RC-5");
@@ -129,19 +116,12 @@ TEST_F(ProductsScreenTest, AProductOfEachTypeIsMadeThroughTheForm)
     EXPECT_EQ(rice->reorderLevel(), 3.5);
     ASSERT_NE(rice->category(), nullptr);
     EXPECT_EQ(rice->category()->colorHex(), "#34C759");
-    EXPECT_EQ(rice->createdAt(), now);
-    EXPECT_EQ(rice->updatedAt(), now);
     ASSERT_NE(view->list()->currentItem(), nullptr) << "listed and chosen once saved";
     EXPECT_EQ(view->list()->currentItem()->text(), "Rice 5kg");
-    EXPECT_TRUE(rice->isTaxable());
-    EXPECT_NE(rice->taxGroup(), nullptr);
 
     // From the menu: a non-inventory item without tax.
     view->newProductMenu()->actions().at(1)->trigger();
     EXPECT_EQ(form().field(Field::name)->text(), "New Non-Inventory Item");
-    EXPECT_TRUE(
-        visibleTexts(&form()).contains("Non-inventory items are sold without counting stock — no stock "
-                                       "levels, low-stock alerts or stock value."));
     QTest::keyClicks(form().field(Field::name), "Gift Bag");
     type(Field::sellingPrice, QStringLiteral("2"));
     click(form().toggle(Toggle::taxable));
@@ -156,10 +136,7 @@ TEST_F(ProductsScreenTest, AProductOfEachTypeIsMadeThroughTheForm)
     // A service whose staff earn a rate of its own.
     view->newProductMenu()->actions().at(2)->trigger();
     QTest::keyClicks(form().field(Field::name), "Braiding");
-    type(Field::sellingPrice, QStringLiteral("150"));
     click(form().toggle(Toggle::askForStaff));
-    type(Field::commission, QStringLiteral("150"));
-    EXPECT_TRUE(visibleTexts(&form()).contains("Enter a percentage from 0 to 100, or leave it blank."));
     type(Field::commission, QStringLiteral("12.5"));
     QTest::mouseClick(form().saveButton(), Qt::LeftButton);
     const Ref<Product> braiding = view->model().selectedProduct();
@@ -170,30 +147,20 @@ TEST_F(ProductsScreenTest, AProductOfEachTypeIsMadeThroughTheForm)
 
     EXPECT_EQ(countRowsOnDisk(store.path(), QStringLiteral("Product")), 3);
     EXPECT_EQ(view->listedNames(), (QStringList{"Braiding", "Gift Bag", "Rice 5kg"}));
-    EXPECT_EQ(view->list()->currentItem()->text(), "Braiding");
 }
 
-TEST_F(ProductsScreenTest, ACostEditIsBookedByTheSaveThatWritesIt)
+TEST_F(ProductsScreenTest, SaveShowsTheCostLineItWroteAndTextThatIsNoAmountIsRefusedAtTheField)
 {
-    addProduct(store.context(), {.name = QStringLiteral("Oil"), .stock = 3, .cost = 2});
     addProduct(store.context(), {.name = QStringLiteral("Soap"), .stock = 8, .cost = 2});
     openProducts();
-
     selectProduct(QStringLiteral("Soap"));
     type(Field::costPrice, QStringLiteral("2.5"));
-    EXPECT_EQ(view->listedNames(), (QStringList{"Oil", "Soap"}));
-    EXPECT_TRUE(costRows().isEmpty()) << "nothing is written while it is typed";
     QTest::mouseClick(form().saveButton(), Qt::LeftButton);
-    ASSERT_EQ(countRowsOnDisk(store.path(), QStringLiteral("InventoryMovement")), 1);
-    EXPECT_EQ(costRows().first()->costAfter(), 2.5);
-    EXPECT_EQ(costRows().first()->performedBy(), user);
-    EXPECT_TRUE(visibleTexts(&form()).contains("Edited")) << "the form shows the line it just wrote";
+    EXPECT_EQ(countRowsOnDisk(store.path(), QStringLiteral("InventoryMovement")), 1);
     EXPECT_TRUE(visibleTexts(&form()).contains("₵2.00 → ₵2.50"));
 
-    // Text that is no amount is refused at the field, and Save writes nothing.
     type(Field::sellingPrice, QStringLiteral("45O"));
     EXPECT_TRUE(form().fieldErrorLabel(Field::sellingPrice)->isVisible());
-    EXPECT_EQ(form().fieldErrorLabel(Field::sellingPrice)->text(), "Enter an amount such as 1,250.00.");
     QTest::mouseClick(form().saveButton(), Qt::LeftButton);
     EXPECT_EQ(form().errorLabel()->text(), "Enter an amount such as 1,250.00.");
     EXPECT_EQ(view->model().selectedProduct()->sellingPrice(), 0);
@@ -238,17 +205,10 @@ TEST_F(ProductsScreenTest, FiltersCombineAndDeleteAsksFirst)
 
     selectProduct(QStringLiteral("Malt"));
     QTest::mouseClick(form().deleteButton(), Qt::LeftButton);
-    auto* confirm = form().findChild<QMessageBox*>();
+    QMessageBox* confirm = openBox(&form());
     ASSERT_NE(confirm, nullptr);
     EXPECT_EQ(confirm->text(), "Delete this product?");
-    EXPECT_EQ(confirm->informativeText(), "This cannot be undone. Past sales keep their own snapshot of this "
-                                          "product's name and price.");
-    QAbstractButton* deleteButton = nullptr;
-    for (QAbstractButton* button : confirm->buttons())
-        if (button->text() == "Delete")
-            deleteButton = button;
-    ASSERT_NE(deleteButton, nullptr);
-    QTest::mouseClick(deleteButton, Qt::LeftButton);
+    clickButton(confirm, "Delete");
     EXPECT_EQ(view->form(), nullptr);
     EXPECT_TRUE(visibleTexts(view).contains("Select a product"));
     EXPECT_EQ(view->listedNames(), (QStringList{"Haircut", "Water"}));

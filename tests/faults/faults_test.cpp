@@ -1,0 +1,600 @@
+// Every write a person can make, failed at each of its calls into SQLite in turn: each failure must
+// show a plain sentence and leave file, memory and the forms being typed into elsewhere as they
+// were, and the write must then go through, once, when tried again. Records in memory are checked
+// against the file after every failure; the plans check what lives outside the store.
+
+#include "access/firstrunsetupmodel.h"
+#include "access/useraccountsviewmodel.h"
+#include "customers/adjustpointsmodel.h"
+#include "customers/customerdetailmodel.h"
+#include "customers/customersviewmodel.h"
+#include "customers/receiveaccountpaymentmodel.h"
+#include "environment/appenvironment.h"
+#include "receipts/receiptsettingsmodel.h"
+#include "records/records.h"
+#include "selling/salesservice.h"
+#include "stock/productsviewmodel.h"
+#include "stock/stockadjustmentmodel.h"
+#include "stock/suppliersviewmodel.h"
+#include "stores/newmarketmodel.h"
+#include "support/faultloop.h"
+#include "support/receiptdevices.h"
+#include "support/testmarkets.h"
+#include "support/teststore.h"
+#include "till/tillviewmodel.h"
+
+#include <gtest/gtest.h>
+
+#include <iostream>
+
+namespace {
+using Entry = ProductsViewModel::Entry;
+const QString typedPhone = QStringLiteral("024 555 0101");
+
+// A shop with a signed-in admin, a product, a supplier and a customer, and half-typed edits on the
+// Products and Suppliers forms: what every write below runs beside.
+struct FaultScene {
+    TestStore store;
+    ModelContext& context = store.context();
+    AppEnvironment environment{context};
+    SessionStore session;
+    Ref<AppSettings> settings = environment.loadOrCreateSettings();
+    Ref<User> cashier = store.saved(named<User>("Ama", [](User& user) {
+        user.setUsername(QStringLiteral("ama"));
+        user.setRole(UserRole::admin);
+    }));
+    Ref<Product> soap = store.saved(named<Product>("Soap", [](Product& product) {
+        product.setSellingPrice(10);
+        product.setCostPrice(4);
+        product.setStockQuantity(20);
+    }));
+    Ref<Supplier> acme = store.saved(named<Supplier>("Acme"));
+    Ref<Customer> kofi = store.saved(named<Customer>("Kofi", [](Customer& customer) {
+        customer.setAllowCredit(true);
+        customer.setLoyaltyPoints(40);
+    }));
+    ProductsViewModel products{context, session};
+    SuppliersViewModel suppliers{context};
+
+    FaultScene()
+    {
+        session.setSettings(settings);
+        session.setCurrentUser(cashier);
+        products.select(soap);
+        products.enter(Entry::sellingPrice, QStringLiteral("12.50"));
+        suppliers.select(acme);
+        suppliers.editedSupplier()->setPhone(typedPhone);
+    }
+
+    template <class T> static Ref<T> named(const char* name, const std::function<void(T&)>& fill = {})
+    {
+        auto record = std::make_shared<T>();
+        record->setName(QString::fromUtf8(name));
+        if (fill)
+            fill(*record);
+        return record;
+    }
+    qint64 onDisk(const char* table) const { return countRowsOnDisk(store.path(), QString::fromUtf8(table)); }
+
+    // Other screens save many times a minute beside a form being typed into: their failures
+    // neither save nor lose what it holds, and leave no write lock held while a person types.
+    void expectFormsUntouched() const
+    {
+        EXPECT_EQ(products.editedProduct()->sellingPrice(), 12.5);
+        EXPECT_TRUE(products.hasUnsavedEdits());
+        EXPECT_EQ(soap->sellingPrice(), 10);
+        EXPECT_EQ(suppliers.editedSupplier()->phone(), typedPhone);
+        EXPECT_EQ(acme->phone(), QString());
+        EXPECT_FALSE(context.connection().inTransaction());
+    }
+};
+
+// How one write is tried, what must hold after each failure of it, and once it went through.
+struct FaultPlan {
+    FaultTry attempt;
+    std::function<void()> afterFailure = {};
+    std::function<void()> afterSuccess = {};
+};
+
+// One try through a view model: nothing when it went through, else the message it shows.
+template <class Model, class Action> FaultTry through(Model& model, Action action)
+{
+    return [&model, action]() -> std::optional<QString> {
+        if (action())
+            return std::nullopt;
+        return model.errorMessage().value_or(QStringLiteral("(refused without a message)"));
+    };
+}
+
+std::shared_ptr<TillViewModel> tillModel(FaultScene& scene)
+{
+    return std::make_shared<TillViewModel>(scene.environment.tillService(), scene.environment.accountsService(),
+                                           scene.environment.approvalService(), scene.context, scene.session);
+}
+
+Ref<TillShift> openShift(FaultScene& scene, double openingFloat)
+{
+    const Ref<TillShift> shift = scene.environment.tillService().openShift(scene.cashier, openingFloat);
+    scene.session.setCurrentTillShift(shift);
+    return shift;
+}
+
+std::shared_ptr<ProductsViewModel> productForm(FaultScene& scene, const Ref<Product>& product = nullptr)
+{
+    auto model = std::make_shared<ProductsViewModel>(scene.context, scene.session);
+    if (product)
+        model->select(product);
+    return model;
+}
+
+std::shared_ptr<SuppliersViewModel> supplierForm(FaultScene& scene, const Ref<Supplier>& supplier = nullptr)
+{
+    auto model = std::make_shared<SuppliersViewModel>(scene.context);
+    if (supplier)
+        model->select(supplier);
+    return model;
+}
+
+std::shared_ptr<CustomerDetailModel> customerDetail(FaultScene& scene, const Ref<Customer>& customer)
+{
+    return std::make_shared<CustomerDetailModel>(scene.environment.accountsService(),
+                                                 scene.environment.loyaltyService(), scene.context,
+                                                 scene.session, customer);
+}
+
+FaultPlan checkout(FaultScene& scene)
+{
+    const Ref<TillShift> shift = openShift(scene, 50);
+    performUnitOfWork(scene.context, [&] {
+        scene.settings->setLoyaltyEnabled(true);
+        scene.settings->setLoyaltySpendPerPoint(5);
+    });
+    Cart cart;
+    cart.addOrIncrement(scene.soap, 2);
+    cart.setCustomer(scene.kofi);
+    const QList<PaymentInput> payments{{PaymentMethodType::cash, 15, 20, {}},
+                                       {PaymentMethodType::onAccount, 5, 0, {}}};
+    return {.attempt = [&scene, cart, payments, shift]() -> std::optional<QString> {
+                try {
+                    scene.environment.salesService().checkout(cart, payments, scene.cashier, shift,
+                                                              *scene.settings);
+                    return std::nullopt;
+                } catch (const Refusal& refusal) {
+                    return refusal.description();
+                }
+            },
+            .afterSuccess =
+                [&scene] {
+                    EXPECT_EQ(scene.settings->lastReceiptSequence(), 1);
+                    EXPECT_EQ(scene.onDisk("Sale"), 1);
+                    EXPECT_EQ(scene.soap->stockQuantity(), 18);
+                    EXPECT_EQ(scene.kofi->loyaltyPoints(), 44);
+                    EXPECT_EQ(scene.environment.accountsService().balance(scene.kofi), 5);
+                }};
+}
+
+FaultPlan openAShift(FaultScene& scene)
+{
+    auto model = tillModel(scene);
+    model->setOpeningFloatText(QStringLiteral("1,500.00"));
+    return {through(*model, [model] { return model->openShift(); }),
+            [&scene] { EXPECT_EQ(scene.session.currentTillShift(), nullptr); },
+            [&scene] {
+                ASSERT_NE(scene.session.currentTillShift(), nullptr);
+                EXPECT_EQ(scene.session.currentTillShift()->openingFloat(), 1500);
+                EXPECT_EQ(scene.onDisk("TillShift"), 1);
+            }};
+}
+
+FaultPlan closeAShift(FaultScene& scene)
+{
+    const Ref<TillShift> shift = openShift(scene, 100);
+    auto model = tillModel(scene);
+    // The screen reads everything again after the rollback: that mustn't wipe the failure's message.
+    TillViewModel* screen = model.get();
+    QObject::connect(screen, &TillViewModel::tillChanged, screen, [screen, shift] {
+        screen->openShiftShown();
+        screen->figures(shift);
+        screen->shiftHistory();
+    });
+    model->setCountedCashText(QStringLiteral("1,250.00"));
+    model->setClosingNotes(QStringLiteral("end of day"));
+    return {through(*model, [model, shift] { return model->closeShift(shift); }),
+            [&scene, model, shift] {
+                // Still open for the screen too, so Close works again.
+                EXPECT_EQ(scene.session.currentTillShift(), shift);
+                EXPECT_EQ(model->openShiftShown(), shift);
+                EXPECT_EQ(model->countedCashText(), QStringLiteral("1,250.00"));
+            },
+            [&scene, shift] {
+                EXPECT_EQ(shift->countedCash(), 1250);
+                EXPECT_EQ(shift->variance(), 1150);
+                EXPECT_EQ(scene.session.currentTillShift(), nullptr);
+                EXPECT_EQ(scene.environment.tillService().currentOpenShift(), nullptr);
+            }};
+}
+
+FaultPlan cashMovement(FaultScene& scene, CashMovementType type)
+{
+    const Ref<TillShift> shift = openShift(scene, 1500);
+    auto model = tillModel(scene);
+    model->setPayType(type);
+    model->setPayAmountText(QStringLiteral("1,000"));
+    model->setPayReason(QStringLiteral("Float top-up"));
+    return {through(*model, [model, shift] { return model->recordCashMovement(shift); }),
+            [model] { EXPECT_EQ(model->payAmountText(), QStringLiteral("1,000")); },
+            [&scene, shift, type] {
+                EXPECT_EQ(scene.onDisk("CashMovement"), 1);
+                // A pay-out is in the audit log, written with it or not at all.
+                EXPECT_EQ(scene.onDisk("AuditEntry"), type == CashMovementType::payOut ? 1 : 0);
+                EXPECT_EQ(scene.environment.tillService().expectedCash(shift),
+                          type == CashMovementType::payIn ? 2500 : 500);
+            }};
+}
+
+FaultPlan accountPayment(FaultScene& scene)
+{
+    const Ref<TillShift> shift = openShift(scene, 0);
+    performUnitOfWork(scene.context, [&] {
+        const Ref<Sale> sale = Sale::make(QStringLiteral("INV-1"), scene.cashier, scene.kofi, shift);
+        scene.context.insert(sale);
+        const Ref<Payment> payment = Payment::make(PaymentMethodType::onAccount, 80, 80, 0, {});
+        payment->setSale(sale);
+        scene.context.insert(payment);
+    });
+    auto model = std::make_shared<ReceiveAccountPaymentModel>(scene.environment.accountsService(),
+                                                              scene.session, scene.kofi, 80, nullptr);
+    model->setAmountText(QStringLiteral("₵50.00"));
+    AccountsService& accounts = scene.environment.accountsService();
+    return {through(*model, [model] { return model->record(); }),
+            [model] { EXPECT_EQ(model->amountText(), QStringLiteral("₵50.00")); },
+            [&accounts, &scene, shift] {
+                EXPECT_EQ(accounts.balance(scene.kofi), 30);
+                EXPECT_EQ(accounts.cashReceived(shift), 50);
+            }};
+}
+
+FaultPlan pointsAdjustment(FaultScene& scene)
+{
+    auto model = std::make_shared<AdjustPointsModel>(scene.environment.loyaltyService(), scene.session,
+                                                     scene.kofi, nullptr);
+    model->setDirection(AdjustPointsModel::Direction::remove);
+    model->setPointsText(QStringLiteral("15"));
+    model->setReason(QStringLiteral("correction"));
+    return {.attempt = through(*model, [model] { return model->save(); }), .afterSuccess = [&scene] {
+                EXPECT_EQ(scene.kofi->loyaltyPoints(), 25);
+                EXPECT_EQ(scene.onDisk("LoyaltyEntry"), 1);
+            }};
+}
+
+FaultPlan stockAdjustment(FaultScene& scene, StockAdjustmentModel::Mode mode, const char* quantity,
+                          double stockAfter, double costAfter)
+{
+    auto model = std::make_shared<StockAdjustmentModel>(scene.environment.inventoryService(), scene.context,
+                                                        scene.session, scene.soap, nullptr);
+    model->setMode(mode);
+    model->setQuantityText(QString::fromUtf8(quantity));
+    model->setUnitCostText(QStringLiteral("6.5"));
+    return {.attempt = through(*model, [model] { return model->apply(); }),
+            .afterSuccess = [&scene, stockAfter, costAfter] {
+                EXPECT_EQ(scene.soap->stockQuantity(), stockAfter);
+                EXPECT_EQ(scene.soap->costPrice(), costAfter);
+                EXPECT_EQ(scene.onDisk("InventoryMovement"), 1);
+            }};
+}
+
+FaultPlan addAUser(FaultScene& scene)
+{
+    auto model = std::make_shared<UserAccountsViewModel>(scene.context, scene.environment.authService(),
+                                                         scene.session);
+    model->setNewUserName(QStringLiteral("Yaw"));
+    model->setNewUsername(QStringLiteral("yaw"));
+    model->setNewPassword(QStringLiteral("secret1"));
+    model->setNewPin(QStringLiteral("4321"));
+    return {through(*model, [model] { return model->createUser(); }),
+            [model] { EXPECT_EQ(model->newUsername(), QStringLiteral("yaw")); },
+            [&scene] { EXPECT_EQ(scene.onDisk("User"), 2); }};
+}
+
+FaultPlan setAPin(FaultScene& scene)
+{
+    auto model = std::make_shared<UserAccountsViewModel>(scene.context, scene.environment.authService(),
+                                                         scene.session);
+    const Ref<User> cashier = scene.cashier;
+    return {.attempt = [model, cashier] { return model->savePin(cashier, QStringLiteral("2468")); },
+            .afterSuccess = [cashier] { EXPECT_EQ(cashier->pin(), QStringLiteral("2468")); }};
+}
+
+// The admin's part of the first-run and New Store forms.
+template <class Form> void fillAdmin(Form& form, const char* name, const char* username)
+{
+    form.setAdminName(QString::fromUtf8(name));
+    form.setAdminUsername(QString::fromUtf8(username));
+    form.setAdminPassword(QStringLiteral("secret1"));
+    form.setConfirmPassword(QStringLiteral("secret1"));
+}
+
+// The business name and the admin go in one unit, and on a store without settings so do they.
+FaultPlan firstRunSetup(FaultScene& scene, bool withoutSettings)
+{
+    scene.session.setCurrentUser(nullptr);
+    if (withoutSettings)
+        performUnitOfWork(scene.context, [&] { scene.context.remove(scene.settings); });
+    auto model = std::make_shared<FirstRunSetupModel>(
+        scene.context, [&scene] { return scene.environment.loadOrCreateSettings(); }, scene.session);
+    model->setBusinessName(QStringLiteral("Osu Provisions"));
+    fillAdmin(*model, "Efua", "efua");
+    return {through(*model, [model] { return model->create(); }),
+            [&scene] { EXPECT_EQ(scene.session.currentUser(), nullptr); },
+            [&scene] {
+                EXPECT_EQ(scene.session.settings()->businessName(), QStringLiteral("Osu Provisions"));
+                ASSERT_NE(scene.session.currentUser(), nullptr);
+                EXPECT_EQ(scene.session.currentUser()->username(), QStringLiteral("efua"));
+                EXPECT_EQ(scene.onDisk("User"), 2);
+                EXPECT_EQ(scene.onDisk("AppSettings"), 1);
+            }};
+}
+
+// What a failure must leave: no file in Markets, nothing listed, the running store untouched.
+FaultPlan newStore(FaultScene&)
+{
+    auto markets = std::make_shared<TestMarkets>();
+    const MarketInfo open = markets->registry.bootstrapIfNeeded();
+    auto model = std::make_shared<NewMarketModel>(markets->registry);
+    model->setMarketName(QStringLiteral("Osu"));
+    fillAdmin(*model, "Ama Mensah", "ama");
+    return {through(*model, [model] { return model->create(); }),
+            [markets, open] {
+                EXPECT_EQ(markets->filesInMarkets(), QStringList());
+                EXPECT_EQ(markets->registry.allMarkets(), QList<MarketInfo>{open});
+            },
+            [markets] { EXPECT_EQ(markets->registry.allMarkets().size(), 2); }};
+}
+
+FaultPlan productCreate(FaultScene& scene)
+{
+    auto model = productForm(scene);
+    EXPECT_NE(model->newProduct(ProductType::inventory), nullptr);
+    model->editedProduct()->setName(QStringLiteral("Rice"));
+    model->enter(Entry::sellingPrice, QStringLiteral("12.50"));
+    return {[model] { return model->save(); },
+            [model] {
+                ASSERT_TRUE(model->isNewProduct());
+                EXPECT_EQ(model->editedProduct()->name(), QStringLiteral("Rice"));
+                EXPECT_EQ(model->editedProduct()->sellingPrice(), 12.5);
+            },
+            [&scene] { EXPECT_EQ(scene.context.count<Product>(Product::Col::name == "Rice"), 1); }};
+}
+
+FaultPlan productSave(FaultScene& scene)
+{
+    const Ref<Product> rice = scene.store.saved(FaultScene::named<Product>("Rice"));
+    auto model = productForm(scene, rice);
+    model->enter(Entry::costPrice, QStringLiteral("3.25"));
+    model->editedProduct()->setSku(QStringLiteral("RC-1"));
+    return {[model] { return model->save(); },
+            [model] {
+                EXPECT_TRUE(model->hasUnsavedEdits());
+                EXPECT_EQ(model->editedProduct()->costPrice(), 3.25);
+                EXPECT_EQ(model->editedProduct()->sku(), QStringLiteral("RC-1"));
+            },
+            [&scene, rice] {
+                EXPECT_EQ(rice->costPrice(), 3.25);
+                EXPECT_EQ(scene.context.count<InventoryMovement>(InventoryMovement::Col::product == rice), 1)
+                    << "the cost line went with the cost, once";
+            }};
+}
+
+FaultPlan productDelete(FaultScene& scene)
+{
+    const Ref<Product> rice = scene.store.saved(FaultScene::named<Product>("Rice"));
+    auto model = productForm(scene, rice);
+    return {through(*model, [model] { return model->deleteProduct(); }),
+            [model, rice] {
+                EXPECT_EQ(model->selectedProduct(), rice) << "still on the form";
+                EXPECT_FALSE(rice->isDeleted());
+            },
+            [&scene] { EXPECT_EQ(scene.onDisk("Product"), 1); }};
+}
+
+// Made from the product form's sheets: a retry makes one, not two.
+FaultPlan categoryFromTheProductForm(FaultScene& scene)
+{
+    auto model = productForm(scene);
+    return {.attempt =
+                [model] {
+                    return model->createCategory(QStringLiteral("Grains"), QStringLiteral("#34C759"))
+                        .errorMessage;
+                },
+            .afterSuccess = [&scene] { EXPECT_EQ(scene.onDisk("Category"), 1); }};
+}
+
+FaultPlan supplierFromTheProductForm(FaultScene& scene)
+{
+    auto model = productForm(scene);
+    return {.attempt = [model] { return model->createSupplier(QStringLiteral("Osei")).errorMessage; },
+            .afterSuccess = [&scene] { EXPECT_EQ(scene.onDisk("Supplier"), 2); }};
+}
+
+FaultPlan supplierCreate(FaultScene& scene)
+{
+    auto model = supplierForm(scene);
+    model->addSupplier()->setName(QStringLiteral("Akosua"));
+    return {[model] { return model->save(); },
+            [model] {
+                ASSERT_TRUE(model->isNewSupplier());
+                EXPECT_EQ(model->editedSupplier()->name(), QStringLiteral("Akosua"));
+            },
+            [&scene] { EXPECT_EQ(scene.onDisk("Supplier"), 2); }};
+}
+
+FaultPlan supplierSave(FaultScene& scene)
+{
+    const Ref<Supplier> bolt = scene.store.saved(FaultScene::named<Supplier>("Bolt"));
+    auto model = supplierForm(scene, bolt);
+    model->editedSupplier()->setPhone(QStringLiteral("020 111"));
+    return {[model] { return model->save(); },
+            [model] { EXPECT_EQ(model->editedSupplier()->phone(), QStringLiteral("020 111")); },
+            [bolt] { EXPECT_EQ(bolt->phone(), QStringLiteral("020 111")); }};
+}
+
+FaultPlan supplierDelete(FaultScene& scene)
+{
+    const Ref<Supplier> bolt = scene.store.saved(FaultScene::named<Supplier>("Bolt"));
+    auto model = supplierForm(scene, bolt);
+    return {through(*model, [model] { return model->deleteSupplier(); }),
+            [model, bolt] { EXPECT_EQ(model->selectedSupplier(), bolt); },
+            [&scene] { EXPECT_EQ(scene.onDisk("Supplier"), 1); }};
+}
+
+FaultPlan customerCreate(FaultScene& scene)
+{
+    auto detail = customerDetail(scene, CustomersViewModel::addCustomer());
+    detail->setName(QStringLiteral("Ama"));
+    detail->setAllowCredit(true);
+    detail->setCreditLimitText(QStringLiteral("1,000"));
+    return {through(*detail, [detail] { return detail->save(); }),
+            [detail] {
+                EXPECT_TRUE(detail->isNew());
+                EXPECT_EQ(detail->name(), QStringLiteral("Ama"));
+                EXPECT_EQ(detail->creditLimitText(), QStringLiteral("1,000"));
+                EXPECT_TRUE(detail->hasUnsavedEdits());
+            },
+            [&scene, detail] {
+                EXPECT_EQ(scene.context.count<Customer>(Customer::Col::name == "Ama"), 1);
+                EXPECT_EQ(detail->customer()->creditLimit(), 1000);
+            }};
+}
+
+FaultPlan customerSave(FaultScene& scene)
+{
+    auto detail = customerDetail(scene, scene.kofi);
+    detail->setPhone(typedPhone);
+    return {through(*detail, [detail] { return detail->save(); }),
+            [detail] { EXPECT_EQ(detail->phone(), typedPhone); },
+            [&scene] { EXPECT_EQ(scene.kofi->phone(), typedPhone); }};
+}
+
+FaultPlan customerDelete(FaultScene& scene)
+{
+    auto detail = customerDetail(scene, scene.kofi);
+    return {through(*detail, [detail] { return detail->deleteCustomer(); }),
+            [&scene] { EXPECT_FALSE(scene.kofi->isDeleted()); },
+            [&scene] { EXPECT_EQ(scene.onDisk("Customer"), 0); }};
+}
+
+// Devices that stand still, so that only the store can fail.
+struct QuietDevices {
+    ListedPrinters directory;
+    RecordedReceiptPrinter printer;
+    RecordedDrawer drawer;
+};
+
+FaultPlan receiptSetting(FaultScene& scene, const std::function<void(ReceiptSettingsModel&)>& change,
+                         const std::function<bool(const AppSettings&)>& isChanged)
+{
+    auto devices = std::make_shared<QuietDevices>();
+    devices->directory.printers = {{QStringLiteral("Receipt"), QStringLiteral("Epson TM-T20")}};
+    auto model = std::make_shared<ReceiptSettingsModel>(scene.context, scene.settings, devices->directory,
+                                                        devices->printer, devices->drawer);
+    const Ref<AppSettings> settings = scene.settings;
+    return {[devices, model, change]() -> std::optional<QString> {
+                change(*model);
+                return model->errorMessage();
+            },
+            [settings, isChanged] { EXPECT_FALSE(isChanged(*settings)); },
+            [settings, isChanged] { EXPECT_TRUE(isChanged(*settings)); }};
+}
+
+struct Write {
+    const char* name;
+    std::function<FaultPlan(FaultScene&)> prepare;
+};
+
+[[maybe_unused]] void PrintTo(const Write& write, std::ostream* out)
+{
+    *out << write.name;
+}
+
+using Mode = StockAdjustmentModel::Mode;
+const Write writes[] = {
+    {"Checkout", checkout},
+    {"OpenAShift", openAShift},
+    {"CloseAShift", closeAShift},
+    {"PayIn", [](FaultScene& scene) { return cashMovement(scene, CashMovementType::payIn); }},
+    {"PayOut", [](FaultScene& scene) { return cashMovement(scene, CashMovementType::payOut); }},
+    {"AccountPayment", accountPayment},
+    {"PointsAdjustment", pointsAdjustment},
+    {"StockIn", [](FaultScene& scene) { return stockAdjustment(scene, Mode::stockIn, "5", 25, 4.5); }},
+    {"StockOut", [](FaultScene& scene) { return stockAdjustment(scene, Mode::stockOut, "3", 17, 4); }},
+    {"StockCount", [](FaultScene& scene) { return stockAdjustment(scene, Mode::adjust, "0", 0, 4); }},
+    {"AddAUser", addAUser},
+    {"SetAPin", setAPin},
+    {"FirstRunSetup", [](FaultScene& scene) { return firstRunSetup(scene, false); }},
+    {"FirstRunSetupOnANewStore", [](FaultScene& scene) { return firstRunSetup(scene, true); }},
+    {"NewStore", newStore},
+    {"ProductCreate", productCreate},
+    {"ProductSave", productSave},
+    {"ProductDelete", productDelete},
+    {"CategoryFromTheProductForm", categoryFromTheProductForm},
+    {"SupplierFromTheProductForm", supplierFromTheProductForm},
+    {"SupplierCreate", supplierCreate},
+    {"SupplierSave", supplierSave},
+    {"SupplierDelete", supplierDelete},
+    {"CustomerCreate", customerCreate},
+    {"CustomerSave", customerSave},
+    {"CustomerDelete", customerDelete},
+    {"ReceiptPrinter",
+     [](FaultScene& scene) {
+         return receiptSetting(
+             scene, [](ReceiptSettingsModel& model) { model.choosePrinter(model.printerChoices().last().printer); },
+             [](const AppSettings& settings) { return settings.receiptPrinterQueue() == QStringLiteral("Receipt"); });
+     }},
+    {"ReceiptFooter",
+     [](FaultScene& scene) {
+         return receiptSetting(
+             scene, [](ReceiptSettingsModel& model) { model.setReceiptFooter(QStringLiteral("Akwaaba!")); },
+             [](const AppSettings& settings) { return settings.receiptFooter() == QStringLiteral("Akwaaba!"); });
+     }},
+    {"DrawerConnection",
+     [](FaultScene& scene) {
+         return receiptSetting(
+             scene, [](ReceiptSettingsModel& model) { model.setDrawerConnection(CashDrawerConnection::receiptPrinter); },
+             [](const AppSettings& settings) {
+                 return settings.cashDrawerConnectionRaw() == QStringLiteral("receiptPrinter");
+             });
+     }},
+};
+
+class FaultLoop : public ::testing::TestWithParam<Write> {};
+} // namespace
+
+// Once per injected code, on a scene of its own.
+TEST_P(FaultLoop, EveryFailedCallLeavesAllAsItWasAndTheRetryGoesThroughOnce)
+{
+    const Write& write = GetParam();
+    QStringList perCode;
+    for (int code : injectedFaultCodes()) {
+        SCOPED_TRACE("code " + std::to_string(code));
+        FaultScene scene;
+        const FaultPlan plan = write.prepare(scene);
+        ASSERT_FALSE(HasFatalFailure());
+        const int failures =
+            failEachCallUntilItSucceeds(scene.context, scene.store.path(), code, plan.attempt, [&] {
+                scene.expectFormsUntouched();
+                if (plan.afterFailure)
+                    plan.afterFailure();
+            });
+        EXPECT_GT(failures, 0) << "no call of the write was failed";
+        if (plan.afterSuccess)
+            plan.afterSuccess();
+        scene.expectFormsUntouched();
+        expectMemoryMatchesFile(scene.context, scene.store.path());
+        perCode << QString::number(failures);
+    }
+    std::cout << "[ faults   ] " << write.name << ": " << perCode.join(QStringLiteral(" + ")).toStdString()
+              << " injected failures (full disk, write error, busy)" << std::endl;
+}
+
+INSTANTIATE_TEST_SUITE_P(EveryWrite, FaultLoop, ::testing::ValuesIn(writes),
+                         [](const auto& info) { return std::string(info.param.name); });
