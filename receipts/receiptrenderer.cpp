@@ -2,17 +2,13 @@
 
 #include "money/currency.h"
 #include "receipts/logoimage.h"
+#include "receipts/pointtext.h"
 
-#include <QBuffer>
-#include <QFontDatabase>
 #include <QLocale>
 #include <QPainter>
-#include <QPdfWriter>
-#include <QTextLayout>
 
 #include <algorithm>
 #include <cmath>
-#include <memory>
 
 namespace {
 
@@ -24,49 +20,12 @@ constexpr double columnGap = 8;
 constexpr double leastThermalHeight = 200;
 constexpr double leastLetterHeight = 792;
 
-// Text is measured and laid out for a 72-dpi PDF page, where one unit is one point. Every device
-// draws that same layout, scaled to its resolution, so measuring and drawing always agree.
-QPaintDevice& pointDevice()
-{
-    // Kept for the life of the process; never destroyed after the application's fonts are gone.
-    static QPdfWriter* const device = [] {
-        auto* writer = new QPdfWriter(new QBuffer);
-        writer->setResolution(72);
-        return writer;
-    }();
-    return *device;
-}
+using Block = PointText::Block;
 
-const QFont& systemFont(int pointSize, bool bold)
+// Each font is made once and kept for the life of the process.
+const QFont& keptFont(int pointSize, bool bold)
 {
-    QFont* font = new QFont(QFontDatabase::systemFont(QFontDatabase::GeneralFont));
-    font->setPointSize(pointSize);
-    font->setBold(bold);
-    return *font;
-}
-
-// A block of text wrapped to a width, with its lines' leading; drawn from where it was measured.
-struct Block {
-    std::unique_ptr<QTextLayout> layout;
-    double height = 0;
-};
-
-Block wrapped(const QString& text, const QFont& font, double width, Qt::Alignment alignment,
-              QTextOption::WrapMode wrapMode = QTextOption::WrapAtWordBoundaryOrAnywhere)
-{
-    Block block{std::make_unique<QTextLayout>(text, font, &pointDevice()), 0};
-    QTextOption option(alignment);
-    option.setWrapMode(wrapMode);
-    block.layout->setTextOption(option);
-    block.layout->beginLayout();
-    for (QTextLine line = block.layout->createLine(); line.isValid(); line = block.layout->createLine()) {
-        line.setLeadingIncluded(true);
-        line.setLineWidth(width);
-        line.setPosition(QPointF(0, block.height));
-        block.height += line.height();
-    }
-    block.layout->endLayout();
-    return block;
+    return *new QFont(PointText::systemFont(pointSize, bold));
 }
 
 double textRowHeight(double measured)
@@ -94,33 +53,33 @@ struct ColumnBlocks {
 ColumnBlocks columnBlocks(const ReceiptRenderer::ColumnsRow& row, double contentWidth)
 {
     const ReceiptRenderer::ColumnWidths widths = ReceiptRenderer::columnWidths(row.label, row.font, contentWidth);
-    return {wrapped(row.label, row.font, widths.labelWidth, Qt::AlignLeft),
-            wrapped(row.value, row.font, widths.valueWidth, Qt::AlignRight), widths};
+    return {PointText::wrapped(row.label, row.font, widths.labelWidth, Qt::AlignLeft),
+            PointText::wrapped(row.value, row.font, widths.valueWidth, Qt::AlignRight), widths};
 }
 
 } // namespace
 
 const QFont& ReceiptRenderer::titleFont()
 {
-    static const QFont& font = systemFont(13, true);
+    static const QFont& font = keptFont(13, true);
     return font;
 }
 
 const QFont& ReceiptRenderer::bodyFont()
 {
-    static const QFont& font = systemFont(11, false);
+    static const QFont& font = keptFont(11, false);
     return font;
 }
 
 const QFont& ReceiptRenderer::boldBodyFont()
 {
-    static const QFont& font = systemFont(11, true);
+    static const QFont& font = keptFont(11, true);
     return font;
 }
 
 const QFont& ReceiptRenderer::smallFont()
 {
-    static const QFont& font = systemFont(9, false);
+    static const QFont& font = keptFont(9, false);
     return font;
 }
 
@@ -192,9 +151,7 @@ QList<ReceiptRenderer::Row> ReceiptRenderer::layout(const ReceiptData& receipt)
 ReceiptRenderer::ColumnWidths ReceiptRenderer::columnWidths(const QString& label, const QFont& font,
                                                             double contentWidth)
 {
-    // Measured by the same layout that wraps it, so that a label given its own width never wraps.
-    const Block line = wrapped(label, font, 1e6, Qt::AlignLeft, QTextOption::NoWrap);
-    const double measured = std::ceil(line.layout->lineCount() ? line.layout->lineAt(0).naturalTextWidth() : 0);
+    const double measured = std::ceil(PointText::singleLineWidth(label, font));
     const double labelWidth = std::min(measured, 0.6 * contentWidth);
     return {labelWidth, contentWidth - labelWidth - columnGap};
 }
@@ -202,7 +159,7 @@ ReceiptRenderer::ColumnWidths ReceiptRenderer::columnWidths(const QString& label
 double ReceiptRenderer::rowHeight(const Row& row, double contentWidth)
 {
     if (const auto* text = std::get_if<TextRow>(&row))
-        return textRowHeight(wrapped(text->text, text->font, contentWidth, text->alignment).height);
+        return textRowHeight(PointText::wrapped(text->text, text->font, contentWidth, text->alignment).height);
     if (const auto* columns = std::get_if<ColumnsRow>(&row))
         return columnBlocks(*columns, contentWidth).height();
     if (const auto* spacer = std::get_if<SpacerRow>(&row))
@@ -241,11 +198,7 @@ std::optional<QRectF> ReceiptRenderer::logoRect(const ReceiptData& receipt, doub
 void ReceiptRenderer::draw(const ReceiptData& receipt, QPainter& painter, const QSizeF& pageSize)
 {
     painter.save();
-    // Laid out in points; a device of another resolution draws the same layout scaled.
-    if (const QPaintDevice* device = painter.device()) {
-        const double pixelsPerPoint = device->logicalDpiY() / 72.0;
-        painter.scale(pixelsPerPoint, pixelsPerPoint);
-    }
+    PointText::usePoints(painter);
     const double pageWidth = pageSize.width();
     const double width = contentWidth(pageWidth);
     if (const std::optional<QRectF> logo = logoRect(receipt, pageWidth)) {
@@ -259,7 +212,7 @@ void ReceiptRenderer::draw(const ReceiptData& receipt, QPainter& painter, const 
     double y = textTop(receipt, pageWidth);
     for (const Row& row : layout(receipt)) {
         if (const auto* text = std::get_if<TextRow>(&row)) {
-            const Block block = wrapped(text->text, text->font, width, text->alignment);
+            const Block block = PointText::wrapped(text->text, text->font, width, text->alignment);
             block.layout->draw(&painter, QPointF(sideMargin, y));
             y += textRowHeight(block.height);
         } else if (const auto* columns = std::get_if<ColumnsRow>(&row)) {
@@ -272,7 +225,7 @@ void ReceiptRenderer::draw(const ReceiptData& receipt, QPainter& painter, const 
         } else {
             // A fixed run of dashes, cut off by its box wherever the page is narrower.
             const QRectF box(sideMargin, y, width, ruleHeight);
-            const Block dashes = wrapped(QString(40, QLatin1Char('-')), smallFont(), width, Qt::AlignLeft,
+            const Block dashes = PointText::wrapped(QString(40, QLatin1Char('-')), smallFont(), width, Qt::AlignLeft,
                                          QTextOption::NoWrap);
             painter.save();
             painter.setClipRect(box, Qt::IntersectClip);

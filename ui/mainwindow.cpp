@@ -12,6 +12,7 @@
 #include "ui/products/productsview.h"
 #include "ui/settings/settingsview.h"
 #include "ui/stores/marketcommands.h"
+#include "ui/audit/auditlogview.h"
 #include "ui/receipts/dialogprintpanel.h"
 #include "ui/stores/newmarketsheet.h"
 #include "ui/suppliers/suppliersview.h"
@@ -81,6 +82,8 @@ SectionScreens MainWindow::sectionScreens()
     screens.add(AppSection::suppliers, [this] { return new SuppliersView(m_environment); });
     screens.add(AppSection::customers, [this] { return new CustomersView(m_environment, m_session); });
     screens.add(AppSection::till, [this] { return new TillView(m_environment, m_session); });
+    screens.add(AppSection::auditLog,
+                [this] { return new AuditLogView(m_environment, m_session, m_registry); });
     screens.add(AppSection::settings, [this] { return new SettingsView(m_environment, m_session); });
     return screens;
 }
