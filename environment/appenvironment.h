@@ -9,6 +9,7 @@
 #include "receipts/receiptdata.h"
 #include "receipts/receiptprinting.h"
 #include "records/appsettings.h"
+#include "reports/accountingexportservice.h"
 #include "selling/salesservice.h"
 #include "stock/inventoryservicing.h"
 #include "store/modelcontext.h"
@@ -41,6 +42,7 @@ public:
     AccountsService& accountsService() { return m_accountsService; }
     LoyaltyService& loyaltyService() { return m_loyaltyService; }
     SalesService& salesService() { return m_salesService; }
+    AccountingExportService& accountingExportService() { return m_accountingExportService; }
     PrinterDirectory& printerDirectory() { return *m_devices.printerDirectory; }
     ReceiptPrinting& receiptPrinter() { return *m_devices.receiptPrinter; }
     CashDrawerOpening& cashDrawer() { return m_cashDrawer; }
@@ -64,6 +66,7 @@ private:
     AccountsService m_accountsService;
     LoyaltyService m_loyaltyService;
     SalesService m_salesService; // declared after the inventory service it stands on
+    AccountingExportService m_accountingExportService;
     ReceiptDevices m_devices;
     SystemReceiptPrinter* m_systemReceiptPrinter = nullptr; // the receipt printer, unless a double
     std::unique_ptr<PrintPanel> m_printPanel;
