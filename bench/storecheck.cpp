@@ -73,9 +73,31 @@ int main(int argc, char** argv)
                       "SELECT COUNT(*) FROM Sale WHERE id != upper(id) OR length(id) != 36 OR cashier IS "
                       "NULL OR tillShift IS NULL") == 0,
                "sales have upper-case ids, a cashier and a shift");
-        expect(number(context, "SELECT COUNT(*) FROM Sale WHERE statusRaw NOT IN ('completed', 'voided')") ==
-                   0,
-               "sales are completed or voided");
+        expect(number(context, "SELECT COUNT(*) FROM Sale WHERE statusRaw NOT IN ('completed', "
+                               "'partiallyRefunded', 'refunded', 'voided')") == 0,
+               "sales are completed, refunded in part or whole, or voided");
+        expect(context.count<Sale>(Sale::Col::refundOfSaleID.isNotNull()) > 0 &&
+                   context.count<Sale>(Sale::Col::statusRaw == QStringLiteral("voided")) > 0,
+               "some sales were refunded and some voided");
+        expect(number(context,
+                      "SELECT COUNT(*) FROM Sale r LEFT JOIN Sale o ON o.id = r.refundOfSaleID WHERE "
+                      "r.refundOfSaleID IS NOT NULL AND (o.id IS NULL OR o.refundOfSaleID IS NOT NULL OR "
+                      "o.statusRaw NOT IN ('partiallyRefunded', 'refunded') OR r.statusRaw != 'refunded' OR "
+                      "r.total >= 0 OR r.timestamp <= o.timestamp)") == 0,
+               "a refund is a negative sale after the one it refunds");
+        expect(
+            number(context,
+                   "SELECT COUNT(*) FROM Sale o WHERE o.statusRaw IN ('partiallyRefunded', 'refunded') AND "
+                   "abs((SELECT SUM(returnedQuantity) FROM SaleItem WHERE sale = o.id) + (SELECT "
+                   "COALESCE(SUM(i.quantity), 0) FROM Sale r JOIN SaleItem i ON i.sale = r.id WHERE "
+                   "r.refundOfSaleID = o.id)) > 0.0005") == 0,
+            "returned quantities are what the refunds took back");
+        expect(number(context,
+                      "SELECT COUNT(*) FROM Sale o WHERE o.refundOfSaleID IS NULL AND (o.statusRaw = "
+                      "'refunded') != "
+                      "NOT EXISTS (SELECT 1 FROM SaleItem i WHERE i.sale = o.id AND i.returnedQuantity < "
+                      "i.quantity)") == 0,
+               "a sale is refunded when every line came back");
 
         expect(
             number(context,
@@ -95,9 +117,14 @@ int main(int argc, char** argv)
                       "WHERE p.sale = s.id)) > 0.005") == 0,
                "payments settle each sale");
         expect(number(context,
-                      "SELECT COUNT(*) FROM Payment WHERE tenderedAmount < amount OR abs(changeGiven - "
-                      "(tenderedAmount - amount)) > 0.005") == 0,
+                      "SELECT COUNT(*) FROM Payment WHERE amount >= 0 AND (tenderedAmount < amount OR "
+                      "abs(changeGiven - (tenderedAmount - amount)) > 0.005)") == 0,
                "change is tendered less amount");
+        expect(number(context,
+                      "SELECT COUNT(*) FROM Payment p JOIN Sale s ON s.id = p.sale WHERE (p.amount < 0) != "
+                      "(s.refundOfSaleID IS NOT NULL) OR (p.amount < 0 AND (p.tenderedAmount != 0 OR "
+                      "p.changeGiven != 0))") == 0,
+               "only refunds pay out, with nothing tendered");
 
         expect(number(context,
                       "SELECT COUNT(*) FROM Product p WHERE productTypeRaw = 'inventory' AND (stockQuantity "
@@ -107,9 +134,13 @@ int main(int argc, char** argv)
         expect(number(context, "SELECT COUNT(*) FROM InventoryMovement WHERE stockAfter < 0") == 0,
                "stock never went below zero");
         expect(number(context, "SELECT COUNT(*) FROM SaleItem i JOIN Product p ON p.id = i.product WHERE "
-                               "p.productTypeRaw = 'inventory'") ==
+                               "p.productTypeRaw = 'inventory' AND i.quantity > 0") ==
                    number(context, "SELECT COUNT(*) FROM InventoryMovement WHERE typeRaw = 'saleDeduction'"),
                "one sale deduction per stock-tracked line");
+        expect(number(context, "SELECT COUNT(*) FROM SaleItem i JOIN Product p ON p.id = i.product WHERE "
+                               "p.productTypeRaw = 'inventory' AND i.quantity < 0") ==
+                   number(context, "SELECT COUNT(*) FROM InventoryMovement WHERE typeRaw = 'returnRestock'"),
+               "one return restock per stock-tracked refund line");
         expect(
             number(context,
                    "SELECT COUNT(*) FROM Product WHERE (taxGroup IS NULL) != (taxRate = 0) OR isTaxable != "

@@ -37,6 +37,11 @@ constexpr int fullSales = 500000;
 // Prices move every quarter; Ghana's prices rose by well over half across these five years.
 constexpr int daysPerPricePeriod = 91;
 constexpr double firstPriceLevel = 0.6;
+// One sale in a hundred comes back, in part or whole, within ten days; one in two hundred is voided
+// at the till moments after it was rung up.
+constexpr double returnedShare = 0.01;
+constexpr int daysToReturn = 10;
+constexpr double voidedShare = 0.005;
 
 // Our own draws on top of the engine, so the rows don't depend on the standard library's
 // distributions, which differ between implementations.
@@ -516,12 +521,52 @@ struct Repayment {
     double amount;
 };
 
+// A return is planned when its sale is rung up, so that the sale's row already carries what the
+// return will make of it; it is written on its own day, in time order with that day's sales.
+struct ReturnedLine {
+    int product;
+    double quantity; // above zero
+    double unitPrice;
+    double unitCost;
+    double taxRate;
+    double unitDiscount;
+};
+
+struct PlannedRefund {
+    double when = 0;
+    std::string originalId;
+    int customer = -1;
+    bool onAccount = false;
+    std::vector<ReturnedLine> lines;
+    std::int64_t pointsToGiveBack = 0;
+    double pointsValue = 0;
+    std::int64_t pointsToTakeBack = 0;
+};
+
+// What a Sale row holds, for sales and refunds alike.
+struct SaleRow {
+    std::string id, invoice;
+    double when = 0;
+    std::string status = "completed";
+    double subtotal = 0, lineDiscountTotal = 0, saleDiscount = 0, taxTotal = 0, total = 0;
+    std::int64_t pointsEarned = 0, pointsRedeemed = 0;
+    double pointsDiscount = 0;
+    std::optional<double> voidedAt;
+    std::string voidReason, voidedByName;
+    int cashier = 0;
+    std::string customerId, shiftId;
+    std::int64_t pointsReversed = 0, pointsReturned = 0;
+    std::string refundOfSaleID, refundReason;
+};
+
 class HistoryWriter {
 public:
     HistoryWriter(Database& db, const StoreGenerator::Options& options)
         : m_db(db)
         , m_options(options)
         , m_random(options.seed)
+        // Returns draw from a stream of their own, so that they leave the rest of the history as it was.
+        , m_refundRandom(options.seed ^ 0x7E7A17ull)
         , m_days(std::max(1, int(std::lround(fullDays * options.scale))))
         , m_salesTotal(std::max<std::int64_t>(1, std::llround(fullSales * options.scale)))
         , m_firstDay(options.lastDay.addDays(-(m_days - 1)))
@@ -546,13 +591,32 @@ public:
                    {"id", "cashier", "openedAt", "closedAt", "openingFloat", "expectedCash", "countedCash",
                     "variance", "notes", "statusRaw"})
         , m_sales(db, "Sale",
-                  {"id", "invoiceNumber", "timestamp", "statusRaw", "subtotal", "lineDiscountTotal",
-                   "saleDiscount", "taxTotal", "total", "pointsEarned", "pointsRedeemed", "pointsDiscount",
-                   "voidedAt", "voidReason", "voidedByName", "cashier", "customer", "tillShift"})
+                  {"id",
+                   "invoiceNumber",
+                   "timestamp",
+                   "statusRaw",
+                   "subtotal",
+                   "lineDiscountTotal",
+                   "saleDiscount",
+                   "taxTotal",
+                   "total",
+                   "pointsEarned",
+                   "pointsRedeemed",
+                   "pointsDiscount",
+                   "voidedAt",
+                   "voidReason",
+                   "voidedByName",
+                   "cashier",
+                   "customer",
+                   "tillShift",
+                   "pointsReversed",
+                   "pointsReturned",
+                   "refundOfSaleID",
+                   "refundReason"})
         , m_items(db, "SaleItem",
                   {"id", "product", "productNameSnapshot", "skuSnapshot", "quantity", "unitPrice",
                    "unitCostSnapshot", "taxRateSnapshot", "lineDiscount", "pricesIncludeTax",
-                   "productTypeRaw", "sellingUnitRaw", "taxComponentsRaw", "sale"})
+                   "productTypeRaw", "sellingUnitRaw", "taxComponentsRaw", "sale", "returnedQuantity"})
         , m_payments(db, "Payment",
                      {"id", "sale", "methodRaw", "amount", "tenderedAmount", "changeGiven", "reference",
                       "timestamp"})
@@ -894,6 +958,7 @@ private:
             product.restockTo = std::max(product.reorderLevel * 3, std::ceil(perDay * 21));
         }
         m_repayments.resize(size_t(m_days));
+        m_refunds.resize(size_t(m_days));
     }
 
     int pickProduct(int day)
@@ -1022,8 +1087,19 @@ private:
         std::sort(times.begin(), times.end());
 
         const std::string datePart = date.toString(QStringLiteral("yyyyMMdd")).toStdString();
-        for (double when : times)
+        // Sales plan returns for later days only, so this day's list is complete.
+        std::vector<PlannedRefund>& refunds = m_refunds[size_t(day)];
+        std::stable_sort(refunds.begin(), refunds.end(),
+                         [](const PlannedRefund& a, const PlannedRefund& b) { return a.when < b.when; });
+        size_t nextRefund = 0;
+        for (double when : times) {
+            for (; nextRefund < refunds.size() && refunds[nextRefund].when <= when; ++nextRefund)
+                refund(refunds[nextRefund], datePart, shiftAt(refunds[nextRefund].when));
             sell(day, when, datePart, shiftAt(when));
+        }
+        for (; nextRefund < refunds.size(); ++nextRefund)
+            refund(refunds[nextRefund], datePart, shiftAt(refunds[nextRefund].when));
+        std::vector<PlannedRefund>().swap(refunds);
 
         for (const Repayment& repayment : m_repayments[size_t(day)]) {
             CustomerState& customer = m_customerStates[size_t(repayment.customer)];
@@ -1162,7 +1238,7 @@ private:
         double netBefore = 0;
         for (const auto& input : inputs)
             netBefore += input.grossAmount - input.lineDiscount;
-        const bool voided = m_random.chance(0.005);
+        const bool voided = m_random.chance(voidedShare);
         double saleDiscount = 0;
         if (m_random.chance(0.01) && netBefore > 20)
             saleDiscount = std::min(double(m_random.pick(std::vector<int>{1, 2, 5, 10})),
@@ -1178,52 +1254,101 @@ private:
         const std::int64_t earned = customer && !voided ? std::int64_t(std::floor(cart.total / 10.0)) : 0;
 
         const double voidedAt = std::round((when + m_random.uniform(60, 600)) * 1000) / 1000;
-        m_sales.text(saleId)
-            .text(invoice)
-            .real(when)
-            .text(voided ? "voided" : "completed")
-            .real(cart.subtotal)
-            .real(cart.lineDiscountTotal)
-            .real(Rounding::toCents(cart.saleDiscount - pointsDiscount))
-            .real(cart.taxTotal)
-            .real(cart.total)
-            .integer(earned)
-            .integer(redeemed)
-            .real(pointsDiscount);
+        std::vector<double> lineDiscounts;
+        for (const LineCalculation& priced : cart.lines)
+            lineDiscounts.push_back(Rounding::toCents(priced.lineDiscount + priced.saleDiscountShare));
+
+        std::optional<PlannedRefund> planned;
+        std::vector<double> returned(lines.size(), 0);
+        bool fullyReturned = false;
+        // A store of a few days still sees some of its returns.
+        const int returnDay =
+            day + int(m_refundRandom.between(1, std::min(daysToReturn, std::max(1, m_days / 2))));
+        if (m_refundRandom.chance(returnedShare) && !voided && returnDay < m_days) {
+            PlannedRefund plan;
+            plan.when = at(returnDay, m_refundRandom.uniform(8, 20.5));
+            plan.originalId = saleId;
+            plan.customer = customerIndex;
+            const bool everything = m_refundRandom.chance(0.35);
+            const size_t only = size_t(m_refundRandom.between(0, std::int64_t(lines.size()) - 1));
+            double netReturned = 0;
+            for (size_t i = 0; i < lines.size(); ++i) {
+                const Line& line = lines[i];
+                if (!everything && i != only)
+                    continue;
+                double quantity = line.quantity;
+                // Of a pack bought several times over, some may come back.
+                if (!everything && m_productStates[size_t(line.product)].unitRaw == "each" && quantity >= 2)
+                    quantity = double(m_refundRandom.between(1, std::int64_t(quantity)));
+                returned[i] = quantity;
+                const double unitDiscount = lineDiscounts[i] / line.quantity;
+                plan.lines.push_back(
+                    {line.product, quantity, line.unitPrice, line.unitCost, inputs[i].taxRate, unitDiscount});
+                netReturned += quantity * (line.unitPrice - unitDiscount);
+            }
+            // The customer's points follow the share of the sale's net that came back.
+            fullyReturned = std::equal(returned.begin(), returned.end(), lines.begin(),
+                                       [](double back, const Line& line) { return back == line.quantity; });
+            const double net = cart.total - cart.taxTotal;
+            const double share = std::clamp(net > 0 ? netReturned / net : 1.0, 0.0, 1.0);
+            plan.pointsToGiveBack =
+                fullyReturned ? redeemed
+                              : std::min<std::int64_t>(redeemed, std::llround(share * double(redeemed)));
+            plan.pointsToTakeBack =
+                fullyReturned ? earned : std::min<std::int64_t>(earned, std::llround(share * double(earned)));
+            plan.pointsValue =
+                redeemed < 1
+                    ? 0
+                    : Rounding::toCents(pointsDiscount * double(plan.pointsToGiveBack) / double(redeemed));
+            planned = std::move(plan);
+        }
+
+        SaleRow row;
+        row.id = saleId;
+        row.invoice = invoice;
+        row.when = when;
+        row.status = voided ? "voided" : "completed";
+        if (planned)
+            row.status = fullyReturned ? "refunded" : "partiallyRefunded";
+        row.subtotal = cart.subtotal;
+        row.lineDiscountTotal = cart.lineDiscountTotal;
+        row.saleDiscount = Rounding::toCents(cart.saleDiscount - pointsDiscount);
+        row.taxTotal = cart.taxTotal;
+        row.total = cart.total;
+        row.pointsEarned = earned;
+        row.pointsRedeemed = redeemed;
+        row.pointsDiscount = pointsDiscount;
         if (voided) {
             static const std::vector<const char*> reasons = {"Customer changed mind", "Wrong item scanned",
                                                              "Payment failed", "Duplicate sale"};
-            m_sales.real(voidedAt).text(m_random.pick(reasons)).text(m_userNames[0]);
-        } else {
-            m_sales.null().null().null();
+            row.voidedAt = voidedAt;
+            row.voidReason = m_random.pick(reasons);
+            // A cashier voids with the admin's approval.
+            row.voidedByName = cashier == 0
+                                   ? m_userNames[0]
+                                   : m_userNames[size_t(cashier)] + " (approved by " + m_userNames[0] + ")";
         }
-        m_sales.text(m_userIds[size_t(cashier)])
-            .textOrNull(customer ? customer->id : "")
-            .text(shift.id)
-            .row();
+        row.cashier = cashier;
+        row.customerId = customer ? customer->id : "";
+        row.shiftId = shift.id;
+        if (planned) {
+            row.pointsReversed = planned->pointsToTakeBack;
+            row.pointsReturned = planned->pointsToGiveBack;
+        }
+        writeSale(row);
 
         for (size_t i = 0; i < lines.size(); ++i) {
             const Line& line = lines[i];
-            const ProductState& product = m_productStates[size_t(line.product)];
-            const LineCalculation& priced = cart.lines[i];
-            m_items.text(uuid(m_random))
-                .text(product.id)
-                .text(product.name)
-                .text(product.sku)
-                .real(line.quantity)
-                .real(line.unitPrice)
-                .real(line.unitCost)
-                .real(inputs[i].taxRate)
-                .real(Rounding::toCents(priced.lineDiscount + priced.saleDiscountShare))
-                .flag(false)
-                .text(product.typeRaw)
-                .text(product.unitRaw)
-                .text(product.taxable ? m_taxedComponents : m_exemptComponents)
-                .text(saleId)
-                .row();
+            writeItem(saleId, m_productStates[size_t(line.product)], line.quantity, line.unitPrice,
+                      line.unitCost, inputs[i].taxRate, lineDiscounts[i], returned[i]);
         }
 
-        writePayments(saleId, when, cart.total, customer, customerIndex, day, voided, shift);
+        const bool onAccount =
+            writePayments(saleId, when, cart.total, customer, customerIndex, day, voided, shift);
+        if (planned) {
+            planned->onAccount = onAccount;
+            m_refunds[size_t(returnDay)].push_back(std::move(*planned));
+        }
 
         const std::string reason = "Sale " + invoice;
         for (const Line& line : lines) {
@@ -1259,7 +1384,8 @@ private:
         }
     }
 
-    void writePayments(const std::string& saleId, double when, double total, CustomerState* customer,
+    // Whether the sale went on the customer's account.
+    bool writePayments(const std::string& saleId, double when, double total, CustomerState* customer,
                        int customerIndex, int day, bool voided, ShiftState& shift)
     {
         std::vector<Tender> tenders;
@@ -1287,15 +1413,142 @@ private:
             const bool cash = std::string_view(tender.method) == "cash";
             if (cash && !voided)
                 shift.cashIn += tender.amount;
-            m_payments.text(uuid(m_random))
-                .text(saleId)
-                .text(tender.method)
-                .real(tender.amount)
-                .real(tender.tendered)
-                .real(Rounding::toCents(tender.tendered - tender.amount))
-                .text(tender.reference)
-                .real(when)
-                .row();
+            writePayment(uuid(m_random), saleId, tender.method, tender.amount, tender.tendered,
+                         Rounding::toCents(tender.tendered - tender.amount), tender.reference, when);
+        }
+        return std::string_view(tenders.front().method) == "onAccount";
+    }
+
+    void writePayment(const std::string& id, const std::string& saleId, const char* method, double amount,
+                      double tendered, double change, const std::string& reference, double when)
+    {
+        m_payments.text(id)
+            .text(saleId)
+            .text(method)
+            .real(amount)
+            .real(tendered)
+            .real(change)
+            .text(reference)
+            .real(when)
+            .row();
+    }
+
+    void writeSale(const SaleRow& row)
+    {
+        m_sales.text(row.id)
+            .text(row.invoice)
+            .real(row.when)
+            .text(row.status)
+            .real(row.subtotal)
+            .real(row.lineDiscountTotal)
+            .real(row.saleDiscount)
+            .real(row.taxTotal)
+            .real(row.total)
+            .integer(row.pointsEarned)
+            .integer(row.pointsRedeemed)
+            .real(row.pointsDiscount);
+        if (row.voidedAt)
+            m_sales.real(*row.voidedAt).text(row.voidReason).text(row.voidedByName);
+        else
+            m_sales.null().null().null();
+        m_sales.text(m_userIds[size_t(row.cashier)])
+            .textOrNull(row.customerId)
+            .text(row.shiftId)
+            .integer(row.pointsReversed)
+            .integer(row.pointsReturned)
+            .textOrNull(row.refundOfSaleID)
+            .textOrNull(row.refundReason)
+            .row();
+    }
+
+    void writeItem(const std::string& saleId, const ProductState& product, double quantity, double unitPrice,
+                   double unitCost, double taxRate, double lineDiscount, double returnedQuantity)
+    {
+        m_items.text(uuid(m_random))
+            .text(product.id)
+            .text(product.name)
+            .text(product.sku)
+            .real(quantity)
+            .real(unitPrice)
+            .real(unitCost)
+            .real(taxRate)
+            .real(lineDiscount)
+            .flag(false)
+            .text(product.typeRaw)
+            .text(product.unitRaw)
+            .text(product.taxable ? m_taxedComponents : m_exemptComponents)
+            .text(saleId)
+            .real(returnedQuantity)
+            .row();
+    }
+
+    // A new Sale with negative lines and one negative payment, as a refund at the counter writes it:
+    // the goods go back into stock, the points follow, the money leaves the till or the account.
+    void refund(const PlannedRefund& plan, const std::string& datePart, ShiftState& shift)
+    {
+        static const std::vector<const char*> reasons = {"Faulty item", "Wrong size", "Past its date",
+                                                         "Customer changed mind", "Damaged packaging"};
+        SaleRow row;
+        row.id = uuid(m_refundRandom);
+        row.invoice = format("INV-%s-%04lld", datePart.c_str(), (long long)++m_sequence);
+        row.when = plan.when;
+        row.status = "refunded";
+        for (const ReturnedLine& line : plan.lines) {
+            const double taxable = line.quantity * (line.unitPrice - line.unitDiscount);
+            const double tax = taxable * line.taxRate;
+            row.subtotal -= line.quantity * line.unitPrice;
+            row.lineDiscountTotal -= line.quantity * line.unitDiscount;
+            row.taxTotal -= tax;
+            row.total -= taxable + tax;
+        }
+        row.subtotal = Rounding::toCents(row.subtotal);
+        row.lineDiscountTotal = Rounding::toCents(row.lineDiscountTotal);
+        row.taxTotal = Rounding::toCents(row.taxTotal);
+        row.total = Rounding::toCents(row.total);
+
+        CustomerState* customer = plan.customer >= 0 ? &m_customerStates[size_t(plan.customer)] : nullptr;
+        // Points given back first, then taken back, never below a balance of nothing.
+        std::int64_t takenBack = 0;
+        if (customer) {
+            row.pointsRedeemed = -plan.pointsToGiveBack;
+            takenBack = std::min(plan.pointsToTakeBack, customer->points + plan.pointsToGiveBack);
+            row.pointsEarned = -takenBack;
+        }
+        row.cashier = shift.cashier;
+        row.customerId = customer ? customer->id : "";
+        row.shiftId = shift.id;
+        row.refundOfSaleID = plan.originalId;
+        row.refundReason = m_refundRandom.pick(reasons);
+        writeSale(row);
+
+        const std::string reason = "Refund " + row.invoice;
+        for (const ReturnedLine& line : plan.lines) {
+            ProductState& product = m_productStates[size_t(line.product)];
+            writeItem(row.id, product, -line.quantity, line.unitPrice, line.unitCost, line.taxRate,
+                      -line.quantity * line.unitDiscount, 0);
+            if (!product.tracksStock)
+                continue;
+            product.stock = round3(product.stock + line.quantity);
+            writeMovement(product, "returnRestock", line.quantity, reason, "", row.id, shift.cashier,
+                          plan.when);
+        }
+
+        const char* method =
+            plan.onAccount ? "onAccount" : (m_refundRandom.chance(0.85) ? "cash" : "mobileMoney");
+        writePayment(uuid(m_refundRandom), row.id, method, row.total, 0, 0, "", plan.when);
+        if (std::string_view(method) == "cash")
+            shift.cashIn += row.total;
+        if (plan.onAccount && customer)
+            customer->owed = Rounding::toCents(customer->owed + row.total);
+
+        if (customer && plan.pointsToGiveBack > 0) {
+            customer->points += plan.pointsToGiveBack;
+            writeLoyalty(*customer, plan.pointsToGiveBack, "refundReturn", row.invoice, plan.pointsValue,
+                         shift.cashier, plan.when);
+        }
+        if (customer && takenBack > 0) {
+            customer->points -= takenBack;
+            writeLoyalty(*customer, -takenBack, "refundReversal", row.invoice, 0, shift.cashier, plan.when);
         }
     }
 
@@ -1376,6 +1629,7 @@ private:
     Database& m_db;
     const StoreGenerator::Options& m_options;
     Random m_random;
+    Random m_refundRandom;
     const int m_days;
     const std::int64_t m_salesTotal;
     const QDate m_firstDay;
@@ -1400,6 +1654,7 @@ private:
     std::vector<int> m_salesPerDay;
     std::vector<bool> m_twoShifts;
     std::vector<std::vector<Repayment>> m_repayments;
+    std::vector<std::vector<PlannedRefund>> m_refunds; // by the day they are made
     std::int64_t m_sequence = 0;
 };
 

@@ -11,6 +11,7 @@
 #include "receipts/receiptdata.h"
 #include "receipts/receiptprinting.h"
 #include "records/appsettings.h"
+#include "reports/accountingexportservice.h"
 #include "selling/salesservice.h"
 #include "stock/inventoryservicing.h"
 #include "store/modelcontext.h"
@@ -46,6 +47,7 @@ public:
     ApprovalService& approvalService() { return m_approvalService; }
     // Wrong passwords and PINs, at sign-in and in approvals alike.
     AttemptThrottle& attemptThrottle() { return m_attemptThrottle; }
+    AccountingExportService& accountingExportService() { return m_accountingExportService; }
     PrinterDirectory& printerDirectory() { return *m_devices.printerDirectory; }
     ReceiptPrinting& receiptPrinter() { return *m_devices.receiptPrinter; }
     CashDrawerOpening& cashDrawer() { return m_cashDrawer; }
@@ -71,6 +73,7 @@ private:
     SalesService m_salesService; // declared after the inventory service it stands on
     ApprovalService m_approvalService;
     AttemptThrottle m_attemptThrottle;
+    AccountingExportService m_accountingExportService;
     ReceiptDevices m_devices;
     SystemReceiptPrinter* m_systemReceiptPrinter = nullptr; // the receipt printer, unless a double
     std::unique_ptr<PrintPanel> m_printPanel;

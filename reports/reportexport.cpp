@@ -153,12 +153,12 @@ TableLayout layOut(const QString& title, const QStringList& headers, const QList
     const double headerRow = rowHeight(headers, table.widths, headerFont());
     const double bottom = table.page.height() - margin - footHeight;
     double y = margin + headingHeight(headingLines(title, heading), table.usableWidth()) + headerRow;
-    table.pages.append({});
+    table.pages.append(QList<int>());
     for (qsizetype index = 0; index < rows.size(); ++index) {
         const double height = rowHeight(rows[index], table.widths, isTotalRow(rows[index]) ? headerFont() : bodyFont());
         // A row is never split: one that doesn't fit starts the next page, unless the page is empty.
         if (y + height > bottom && !table.pages.last().isEmpty()) {
-            table.pages.append({});
+            table.pages.append(QList<int>());
             y = margin + headingHeight({continuedTitle(title)}, table.usableWidth()) + headerRow;
         }
         table.pages.last().append(int(index));

@@ -58,6 +58,8 @@ SchemaDescription POSSchema::description()
         {
             {"Sale", L{"timestamp"}},
             {"Sale", L{"refundOfSaleID"}},
+            // The End of Day report counts a void on the day it was made, not the day of the sale.
+            {"Sale", L{"voidedAt"}},
             {"Sale", L{"customer", "timestamp"}},
             {"Sale", L{"tillShift", "timestamp"}},
             {"Payment", L{"timestamp"}},

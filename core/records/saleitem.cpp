@@ -29,15 +29,17 @@ Ref<SaleItem> SaleItem::make(const Ref<Product>& product, double quantity, doubl
 
 double SaleItem::taxAmount() const
 {
-    const double net = grossAmount() - lineDiscount();
-    const double rate = taxRateSnapshot();
-    return pricesIncludeTax() ? net * rate / (rate + 1) : net * rate;
+    return amounts().tax();
 }
 
 double SaleItem::lineTotal() const
 {
-    const double net = grossAmount() - lineDiscount();
-    return pricesIncludeTax() ? net : net + taxAmount();
+    return amounts().total();
+}
+
+LineAmounts SaleItem::amounts() const
+{
+    return {grossAmount(), lineDiscount(), taxRateSnapshot(), pricesIncludeTax()};
 }
 
 // Earned on what the line brought in net of tax and of every discount.

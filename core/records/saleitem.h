@@ -1,5 +1,6 @@
 #pragma once
 
+#include "money/lineamounts.h"
 #include "money/taxbreakdown.h"
 #include "records/recordsfwd.h"
 #include "store/recordmacros.h"
@@ -40,4 +41,7 @@ public:
     double lineTotal() const;
     double commission() const;
     std::vector<TaxAmount> taxBreakdown() const;
+
+private:
+    LineAmounts amounts() const;
 };

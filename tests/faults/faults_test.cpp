@@ -11,6 +11,7 @@
 #include "customers/receiveaccountpaymentmodel.h"
 #include "environment/appenvironment.h"
 #include "receipts/receiptsettingsmodel.h"
+#include "reports/accountmap.h"
 #include "records/records.h"
 #include "selling/salesservice.h"
 #include "stock/productsviewmodel.h"
@@ -506,6 +507,25 @@ FaultPlan receiptSetting(FaultScene& scene, const std::function<void(ReceiptSett
             [settings, isChanged] { EXPECT_TRUE(isChanged(*settings)); }};
 }
 
+FaultPlan accountMap(FaultScene& scene)
+{
+    AccountMap accounts;
+    accounts.names.insert(QStringLiteral("cash"), QStringLiteral("Till 1"));
+    accounts.codes.insert(QStringLiteral("sales"), QStringLiteral("4100"));
+    const Ref<AppSettings> settings = scene.settings;
+    const QString before = settings->accountingAccountsJSON();
+    return {[&scene, settings, accounts]() -> std::optional<QString> {
+                try {
+                    scene.environment.accountingExportService().saveAccountMap(*settings, accounts);
+                    return std::nullopt;
+                } catch (const Refusal& refusal) {
+                    return refusal.description();
+                }
+            },
+            [settings, before] { EXPECT_EQ(settings->accountingAccountsJSON(), before); },
+            [settings, accounts] { EXPECT_EQ(AccountMap::decode(settings->accountingAccountsJSON()), accounts); }};
+}
+
 struct Write {
     const char* name;
     std::function<FaultPlan(FaultScene&)> prepare;
@@ -544,6 +564,7 @@ const Write writes[] = {
     {"CustomerCreate", customerCreate},
     {"CustomerSave", customerSave},
     {"CustomerDelete", customerDelete},
+    {"AccountMap", accountMap},
     {"ReceiptPrinter",
      [](FaultScene& scene) {
          return receiptSetting(

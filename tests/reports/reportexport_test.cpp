@@ -57,7 +57,7 @@ TEST(ReportExport, CsvHasTheHeadingThenQuotesOnlyWhatNeedsIt)
     ASSERT_TRUE(file.open(QIODevice::ReadOnly));
     const QString text = QString::fromUtf8(file.readAll());
     EXPECT_EQ(text.section(QLatin1Char('\n'), 0, 2),
-              QStringLiteral("Adwoa's Provisions\nAudit Log\nPeriod: March 2, 2026 – March 9, 2026"));
+              QStringLiteral("Adwoa's Provisions\nAudit Log\n\"Period: March 2, 2026 – March 9, 2026\""));
     EXPECT_TRUE(text.contains(QStringLiteral("\n\nTime,Reason\n2026-03-09 14:05,\"damaged, \"\"torn\"\" bag\"\n"
                                              "2026-03-09 14:06,\"two\nlines\"\n")))
         << text.toStdString();

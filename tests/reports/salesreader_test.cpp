@@ -1,0 +1,197 @@
+#include "reports/salesreader.h"
+
+#include "records/records.h"
+#include "reportbuilders.h"
+#include "reports/reportcalculator.h"
+#include "support/teststore.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+class SalesReaderTest : public ::testing::Test {
+protected:
+    TestStore store;
+    ModelContext& context = store.context();
+    SalesReader reader{context};
+
+    Ref<Category> drinks = inserted([] {
+        auto category = std::make_shared<Category>();
+        category->setName(QStringLiteral("Drinks"));
+        return category;
+    }());
+    Ref<Product> malta = newProduct(QStringLiteral("Malta"), drinks);
+    Ref<Product> rice = newProduct(QStringLiteral("Rice"), nullptr);
+    Ref<User> ama = inserted([] {
+        auto user = std::make_shared<User>();
+        user->setName(QStringLiteral("Ama"));
+        return user;
+    }());
+
+    template <class T> Ref<T> inserted(Ref<T> record)
+    {
+        context.insert(record);
+        return record;
+    }
+
+    Ref<Product> newProduct(const QString& name, const Ref<Category>& category)
+    {
+        auto product = std::make_shared<Product>();
+        product->setName(name);
+        product->setSku(name.toUpper());
+        product->setCategory(category);
+        product->setSellingUnit(SellingUnit::kg);
+        product->setTaxRate(0.2);
+        product->setCostPrice(3.3333);
+        return inserted(product);
+    }
+
+    Ref<Sale> newSale(const QDateTime& when, const QList<std::pair<Ref<Product>, double>>& lines,
+                      const QList<std::pair<PaymentMethodType, double>>& payments = {})
+    {
+        const Ref<Sale> sale = inserted(Sale::make(QUuid::createUuid().toString(), ama, nullptr, nullptr));
+        sale->setTimestamp(when);
+        double total = 0;
+        for (const auto& [product, quantity] : lines) {
+            // Prices and discounts whose sums are not exact in binary, so any change of arithmetic shows.
+            const Ref<SaleItem> item = SaleItem::make(
+                product, quantity, 10.01, product ? product->costPrice() : 0.7, 0.2, 0.333, false);
+            item->setSale(sale);
+            context.insert(item);
+            total += item->lineTotal();
+        }
+        sale->setTotal(Rounding::toCents(total));
+        for (const auto& [method, amount] : payments) {
+            const Ref<Payment> payment = Payment::make(method, amount, amount, 0, QString());
+            payment->setSale(sale);
+            context.insert(payment);
+        }
+        return sale;
+    }
+};
+
+} // namespace
+
+TEST_F(SalesReaderTest, ReadsTheDaysSalesWithTheFiguresTheRecordsGive)
+{
+    const Ref<Sale> first = newSale(at(9, 8), {{malta, 2}, {rice, 0.75}, {malta, 1}},
+                                    {{PaymentMethodType::mobileMoney, 20}, {PaymentMethodType::cash, 18.5}});
+    first->setSaleDiscount(1.25);
+    first->setPointsDiscount(0.5);
+    first->setLineDiscountTotal(0.99);
+    first->setSubtotal(37.54);
+    first->setTaxTotal(7.31);
+    const Ref<Sale> refund = newSale(at(9, 18), {{malta, -1}}, {{PaymentMethodType::cash, -12.01}});
+    refund->setRefundOfSaleID(first->id());
+    refund->setStatus(SaleStatus::refunded);
+    refund->setCashier(nullptr);
+    newSale(at(8, 23, 59), {{malta, 1}});
+    newSale(at(10, 0), {{malta, 1}});
+    context.save();
+
+    const QList<ReportSale> sales = reader.sales(DayRange(march(9)));
+    ASSERT_EQ(sales.size(), 2);
+    const ReportSale& sale = sales[0];
+    EXPECT_EQ(sale.timestamp, first->timestamp());
+    EXPECT_EQ(sale.statusRaw, QStringLiteral("completed"));
+    EXPECT_EQ(sale.subtotal, 37.54);
+    EXPECT_EQ(sale.lineDiscountTotal, 0.99);
+    EXPECT_EQ(sale.saleDiscount, 1.25);
+    EXPECT_EQ(sale.pointsDiscount, 0.5);
+    EXPECT_EQ(sale.taxTotal, 7.31);
+    EXPECT_EQ(sale.total, first->total());
+    EXPECT_FALSE(sale.isRefund);
+    EXPECT_EQ(sale.voidedAt, std::nullopt);
+    ASSERT_NE(sale.cashier, nullptr);
+    EXPECT_EQ(sale.cashier->id, ama->id());
+    EXPECT_EQ(sale.cashier->name, QStringLiteral("Ama"));
+
+    // Lines and payments in the order they were stored, each line to the last bit as the record has it.
+    const QList<Ref<SaleItem>> items = first->items();
+    ASSERT_EQ(sale.items.size(), items.size());
+    for (qsizetype i = 0; i < items.size(); ++i) {
+        SCOPED_TRACE(i);
+        const ReportItem& read = sale.items[i];
+        EXPECT_EQ(read.quantity, items[i]->quantity());
+        EXPECT_EQ(read.unitCostSnapshot, items[i]->unitCostSnapshot());
+        EXPECT_EQ(read.productTypeRaw, items[i]->productTypeRaw());
+        EXPECT_EQ(read.lineTotal(), items[i]->lineTotal());
+        EXPECT_EQ(read.taxAmount(), items[i]->taxAmount());
+        EXPECT_EQ(read.grossAmount(), items[i]->grossAmount());
+        ASSERT_EQ(read.taxBreakdown().size(), items[i]->taxBreakdown().size());
+        EXPECT_EQ(read.taxBreakdown()[0].amount, items[i]->taxBreakdown()[0].amount);
+        ASSERT_NE(read.product, nullptr);
+        EXPECT_EQ(read.product->id, items[i]->product()->id());
+    }
+    EXPECT_EQ(sale.items[0].product->categoryName, QStringLiteral("Drinks"));
+    EXPECT_EQ(sale.items[1].product->name, QStringLiteral("Rice"));
+    EXPECT_EQ(sale.items[1].product->sku, QStringLiteral("RICE"));
+    EXPECT_EQ(sale.items[1].product->sellingUnitRaw, QStringLiteral("kg"));
+    EXPECT_EQ(sale.items[1].product->categoryName, std::nullopt);
+    ASSERT_EQ(sale.payments.size(), 2);
+    EXPECT_EQ(sale.payments[0].methodRaw, QStringLiteral("mobileMoney"));
+    EXPECT_EQ(sale.payments[1].amount, 18.5);
+
+    EXPECT_TRUE(sales[1].isRefund);
+    EXPECT_EQ(sales[1].statusRaw, QStringLiteral("refunded"));
+    EXPECT_EQ(sales[1].cashier, nullptr);
+    EXPECT_EQ(sales[1].payments.at(0).amount, -12.01);
+
+    const QList<ReportSale> bare = reader.sales(DayRange(march(9)), {.items = false, .payments = false});
+    ASSERT_EQ(bare.size(), 2);
+    EXPECT_TRUE(bare[0].items.isEmpty());
+    EXPECT_TRUE(bare[0].payments.isEmpty());
+}
+
+TEST_F(SalesReaderTest, ASaleVoidedInTheDaysLeadsTheListThoughRungUpBefore)
+{
+    const Ref<Sale> lateNight = newSale(at(8, 23), {{malta, 1}});
+    lateNight->setStatus(SaleStatus::voided);
+    lateNight->setVoidedAt(at(9, 0, 5));
+    const Ref<Sale> sameDay = newSale(at(9, 10), {{rice, 1}});
+    sameDay->setStatus(SaleStatus::voided);
+    sameDay->setVoidedAt(at(9, 10, 5));
+    const Ref<Sale> voidedBefore = newSale(at(7, 10), {{rice, 1}});
+    voidedBefore->setStatus(SaleStatus::voided);
+    voidedBefore->setVoidedAt(at(8, 10));
+    context.save();
+
+    const QList<ReportSale> sales = reader.sales(DayRange(march(9)));
+    ASSERT_EQ(sales.size(), 2);
+    EXPECT_EQ(sales[0].timestamp, lateNight->timestamp());
+    EXPECT_EQ(sales[0].voidedAt, lateNight->voidedAt());
+    EXPECT_EQ(sales[0].items.size(), 1);
+    EXPECT_EQ(sales[1].timestamp, sameDay->timestamp());
+    EXPECT_EQ(ReportCalculator::voids(sales, march(9)).count, 2);
+}
+
+TEST_F(SalesReaderTest, ALineOfADeletedProductKeepsItsFiguresWithoutAProduct)
+{
+    newSale(at(9), {{rice, 2}});
+    context.save();
+    context.remove(rice);
+    context.save();
+
+    const QList<ReportSale> sales = reader.sales(DayRange(march(9)));
+    ASSERT_EQ(sales.size(), 1);
+    ASSERT_EQ(sales[0].items.size(), 1);
+    EXPECT_EQ(sales[0].items[0].product, nullptr);
+    EXPECT_EQ(sales[0].items[0].quantity, 2);
+}
+
+TEST_F(SalesReaderTest, AccountPaymentsOfTheDaysOnly)
+{
+    for (const QDateTime& when : {at(8, 23, 59), at(9, 0), at(10, 23, 59), at(11, 0)}) {
+        auto payment = std::make_shared<CustomerPayment>();
+        payment->setTimestamp(when);
+        payment->setMethodRaw(QStringLiteral("mobileMoney"));
+        payment->setAmount(when.date().day());
+        context.insert(payment);
+    }
+    context.save();
+    const QList<ReportAccountPayment> payments = reader.accountPayments(DayRange(march(9), march(10)));
+    ASSERT_EQ(payments.size(), 2);
+    EXPECT_EQ(payments[0].timestamp, at(9, 0));
+    EXPECT_EQ(payments[0].methodRaw, QStringLiteral("mobileMoney"));
+    EXPECT_EQ(payments[1].amount, 10);
+}
