@@ -54,8 +54,16 @@ AuditLogView::AuditLogView(AppEnvironment& environment, SessionStore& session, M
     layout->addWidget(Theme::label(AuditLogViewModel::note(), Theme::Text::note, this));
     layout->addWidget(filterBar());
 
+    // The search has a line of its own, long enough for its prompt, with the count beside it.
+    auto* searchRow = new QHBoxLayout;
+    QLineEdit* search = makeSearchField(AuditLogViewModel::searchPrompt(), this);
+    search->setMaximumWidth(420);
+    connect(search, &QLineEdit::textChanged, &m_model, &AuditLogViewModel::setSearch);
+    searchRow->addWidget(search, 1);
     m_count = Theme::label(QString(), Theme::Text::note, this);
-    layout->addWidget(m_count);
+    searchRow->addWidget(m_count);
+    searchRow->addStretch();
+    layout->addLayout(searchRow);
     m_rows = new AuditLogTableModel(m_model, this);
     m_table = new QTableView(this);
     m_table->setModel(m_rows);
@@ -67,7 +75,7 @@ AuditLogView::AuditLogView(AppEnvironment& environment, SessionStore& session, M
     m_table->verticalHeader()->hide();
     m_table->horizontalHeader()->setStretchLastSection(true);
     m_table->horizontalHeader()->setSectionResizeMode(QHeaderView::Interactive);
-    for (const auto& [column, width] : {std::pair{0, 130}, {1, 170}, {2, 120}, {3, 120}, {4, 100}, {5, 190}, {6, 170}})
+    for (const auto& [column, width] : {std::pair{0, 140}, {1, 190}, {2, 120}, {3, 120}, {4, 90}, {5, 200}, {6, 170}})
         m_table->setColumnWidth(column, width);
     layout->addWidget(m_table, 1);
 
@@ -88,6 +96,7 @@ QWidget* AuditLogView::filterBar()
 
     auto* action = new QComboBox(bar);
     action->setAccessibleName(QStringLiteral("Action"));
+    action->setSizeAdjustPolicy(QComboBox::AdjustToContents);
     action->addItem(AuditLogViewModel::allActions());
     for (AuditAction each : AuditActions::all)
         action->addItem(AuditActions::title(each));
@@ -109,10 +118,7 @@ QWidget* AuditLogView::filterBar()
         row->addWidget(field);
     }
 
-    QLineEdit* search = makeSearchField(AuditLogViewModel::searchPrompt(), bar);
-    search->setMinimumWidth(260);
-    connect(search, &QLineEdit::textChanged, &m_model, &AuditLogViewModel::setSearch);
-    row->addWidget(search, 1);
+    row->addStretch();
     return bar;
 }
 
