@@ -3,6 +3,8 @@
 // were, and the write must then go through, once, when tried again. Records in memory are checked
 // against the file after every failure; the plans check what lives outside the store.
 
+#include "faultscene.h"
+
 #include "access/firstrunsetupmodel.h"
 #include "access/useraccountsviewmodel.h"
 #include "customers/adjustpointsmodel.h"
@@ -30,82 +32,6 @@
 
 namespace {
 using Entry = ProductsViewModel::Entry;
-const QString typedPhone = QStringLiteral("024 555 0101");
-
-// A shop with a signed-in admin, a product, a supplier and a customer, and half-typed edits on the
-// Products and Suppliers forms: what every write below runs beside.
-struct FaultScene {
-    TestStore store;
-    ModelContext& context = store.context();
-    AppEnvironment environment{context};
-    SessionStore session;
-    Ref<AppSettings> settings = environment.loadOrCreateSettings();
-    Ref<User> cashier = store.saved(named<User>("Ama", [](User& user) {
-        user.setUsername(QStringLiteral("ama"));
-        user.setRole(UserRole::admin);
-    }));
-    Ref<Product> soap = store.saved(named<Product>("Soap", [](Product& product) {
-        product.setSellingPrice(10);
-        product.setCostPrice(4);
-        product.setStockQuantity(20);
-    }));
-    Ref<Supplier> acme = store.saved(named<Supplier>("Acme"));
-    Ref<Customer> kofi = store.saved(named<Customer>("Kofi", [](Customer& customer) {
-        customer.setAllowCredit(true);
-        customer.setLoyaltyPoints(40);
-    }));
-    ProductsViewModel products{context, session};
-    SuppliersViewModel suppliers{context};
-
-    FaultScene()
-    {
-        session.setSettings(settings);
-        session.setCurrentUser(cashier);
-        products.select(soap);
-        products.enter(Entry::sellingPrice, QStringLiteral("12.50"));
-        suppliers.select(acme);
-        suppliers.editedSupplier()->setPhone(typedPhone);
-    }
-
-    template <class T> static Ref<T> named(const char* name, const std::function<void(T&)>& fill = {})
-    {
-        auto record = std::make_shared<T>();
-        record->setName(QString::fromUtf8(name));
-        if (fill)
-            fill(*record);
-        return record;
-    }
-    qint64 onDisk(const char* table) const { return countRowsOnDisk(store.path(), QString::fromUtf8(table)); }
-
-    // Other screens save many times a minute beside a form being typed into: their failures
-    // neither save nor lose what it holds, and leave no write lock held while a person types.
-    void expectFormsUntouched() const
-    {
-        EXPECT_EQ(products.editedProduct()->sellingPrice(), 12.5);
-        EXPECT_TRUE(products.hasUnsavedEdits());
-        EXPECT_EQ(soap->sellingPrice(), 10);
-        EXPECT_EQ(suppliers.editedSupplier()->phone(), typedPhone);
-        EXPECT_EQ(acme->phone(), QString());
-        EXPECT_FALSE(context.connection().inTransaction());
-    }
-};
-
-// How one write is tried, what must hold after each failure of it, and once it went through.
-struct FaultPlan {
-    FaultTry attempt;
-    std::function<void()> afterFailure = {};
-    std::function<void()> afterSuccess = {};
-};
-
-// One try through a view model: nothing when it went through, else the message it shows.
-template <class Model, class Action> FaultTry through(Model& model, Action action)
-{
-    return [&model, action]() -> std::optional<QString> {
-        if (action())
-            return std::nullopt;
-        return model.errorMessage().value_or(QStringLiteral("(refused without a message)"));
-    };
-}
 
 std::shared_ptr<TillViewModel> tillModel(FaultScene& scene)
 {
@@ -590,31 +516,9 @@ const Write writes[] = {
 class FaultLoop : public ::testing::TestWithParam<Write> {};
 } // namespace
 
-// Once per injected code, on a scene of its own.
 TEST_P(FaultLoop, EveryFailedCallLeavesAllAsItWasAndTheRetryGoesThroughOnce)
 {
-    const Write& write = GetParam();
-    QStringList perCode;
-    for (int code : injectedFaultCodes()) {
-        SCOPED_TRACE("code " + std::to_string(code));
-        FaultScene scene;
-        const FaultPlan plan = write.prepare(scene);
-        ASSERT_FALSE(HasFatalFailure());
-        const int failures =
-            failEachCallUntilItSucceeds(scene.context, scene.store.path(), code, plan.attempt, [&] {
-                scene.expectFormsUntouched();
-                if (plan.afterFailure)
-                    plan.afterFailure();
-            });
-        EXPECT_GT(failures, 0) << "no call of the write was failed";
-        if (plan.afterSuccess)
-            plan.afterSuccess();
-        scene.expectFormsUntouched();
-        expectMemoryMatchesFile(scene.context, scene.store.path());
-        perCode << QString::number(failures);
-    }
-    std::cout << "[ faults   ] " << write.name << ": " << perCode.join(QStringLiteral(" + ")).toStdString()
-              << " injected failures (full disk, write error, busy)" << std::endl;
+    runFaultLoops(GetParam().name, GetParam().prepare);
 }
 
 INSTANTIATE_TEST_SUITE_P(EveryWrite, FaultLoop, ::testing::ValuesIn(writes),

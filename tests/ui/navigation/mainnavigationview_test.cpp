@@ -57,7 +57,7 @@ TEST_F(WindowTest, AnAdminSeesEveryBuiltSectionAndSignOutLeavesTheShiftOpen)
     MainNavigationView* view = screen<MainNavigationView>();
     ASSERT_NE(view, nullptr);
     EXPECT_EQ(sidebarTitles(*view),
-              (QStringList{"Products", "Inventory", "Suppliers", "Customers", "Till & Shifts", "Settings"}));
+              (QStringList{"Products", "Inventory", "Suppliers", "Customers", "Till & Shifts", "Audit Log", "Settings"}));
     EXPECT_EQ(view->sidebar()->currentRow(), 0);
     window->actionBus().setRequestedSection(AppSection::settings);
     EXPECT_NE(qobject_cast<SettingsView*>(view->currentScreen()), nullptr);
