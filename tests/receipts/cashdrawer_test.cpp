@@ -102,6 +102,19 @@ struct SpoolerScript : ::testing::Test {
     QString script = folder.filePath(QStringLiteral("lp"));
     QString argumentsFile = folder.filePath(QStringLiteral("arguments"));
     QString copyFile = folder.filePath(QStringLiteral("copy"));
+    // A temporary folder of the test's own, so that another test's kick in flight isn't taken for
+    // a file this one left behind.
+    QTemporaryDir temporary;
+    QByteArray previousTemporary = qgetenv("TMPDIR");
+
+    SpoolerScript() { qputenv("TMPDIR", temporary.path().toUtf8()); }
+    ~SpoolerScript() override
+    {
+        if (previousTemporary.isEmpty())
+            qunsetenv("TMPDIR");
+        else
+            qputenv("TMPDIR", previousTemporary);
+    }
 
     CUPSRawPrintTransport spooler(const QString& stderrText, int status)
     {
