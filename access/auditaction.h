@@ -7,8 +7,8 @@
 #include <array>
 #include <optional>
 
-// What the audit log records. The spec's six come first, in the order of the log's filter; the
-// rest guard a customer's account and the till's cash.
+// What the audit log records. The six actions of the till come first, in the order of the log's
+// filter; the rest guard a customer's account and the till's cash.
 enum class AuditAction {
     discount,
     priceChange,
