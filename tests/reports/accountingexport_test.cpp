@@ -187,6 +187,26 @@ TEST(AccountingJournal, ARefundDayCreditsTheTakingsAndStillListsDebitsFirst)
     EXPECT_EQ(journal.roundingAdjustment, 0);
 }
 
+// Discounts and cost are posted only above nothing: a day whose refunds give back more discount
+// than its sales gave posts none, and the Sales line, net of it, shows it as rounding.
+TEST(AccountingJournal, ADiscountGivenBackByARefundStaysInTheSalesLine)
+{
+    const ReportSale refund = sale({.lines = {{.quantity = -1,
+                                               .unitPrice = 10,
+                                               .unitCost = 6,
+                                               .taxRate = 0.2,
+                                               .lineDiscount = -2,
+                                               .taxComponentsRaw = ghanaTaxes()}},
+                                    .statusRaw = QStringLiteral("refunded")});
+    const Journal journal = AccountingExportService::journal(march(9), {refund}, {});
+    expectLines(journal, {{LedgerAccount::tax, QStringLiteral("NHIL"), 0.2, 0},
+                          {LedgerAccount::tax, QStringLiteral("GETFund Levy"), 0.2, 0},
+                          {LedgerAccount::tax, QStringLiteral("VAT"), 1.2, 0},
+                          {LedgerAccount::sales, QStringLiteral("Sales before tax and discounts"), 8, 0},
+                          {LedgerAccount::cash, QStringLiteral("Cash takings"), 0, 9.6}});
+    EXPECT_EQ(journal.roundingAdjustment, 2);
+}
+
 TEST(AccountingJournal, JournalsComeOneADayInOrderWithoutVoidsOrEmptyDays)
 {
     const QList<ReportSale> sales{
