@@ -114,17 +114,22 @@ QList<ReportSale> SalesReader::read(const QString& where, const QVariantList& bi
         return sales;
 
     // Lines and payments go straight to their sale as they are read.
-    if (parts.items) {
+    const auto eachRowOf = [&](const char* table, const char* columns, auto place) {
         SaleCursor cursor(sales, rowids);
         m_context.forEachRow(
-            QStringLiteral(
-                "SELECT s.rowid, i.\"product\", i.\"quantity\", i.\"unitPrice\", i.\"unitCostSnapshot\", "
-                "i.\"taxRateSnapshot\", i.\"lineDiscount\", i.\"pricesIncludeTax\", i.\"productTypeRaw\", "
-                "i.\"taxComponentsRaw\" FROM \"Sale\" s CROSS JOIN \"SaleItem\" i ON i.\"sale\" = "
-                "s.\"id\" WHERE ") +
-                where + saleOrder + QStringLiteral(", i.rowid"),
-            bindings, [&](const SqliteStatement& row) {
-                ReportItem& item = cursor.of(row.integer(0)).items.emplaceBack();
+            QStringLiteral("SELECT s.rowid, %1 FROM \"Sale\" s CROSS JOIN \"%2\" r ON r.\"sale\" = "
+                           "s.\"id\" WHERE ")
+                    .arg(QLatin1String(columns), QLatin1String(table)) +
+                where + saleOrder + QStringLiteral(", r.rowid"),
+            bindings, [&](const SqliteStatement& row) { place(cursor.of(row.integer(0)), row); });
+    };
+    if (parts.items) {
+        eachRowOf(
+            "SaleItem",
+            "r.\"product\", r.\"quantity\", r.\"unitPrice\", r.\"unitCostSnapshot\", r.\"taxRateSnapshot\", "
+            "r.\"lineDiscount\", r.\"pricesIncludeTax\", r.\"productTypeRaw\", r.\"taxComponentsRaw\"",
+            [this](ReportSale& sale, const SqliteStatement& row) {
+                ReportItem& item = sale.items.emplaceBack();
                 item.product = m_products.value(lookupKey(row.utf8(1)));
                 item.quantity = row.real(2);
                 item.unitPrice = row.real(3);
@@ -137,15 +142,10 @@ QList<ReportSale> SalesReader::read(const QString& where, const QVariantList& bi
             });
     }
     if (parts.payments) {
-        SaleCursor cursor(sales, rowids);
-        m_context.forEachRow(
-            QStringLiteral(
-                "SELECT s.rowid, p.\"methodRaw\", p.\"amount\" FROM \"Sale\" s CROSS JOIN \"Payment\" p "
-                "ON p.\"sale\" = s.\"id\" WHERE ") +
-                where + saleOrder + QStringLiteral(", p.rowid"),
-            bindings, [&](const SqliteStatement& row) {
-                cursor.of(row.integer(0)).payments.append({m_texts.of(row.utf8(1)), row.real(2)});
-            });
+        eachRowOf("Payment", "r.\"methodRaw\", r.\"amount\"",
+                  [this](ReportSale& sale, const SqliteStatement& row) {
+                      sale.payments.append({m_texts.of(row.utf8(1)), row.real(2)});
+                  });
     }
     return sales;
 }
