@@ -18,6 +18,12 @@
 
 namespace {
 
+// The five-year store, opened as the program opens it.
+struct OpenStore {
+    ModelContainer container{fiveYearStorePath(), POSSchema::description()};
+    ModelContext& context = container.mainContext();
+};
+
 // The day with the most sales, in the local calendar.
 QDate busiestDay(ModelContext& context)
 {
@@ -51,8 +57,8 @@ void countSales(benchmark::State& state, const QList<ReportSale>& sales)
 
 void BM_EndOfDayBusiestDay(benchmark::State& state)
 {
-    ModelContainer container(fiveYearStorePath(), POSSchema::description());
-    ModelContext& context = container.mainContext();
+    OpenStore store;
+    ModelContext& context = store.context;
     const QDate day = busiestDay(context);
     SalesReader reader(context);
     QList<ReportSale> sales;
@@ -162,8 +168,8 @@ bool sameFigures(const YearFigures& calculated, const YearFigures& inSQL)
 
 void BM_YearByProductAndCategory(benchmark::State& state)
 {
-    ModelContainer container(fiveYearStorePath(), POSSchema::description());
-    ModelContext& context = container.mainContext();
+    OpenStore store;
+    ModelContext& context = store.context;
     const DayRange year = lastFullYear(context);
     SalesReader reader(context);
     QList<ReportSale> read;
@@ -180,8 +186,8 @@ BENCHMARK(BM_YearByProductAndCategory)->UseRealTime()->Unit(benchmark::kMillisec
 // What the same two tables cost as GROUP BY queries, for comparison.
 void BM_YearByProductAndCategoryInSQL(benchmark::State& state)
 {
-    ModelContainer container(fiveYearStorePath(), POSSchema::description());
-    ModelContext& context = container.mainContext();
+    OpenStore store;
+    ModelContext& context = store.context;
     const DayRange year = lastFullYear(context);
     for (auto _ : state)
         benchmark::DoNotOptimize(yearInSQL(context, year));
@@ -190,8 +196,8 @@ BENCHMARK(BM_YearByProductAndCategoryInSQL)->UseRealTime()->Unit(benchmark::kMil
 
 void BM_OneDaysJournal(benchmark::State& state)
 {
-    ModelContainer container(fiveYearStorePath(), POSSchema::description());
-    ModelContext& context = container.mainContext();
+    OpenStore store;
+    ModelContext& context = store.context;
     const QDate day = busiestDay(context);
     AccountingExportService service(context);
     for (auto _ : state)
@@ -202,8 +208,8 @@ BENCHMARK(BM_OneDaysJournal)->UseRealTime()->Unit(benchmark::kMillisecond);
 // The busiest month, one QuickBooks file a day.
 void BM_MonthOfDailyFiles(benchmark::State& state)
 {
-    ModelContainer container(fiveYearStorePath(), POSSchema::description());
-    ModelContext& context = container.mainContext();
+    OpenStore store;
+    ModelContext& context = store.context;
     const QDate day = busiestDay(context);
     const QDate first(day.year(), day.month(), 1);
     AccountingExportService service(context);
