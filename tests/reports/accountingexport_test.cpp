@@ -251,6 +251,7 @@ TEST(AccountingJournal, TheAccountMapKeepsWhatWasTypedAndFallsBackOnBlanks)
     }
     EXPECT_EQ(LedgerAccounts::title(LedgerAccount::tax), QStringLiteral("Tax Payable (VAT, NHIL, GETFund)"));
     EXPECT_EQ(LedgerAccounts::raw(LedgerAccount::otherPayments), QStringLiteral("otherPayments"));
+    EXPECT_EQ(AccountingFormats::label(AccountingFormat::xero), QStringLiteral("Xero (manual journals)"));
 }
 
 TEST(AccountingCSV, QuickBooksLayoutByteForByte)
