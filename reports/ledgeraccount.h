@@ -38,9 +38,6 @@ struct LedgerAccounts {
 enum class AccountingFormat { quickBooks, xero };
 
 struct AccountingFormats {
-    static constexpr std::array<AccountingFormat, 2> all{AccountingFormat::quickBooks,
-                                                         AccountingFormat::xero};
-
     // The picker's label.
     static QString label(AccountingFormat format);
     // The package's name, as file names carry it.

@@ -3,7 +3,6 @@
 #include "money/currency.h"
 #include "money/quantity.h"
 #include "money/rounding.h"
-#include "records/category.h"
 #include "records/user.h"
 #include "reports/dayrange.h"
 
@@ -12,6 +11,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 
 namespace {
 

@@ -28,10 +28,22 @@ public:
     QList<ReportAccountPayment> accountPayments(const DayRange& days);
 
 private:
+    // One QString for each text that repeats down a column (statuses, methods, a product type, a
+    // line's taxes), so a year of lines shares a handful instead of making one each.
+    class SharedTexts {
+    public:
+        QString of(QByteArrayView utf8);
+
+    private:
+        QHash<QByteArray, QString> m_texts;
+    };
+
     QList<ReportSale> read(const QString& where, const QVariantList& bindings, Parts parts);
     void readProductsAndCashiers();
 
     ModelContext& m_context;
-    QHash<QString, std::shared_ptr<const ReportProduct>> m_products; // by id as stored
-    QHash<QString, std::shared_ptr<const ReportCashier>> m_cashiers;
+    // By id as stored.
+    QHash<QByteArray, std::shared_ptr<const ReportProduct>> m_products;
+    QHash<QByteArray, std::shared_ptr<const ReportCashier>> m_cashiers;
+    SharedTexts m_texts;
 };

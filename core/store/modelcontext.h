@@ -72,13 +72,19 @@ public:
     template <class Row, class Read>
     QList<Row> rows(const QString& sql, const QVariantList& bindings, Read read)
     {
+        QList<Row> result;
+        forEachRow(sql, bindings, [&](const SqliteStatement& row) { result.append(read(row)); });
+        return result;
+    }
+    // The same, handing each row to `visit` as it comes, for a reader that puts rows in place
+    // rather than into a list of their own.
+    template <class Visit> void forEachRow(const QString& sql, const QVariantList& bindings, Visit visit)
+    {
         flush();
         SqliteStatement statement = m_connection.prepare(sql);
         statement.bindAll(bindings);
-        QList<Row> result;
         while (statement.step())
-            result.append(read(static_cast<const SqliteStatement&>(statement)));
-        return result;
+            visit(static_cast<const SqliteStatement&>(statement));
     }
     SqliteConnection& connection() { return m_connection; }
     // Every record now alive in memory, for checks that memory matches the file.

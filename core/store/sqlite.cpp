@@ -107,6 +107,12 @@ QString SqliteStatement::text(int column) const
     return chars ? QString::fromUtf8(chars, sqlite3_column_bytes(m_statement, column)) : QString();
 }
 
+QByteArrayView SqliteStatement::utf8(int column) const
+{
+    const auto* chars = reinterpret_cast<const char*>(sqlite3_column_text(m_statement, column));
+    return chars ? QByteArrayView(chars, sqlite3_column_bytes(m_statement, column)) : QByteArrayView();
+}
+
 double SqliteStatement::real(int column) const
 {
     return sqlite3_column_double(m_statement, column);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QByteArray>
+#include <QByteArrayView>
 #include <QHash>
 #include <QString>
 #include <QVariant>
@@ -31,6 +32,9 @@ public:
     int columnCount() const;
     bool isNull(int column) const;
     QString text(int column) const;
+    // The text as SQLite holds it, in UTF-8, without a copy: valid until the next step. For readers
+    // of many rows that look a value up or keep one copy of each repeated text.
+    QByteArrayView utf8(int column) const;
     double real(int column) const;
     qint64 integer(int column) const;
     QByteArray blob(int column) const;

@@ -170,21 +170,47 @@ TEST(AccountingJournal, TaxesThatRoundUnevenlyShiftTheSalesLineAndTheRoundingIsS
     EXPECT_EQ(preview[6].at(1), QStringLiteral("Includes -0.01 rounding in Sales"));
 }
 
+// A refund day credits the takings and debits tax and Sales, debits still first. Discounts and cost
+// are posted only above nothing, so a day whose refunds give back more discount than its sales gave
+// posts none: the Sales line is net of it and shows it as rounding.
 TEST(AccountingJournal, ARefundDayCreditsTheTakingsAndStillListsDebitsFirst)
 {
-    const ReportSale refund = sale({.lines = {{.quantity = -1,
-                                               .unitPrice = 10,
-                                               .unitCost = 6,
-                                               .taxRate = 0.2,
-                                               .taxComponentsRaw = ghanaTaxes()}},
-                                    .statusRaw = QStringLiteral("refunded")});
-    const Journal journal = AccountingExportService::journal(march(9), {refund}, {});
-    expectLines(journal, {{LedgerAccount::tax, QStringLiteral("NHIL"), 0.25, 0},
-                          {LedgerAccount::tax, QStringLiteral("GETFund Levy"), 0.25, 0},
-                          {LedgerAccount::tax, QStringLiteral("VAT"), 1.5, 0},
-                          {LedgerAccount::sales, QStringLiteral("Sales before tax and discounts"), 10, 0},
-                          {LedgerAccount::cash, QStringLiteral("Cash takings"), 0, 12}});
-    EXPECT_EQ(journal.roundingAdjustment, 0);
+    const auto sales = [](double amount) {
+        return Expected{LedgerAccount::sales, QStringLiteral("Sales before tax and discounts"), amount, 0};
+    };
+    const auto taxes = [](double levy, double vat) {
+        return QList<Expected>{{LedgerAccount::tax, QStringLiteral("NHIL"), levy, 0},
+                               {LedgerAccount::tax, QStringLiteral("GETFund Levy"), levy, 0},
+                               {LedgerAccount::tax, QStringLiteral("VAT"), vat, 0}};
+    };
+    const struct {
+        const char* name;
+        double lineDiscount;
+        QList<Expected> lines;
+        double rounding;
+    } cases[] = {
+        {"no discount", 0,
+         taxes(0.25, 1.5) +
+             QList<Expected>{sales(10), {LedgerAccount::cash, QStringLiteral("Cash takings"), 0, 12}},
+         0},
+        {"a discount given back", -2,
+         taxes(0.2, 1.2) +
+             QList<Expected>{sales(8), {LedgerAccount::cash, QStringLiteral("Cash takings"), 0, 9.6}},
+         2},
+    };
+    for (const auto& test : cases) {
+        SCOPED_TRACE(test.name);
+        const ReportSale refund = sale({.lines = {{.quantity = -1,
+                                                   .unitPrice = 10,
+                                                   .unitCost = 6,
+                                                   .taxRate = 0.2,
+                                                   .lineDiscount = test.lineDiscount,
+                                                   .taxComponentsRaw = ghanaTaxes()}},
+                                        .statusRaw = QStringLiteral("refunded")});
+        const Journal journal = AccountingExportService::journal(march(9), {refund}, {});
+        expectLines(journal, test.lines);
+        EXPECT_EQ(journal.roundingAdjustment, test.rounding);
+    }
 }
 
 TEST(AccountingJournal, JournalsComeOneADayInOrderWithoutVoidsOrEmptyDays)
@@ -225,6 +251,7 @@ TEST(AccountingJournal, TheAccountMapKeepsWhatWasTypedAndFallsBackOnBlanks)
     }
     EXPECT_EQ(LedgerAccounts::title(LedgerAccount::tax), QStringLiteral("Tax Payable (VAT, NHIL, GETFund)"));
     EXPECT_EQ(LedgerAccounts::raw(LedgerAccount::otherPayments), QStringLiteral("otherPayments"));
+    EXPECT_EQ(AccountingFormats::label(AccountingFormat::xero), QStringLiteral("Xero (manual journals)"));
 }
 
 TEST(AccountingCSV, QuickBooksLayoutByteForByte)
