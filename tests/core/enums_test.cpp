@@ -27,6 +27,7 @@ TEST(Enums, RawTextsArePinnedAndReadBack)
                                                 SaleStatus::refunded, SaleStatus::voided}),
               "completed,partiallyRefunded,refunded,voided");
     EXPECT_EQ(rawTexts<UserRoles>(std::array{UserRole::admin, UserRole::cashier}), "admin,cashier");
+    EXPECT_EQ(rawTexts<AppointmentStatuses>(AppointmentStatuses::all), "booked,completed,cancelled,noShow");
 }
 
 TEST(Enums, UnknownRawTextFallsBackOrIsAbsent)
@@ -40,6 +41,8 @@ TEST(Enums, UnknownRawTextFallsBackOrIsAbsent)
     EXPECT_EQ(SaleStatuses::fromRaw("Voided"), std::nullopt);
     EXPECT_EQ(SaleStatuses::fromRaw(""), std::nullopt);
     EXPECT_EQ(UserRoles::fromRaw("Admin"), std::nullopt);
+    // A booking whose status nobody can read still holds its time and can be rung up.
+    EXPECT_EQ(AppointmentStatuses::fromRaw("No-Show"), AppointmentStatus::booked);
 }
 
 TEST(Enums, SellingUnitParseAcceptsCommonSpellings)
