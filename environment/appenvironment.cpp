@@ -34,7 +34,8 @@ AppEnvironment::AppEnvironment(ModelContext& modelContext, std::unique_ptr<AuthS
     , m_tillService(modelContext)
     , m_accountsService(modelContext)
     , m_loyaltyService(modelContext)
-    , m_salesService(modelContext, *m_inventoryService)
+    , m_staffService(modelContext)
+    , m_salesService(modelContext, *m_inventoryService, &m_staffService)
     , m_devices(withSystemDefaults(std::move(devices)))
     , m_systemReceiptPrinter(dynamic_cast<SystemReceiptPrinter*>(m_devices.receiptPrinter.get()))
     // The drawer reads the settings afresh at every opening, so a change in Settings applies at once.

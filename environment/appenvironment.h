@@ -10,6 +10,7 @@
 #include "receipts/receiptprinting.h"
 #include "records/appsettings.h"
 #include "selling/salesservice.h"
+#include "staff/staffservice.h"
 #include "stock/inventoryservicing.h"
 #include "store/modelcontext.h"
 #include "till/tillservice.h"
@@ -41,6 +42,7 @@ public:
     AccountsService& accountsService() { return m_accountsService; }
     LoyaltyService& loyaltyService() { return m_loyaltyService; }
     SalesService& salesService() { return m_salesService; }
+    StaffService& staffService() { return m_staffService; }
     PrinterDirectory& printerDirectory() { return *m_devices.printerDirectory; }
     ReceiptPrinting& receiptPrinter() { return *m_devices.receiptPrinter; }
     CashDrawerOpening& cashDrawer() { return m_cashDrawer; }
@@ -63,7 +65,8 @@ private:
     TillService m_tillService;
     AccountsService m_accountsService;
     LoyaltyService m_loyaltyService;
-    SalesService m_salesService; // declared after the inventory service it stands on
+    StaffService m_staffService;
+    SalesService m_salesService; // declared after the inventory and staff services it stands on
     ReceiptDevices m_devices;
     SystemReceiptPrinter* m_systemReceiptPrinter = nullptr; // the receipt printer, unless a double
     std::unique_ptr<PrintPanel> m_printPanel;
