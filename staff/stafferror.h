@@ -1,21 +1,21 @@
 #pragma once
 
-#include "refusal/refusal.h"
+#include "refusal/caseerror.h"
 
 #include <QString>
 #include <QStringList>
 
-// Why the staff book refused; description() is the text shown as it is.
-class StaffError : public Refusal {
-public:
-    enum class Case {
-        staffMissing,
-        serviceMissing,
-        appointmentNotBooked,
-        appointmentNeedsService,
-        invalidDuration
-    };
+enum class StaffErrorCase {
+    staffMissing,
+    serviceMissing,
+    appointmentNotBooked,
+    appointmentNeedsService,
+    invalidDuration
+};
 
+// Why the staff book refused; description() is the text shown as it is.
+class StaffError : public CasedRefusal<StaffErrorCase> {
+public:
     // The products of the lines still without a member, in line order.
     static StaffError staffMissing(const QStringList& productNames)
     {
@@ -44,14 +44,6 @@ public:
         return {Case::invalidDuration, QStringLiteral("An appointment lasts at least 5 minutes.")};
     }
 
-    Case errorCase() const { return m_case; }
-
 private:
-    StaffError(Case errorCase, const QString& description)
-        : Refusal(description)
-        , m_case(errorCase)
-    {
-    }
-
-    Case m_case;
+    using CasedRefusal::CasedRefusal;
 };
