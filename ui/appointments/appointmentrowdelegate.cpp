@@ -1,5 +1,7 @@
 #include "ui/appointments/appointmentrowdelegate.h"
 
+#include "ui/controls/recordrowdelegate.h"
+
 #include <QPainter>
 
 namespace {
@@ -39,13 +41,7 @@ void AppointmentRowDelegate::paint(QPainter* painter, const QStyleOptionViewItem
                                    const QModelIndex& index) const
 {
     painter->save();
-    const bool selected = option.state & QStyle::State_Selected;
-    if (selected)
-        painter->fillRect(option.rect, option.palette.color(QPalette::Highlight));
-    else if (option.state & QStyle::State_MouseOver)
-        painter->fillRect(option.rect, QColor(0xf0, 0xf3, 0xf6));
-    painter->setPen(QColor(0xee, 0xf0, 0xf3));
-    painter->drawLine(option.rect.bottomLeft(), option.rect.bottomRight());
+    const bool selected = paintRowGround(painter, option);
 
     const QRect area = option.rect.adjusted(14, padding, -14, -padding);
     const QFont small = smallFont(option.font);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QPointer>
 #include <QString>
 
 #include <functional>
@@ -17,6 +18,29 @@ inline QString nameOrTitle(const QString& name, const QString& untitled)
 {
     const QString trimmed = name.trimmed();
     return trimmed.isEmpty() ? untitled : trimmed;
+}
+
+// For a list beside one record's detail: straight on when the detail has no unsaved edits, else
+// asks first. Don't Save puts the fields back, or, for a record not yet saved, `drop`s the detail.
+template <class Detail>
+void askToLeaveDetail(QWidget* screen, Detail* detail, const QString& untitled, std::function<void()> drop,
+                      std::function<void()> proceed)
+{
+    if (!detail || !detail->model().hasUnsavedEdits()) {
+        proceed();
+        return;
+    }
+    const QPointer<Detail> asked(detail);
+    askToSaveChanges(
+        screen, nameOrTitle(detail->model().name(), untitled),
+        [asked] { return asked && asked->model().save(); },
+        [asked, drop = std::move(drop)] {
+            if (asked->model().isNew())
+                drop();
+            else
+                asked->model().discardEdits();
+        },
+        std::move(proceed));
 }
 
 struct SaveChangesTexts {

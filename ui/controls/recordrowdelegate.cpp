@@ -2,6 +2,18 @@
 
 #include <QPainter>
 
+bool paintRowGround(QPainter* painter, const QStyleOptionViewItem& option)
+{
+    const bool selected = option.state & QStyle::State_Selected;
+    if (selected)
+        painter->fillRect(option.rect, option.palette.color(QPalette::Highlight));
+    else if (option.state & QStyle::State_MouseOver)
+        painter->fillRect(option.rect, QColor(0xf0, 0xf3, 0xf6));
+    painter->setPen(QColor(0xee, 0xf0, 0xf3));
+    painter->drawLine(option.rect.bottomLeft(), option.rect.bottomRight());
+    return selected;
+}
+
 QSize RecordRowDelegate::sizeHint(const QStyleOptionViewItem& option, const QModelIndex&) const
 {
     return {200, QFontMetrics(option.font).height() * 2 + 22};
@@ -11,13 +23,7 @@ void RecordRowDelegate::paint(QPainter* painter, const QStyleOptionViewItem& opt
                               const QModelIndex& index) const
 {
     painter->save();
-    const bool selected = option.state & QStyle::State_Selected;
-    if (selected)
-        painter->fillRect(option.rect, option.palette.color(QPalette::Highlight));
-    else if (option.state & QStyle::State_MouseOver)
-        painter->fillRect(option.rect, QColor(0xf0, 0xf3, 0xf6));
-    painter->setPen(QColor(0xee, 0xf0, 0xf3));
-    painter->drawLine(option.rect.bottomLeft(), option.rect.bottomRight());
+    const bool selected = paintRowGround(painter, option);
 
     const QRect area = option.rect.adjusted(14, 8, -14, -8);
     QFont bold = option.font;

@@ -149,19 +149,8 @@ bool CustomersView::hasUnsavedEdits() const
 
 void CustomersView::askToLeave(std::function<void()> proceed)
 {
-    if (!hasUnsavedEdits()) {
-        proceed();
-        return;
-    }
-    askToSaveChanges(
-        this, nameOrTitle(m_detail->model().name(), CustomersViewModel::newCustomerTitle()),
-        [this] { return m_detail && m_detail->model().save(); },
-        [this] {
-            if (m_detail->model().isNew())
-                showDetail(nullptr);
-            else
-                m_detail->model().discardEdits();
-        },
+    askToLeaveDetail(
+        this, m_detail, CustomersViewModel::newCustomerTitle(), [this] { showDetail(nullptr); },
         std::move(proceed));
 }
 

@@ -47,21 +47,8 @@ StaffDetail::StaffDetail(StaffService& staff, ModelContext& context, SessionStor
     header->addWidget(m_delete);
     header->addWidget(m_save);
 
-    auto* page = new QWidget;
-    auto* sections = new QVBoxLayout(page);
-    sections->setContentsMargins(0, 0, 12, 12);
-    sections->setSpacing(10);
-    for (Section* section : {detailsSection(), thisMonthSection(), upcomingSection()}) {
-        section->setMaximumWidth(760);
-        sections->addWidget(section);
-        sections->addSpacing(10);
-    }
-    sections->addStretch();
-    auto* scroll = new QScrollArea(this);
-    scroll->setWidgetResizable(true);
-    scroll->setFrameShape(QFrame::NoFrame);
-    scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    scroll->setWidget(page);
+    QScrollArea* scroll =
+        makeSectionScroll({detailsSection(), thisMonthSection(), upcomingSection()}, 20, this, 760);
 
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
@@ -87,17 +74,11 @@ Section* StaffDetail::detailsSection()
 {
     using Model = StaffDetailModel;
     auto* section = new Section(Model::detailsSection());
-    auto* grid = new QGridLayout;
-    grid->setHorizontalSpacing(16);
-    grid->setVerticalSpacing(10);
-    grid->setColumnStretch(0, 1);
-    grid->setColumnStretch(1, 1);
+    QGridLayout* grid = makeFieldGrid();
     const QStringList titles{Model::nameTitle(), Model::phoneTitle()};
     for (int index = 0; index < titles.size(); ++index) {
         auto* edit = new QLineEdit(section);
-        auto* cell = new QVBoxLayout;
-        addLabelledField(cell, titles[index], edit);
-        grid->addLayout(cell, 0, index);
+        addLabelledCell(grid, 0, index, titles[index], edit);
         m_fields.append(edit);
     }
     field(Field::phone)->setInputMethodHints(Qt::ImhDialableCharactersOnly);
@@ -120,17 +101,17 @@ Section* StaffDetail::detailsSection()
     rateCell->addLayout(rate);
     m_commissionError->setParent(section);
     rateCell->addWidget(m_commissionError);
-    grid->addLayout(rateCell, 1, 0);
+    grid->addLayout(rateCell, 1, 0, 1, 2);
 
     m_active = new QCheckBox(Model::activeTitle(), section);
-    grid->addWidget(m_active, 1, 1, Qt::AlignLeft | Qt::AlignBottom);
+    grid->addWidget(m_active, 2, 0);
 
     m_notes = new QPlainTextEdit(section);
     m_notes->setTabChangesFocus(true);
     m_notes->setFixedHeight(72);
     auto* notesCell = new QVBoxLayout;
     addLabelledField(notesCell, Model::notesTitle(), m_notes);
-    grid->addLayout(notesCell, 2, 0, 1, 2);
+    grid->addLayout(notesCell, 3, 0, 1, 2);
     section->content()->addLayout(grid);
 
     for (QLineEdit* edit : m_fields)
@@ -194,8 +175,7 @@ QLineEdit* StaffDetail::field(Field which) const
 
 void StaffDetail::focusName()
 {
-    field(Field::name)->setFocus();
-    field(Field::name)->selectAll();
+    focusToReplace(field(Field::name));
 }
 
 void StaffDetail::refresh()

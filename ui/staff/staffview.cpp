@@ -151,19 +151,8 @@ bool StaffView::hasUnsavedEdits() const
 
 void StaffView::askToLeave(std::function<void()> proceed)
 {
-    if (!hasUnsavedEdits()) {
-        proceed();
-        return;
-    }
-    askToSaveChanges(
-        this, nameOrTitle(m_detail->model().name(), StaffViewModel::newMemberTitle()),
-        [this] { return m_detail && m_detail->model().save(); },
-        [this] {
-            if (m_detail->model().isNew())
-                showDetail(nullptr);
-            else
-                m_detail->model().discardEdits();
-        },
+    askToLeaveDetail(
+        this, m_detail, StaffViewModel::newMemberTitle(), [this] { showDetail(nullptr); },
         std::move(proceed));
 }
 
