@@ -32,6 +32,8 @@ public:
     {
         setRange(int(StaffService::shortestBookingMinutes), int(StaffService::longestBookingMinutes));
         setSingleStep(5);
+        // The arrow keys and the wheel step it; the buttons beside it are large enough to hit.
+        setButtonSymbols(QAbstractSpinBox::NoButtons);
     }
 
 protected:
@@ -70,24 +72,6 @@ void showChosen(QComboBox* picker, const std::optional<QUuid>& id)
     picker->setCurrentIndex(id ? picker->findData(*id) : picker->findData(QVariant()));
 }
 
-QGridLayout* addGrid(Section* section)
-{
-    auto* grid = new QGridLayout;
-    grid->setHorizontalSpacing(16);
-    grid->setVerticalSpacing(10);
-    grid->setColumnStretch(0, 1);
-    grid->setColumnStretch(1, 1);
-    section->content()->addLayout(grid);
-    return grid;
-}
-
-void addCell(QGridLayout* grid, int row, int column, const QString& caption, QWidget* field)
-{
-    auto* cell = new QVBoxLayout;
-    addLabelledField(cell, caption, field);
-    grid->addLayout(cell, row, column);
-}
-
 } // namespace
 
 AppointmentEditor::AppointmentEditor(StaffService& staff, ModelContext& context,
@@ -99,30 +83,21 @@ AppointmentEditor::AppointmentEditor(StaffService& staff, ModelContext& context,
     using Model = AppointmentEditorModel;
     m_title = Theme::label(QString(), Theme::Text::title, this);
     m_title->setTextFormat(Qt::PlainText);
-    m_title->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
     m_subtitle = Theme::label(QString(), Theme::Text::subtitle, this);
+    m_subtitle->setWordWrap(false);
     m_error = new ErrorLabel(this);
 
-    auto* page = new QWidget;
-    auto* sections = new QVBoxLayout(page);
-    sections->setContentsMargins(0, 0, 12, 12);
-    sections->setSpacing(18);
-    for (QWidget* section : {whenSection(), whatWhoSection(), customerSection()}) {
-        section->setMaximumWidth(720);
-        sections->addWidget(section);
-    }
-    sections->addStretch();
-    auto* scroll = new QScrollArea(this);
-    scroll->setWidgetResizable(true);
-    scroll->setFrameShape(QFrame::NoFrame);
-    scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    scroll->setWidget(page);
+    QScrollArea* scroll =
+        makeSectionScroll({whenSection(), whatWhoSection(), customerSection()}, 14, this, 720);
 
+    auto* heading = new QHBoxLayout;
+    heading->setSpacing(12);
+    heading->addWidget(m_title);
+    heading->addWidget(m_subtitle, 1, Qt::AlignBottom);
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(8);
-    layout->addWidget(m_title);
-    layout->addWidget(m_subtitle);
+    layout->addLayout(heading);
     layout->addWidget(m_error);
     layout->addWidget(scroll, 1);
     layout->addWidget(buttonRow());
@@ -148,14 +123,36 @@ QWidget* AppointmentEditor::whenSection()
 {
     using Model = AppointmentEditorModel;
     auto* section = new Section(Model::whenSection());
-    QGridLayout* grid = addGrid(section);
+    QGridLayout* grid = makeFieldGrid();
+    section->content()->addLayout(grid);
     m_start = new QDateTimeEdit(section);
     m_start->setCalendarPopup(true);
     m_start->setDisplayFormat(QStringLiteral("ddd, MMM d, yyyy  h:mm AP"));
     m_start->setLocale(QLocale(QLocale::English, QLocale::UnitedStates));
+    // A digit too many typed into the year can't make a booking for the year 567.
+    m_start->setMinimumDate(QDate(2000, 1, 1));
     m_length = new LengthBox(section);
-    addCell(grid, 0, 0, Model::dateTimeTitle(), m_start);
-    addCell(grid, 0, 1, Model::lengthTitle(), m_length);
+    auto* shorter = new QPushButton(QStringLiteral("−"), section);
+    auto* longer = new QPushButton(QStringLiteral("+"), section);
+    auto* length = new QWidget(section);
+    auto* lengthRow = new QHBoxLayout(length);
+    lengthRow->setContentsMargins(0, 0, 0, 0);
+    lengthRow->setSpacing(6);
+    lengthRow->addWidget(m_length, 1);
+    for (QPushButton* step : {shorter, longer}) {
+        step->setFixedWidth(40);
+        step->setAutoRepeat(true);
+        lengthRow->addWidget(step);
+        m_editable << step;
+    }
+    shorter->setAccessibleName(QStringLiteral("Shorter"));
+    longer->setAccessibleName(QStringLiteral("Longer"));
+    connect(shorter, &QPushButton::clicked, m_length, &QSpinBox::stepDown);
+    connect(longer, &QPushButton::clicked, m_length, &QSpinBox::stepUp);
+    addLabelledCell(grid, 0, 0, Model::dateTimeTitle(), m_start);
+    addLabelledCell(grid, 0, 1, Model::lengthTitle(), length);
+    // The label and screen readers name the box, not the row around it.
+    m_length->setAccessibleName(Model::lengthTitle());
     m_editable << m_start << m_length;
     connect(m_start, &QDateTimeEdit::dateTimeChanged, &m_model, &Model::setStart);
     connect(m_length, &QSpinBox::valueChanged, &m_model,
@@ -167,12 +164,13 @@ QWidget* AppointmentEditor::whatWhoSection()
 {
     using Model = AppointmentEditorModel;
     auto* section = new Section(Model::whatWhoSection());
-    QGridLayout* grid = addGrid(section);
+    QGridLayout* grid = makeFieldGrid();
+    section->content()->addLayout(grid);
     m_service = new QComboBox(section);
     m_service->setPlaceholderText(QStringLiteral("Choose a service"));
     m_staff = new QComboBox(section);
-    addCell(grid, 0, 0, Model::serviceTitle(), m_service);
-    addCell(grid, 0, 1, Model::staffTitle(), m_staff);
+    addLabelledCell(grid, 0, 0, Model::serviceTitle(), m_service);
+    addLabelledCell(grid, 0, 1, Model::staffTitle(), m_staff);
     m_clash = Theme::label(QString(), Theme::Text::note, section);
     Theme::setKind(m_clash, "warning");
     m_clash->setTextFormat(Qt::PlainText);
@@ -199,16 +197,13 @@ QWidget* AppointmentEditor::customerSection()
     section->content()->addWidget(m_customer);
 
     m_walkIn = new QWidget(section);
-    QGridLayout* grid = new QGridLayout(m_walkIn);
-    grid->setContentsMargins(0, 0, 0, 0);
-    grid->setHorizontalSpacing(16);
-    grid->setColumnStretch(0, 1);
-    grid->setColumnStretch(1, 1);
+    QGridLayout* grid = makeFieldGrid();
+    m_walkIn->setLayout(grid);
     m_walkInName = new QLineEdit(m_walkIn);
     m_walkInPhone = new QLineEdit(m_walkIn);
     m_walkInPhone->setInputMethodHints(Qt::ImhDialableCharactersOnly);
-    addCell(grid, 0, 0, Model::walkInNameTitle(), m_walkInName);
-    addCell(grid, 0, 1, Model::walkInPhoneTitle(), m_walkInPhone);
+    addLabelledCell(grid, 0, 0, Model::walkInNameTitle(), m_walkInName);
+    addLabelledCell(grid, 0, 1, Model::walkInPhoneTitle(), m_walkInPhone);
     section->content()->addWidget(m_walkIn);
 
     m_notes = new QPlainTextEdit(section);

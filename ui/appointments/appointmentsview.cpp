@@ -105,7 +105,9 @@ QLayout* AppointmentsView::dayBar()
     m_dayPicker->setCalendarPopup(true);
     m_dayPicker->setLocale(QLocale(QLocale::English, QLocale::UnitedStates));
     m_dayPicker->setDisplayFormat(QStringLiteral("dddd, MMMM d, yyyy"));
-    m_dayPicker->setMinimumWidth(240);
+    // Wide enough for the longest day's name, with the padding and the calendar's button.
+    m_dayPicker->setMinimumWidth(
+        m_dayPicker->fontMetrics().horizontalAdvance(QStringLiteral("Wednesday, September 30, 2026")) + 60);
     m_staffFilter = new QComboBox(this);
     m_staffFilter->setMinimumWidth(200);
     m_staffFilter->setAccessibleName(Model::staffFilterTitle());
