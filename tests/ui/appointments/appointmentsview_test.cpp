@@ -60,15 +60,6 @@ protected:
         return view->editor();
     }
 
-    static void answer(QWidget* over, const QString& button)
-    {
-        auto* box = over->findChild<QMessageBox*>();
-        ASSERT_NE(box, nullptr);
-        for (QAbstractButton* choice : box->buttons())
-            if (choice->text() == button)
-                choice->click();
-    }
-
     QDate today{2026, 3, 10};
     Clock::Override clock{QDateTime(today, QTime(8, 0))};
     Ref<Product> haircut;

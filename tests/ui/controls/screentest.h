@@ -5,6 +5,8 @@
 
 #include <QLabel>
 #include <QListWidget>
+#include <QAbstractButton>
+#include <QMessageBox>
 #include <QTableWidget>
 
 // The texts a person can see in `widget`, in no particular order.
@@ -24,6 +26,16 @@ inline QStringList rowTexts(const QTableWidget& table, int row)
     for (int column = 0; column < table.columnCount(); ++column)
         texts << (table.item(row, column) ? table.item(row, column)->text() : QString());
     return texts;
+}
+
+// Presses the button so named in the message box open over `over`, as the person would.
+inline void answer(QWidget* over, const QString& button)
+{
+    auto* box = over->findChild<QMessageBox*>();
+    ASSERT_NE(box, nullptr) << "no question was asked";
+    for (QAbstractButton* choice : box->buttons())
+        if (choice->text() == button)
+            choice->click();
 }
 
 // A section of the main window, reached through the sidebar by someone signed in.

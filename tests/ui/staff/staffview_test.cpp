@@ -36,15 +36,6 @@ protected:
         return detail;
     }
 
-    static void answer(QWidget* over, const QString& button)
-    {
-        auto* box = over->findChild<QMessageBox*>();
-        ASSERT_NE(box, nullptr);
-        for (QAbstractButton* choice : box->buttons())
-            if (choice->text() == button)
-                choice->click();
-    }
-
     StaffView* view = nullptr;
 };
 } // namespace
