@@ -14,8 +14,6 @@ struct CommissionRow {
     double services = 0; // the quantity of their lines
     double revenue = 0;  // what their lines brought in after discounts, before tax
     double commission = 0;
-
-    friend bool operator==(const CommissionRow&, const CommissionRow&) = default;
 };
 
 // The "Staff Commission" report as headers and rows of finished text.

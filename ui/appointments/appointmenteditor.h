@@ -31,10 +31,8 @@ public:
     QComboBox* staffPicker() const { return m_staff; }
     QComboBox* customerPicker() const { return m_customer; }
     QLineEdit* walkInNameField() const { return m_walkInName; }
-    QLineEdit* walkInPhoneField() const { return m_walkInPhone; }
     QPlainTextEdit* notesField() const { return m_notes; }
     QLabel* clashLabel() const { return m_clash; }
-    ErrorLabel* errorLabel() const { return m_error; }
     QPushButton* bookButton() const { return m_book; }
     QPushButton* noShowButton() const { return m_noShow; }
     QPushButton* cancelButton() const { return m_cancel; }

@@ -24,11 +24,8 @@ public:
     explicit AppointmentsView(AppEnvironment& environment, QWidget* parent = nullptr);
 
     AppointmentsViewModel& model() { return m_model; }
-    QPushButton* previousDayButton() const { return m_previous; }
     QPushButton* nextDayButton() const { return m_next; }
-    QPushButton* todayButton() const { return m_today; }
     QDateEdit* dayPicker() const { return m_dayPicker; }
-    QComboBox* staffFilter() const { return m_staffFilter; }
     QPushButton* newAppointmentButton() const { return m_new; }
     QListWidget* list() const;
     // The editor of the chosen or new booking; null while none is open.

@@ -28,16 +28,11 @@ public:
     Ref<StaffMember> member() const { return m_model.member(); }
     QLineEdit* field(Field which) const;
     QCheckBox* activeSwitch() const { return m_active; }
-    QPlainTextEdit* notesField() const { return m_notes; }
     QPushButton* saveButton() const { return m_save; }
     QPushButton* deleteButton() const { return m_delete; }
-    ErrorLabel* errorLabel() const { return m_error; }
     // Why the commission as typed can't be saved; hidden while it can.
     ErrorLabel* commissionErrorLabel() const { return m_commissionError; }
-    QLabel* servicesLabel() const { return m_services; }
-    QLabel* revenueLabel() const { return m_revenue; }
     QLabel* commissionLabel() const { return m_commission; }
-    QTableWidget* upcomingTable() const { return m_upcoming; }
 
     // Puts the caret in the name with it selected, for a member just added.
     void focusName();

@@ -24,7 +24,6 @@ public:
     StaffView(AppEnvironment& environment, SessionStore& session, QWidget* parent = nullptr);
 
     StaffViewModel& model() { return m_model; }
-    QLineEdit* searchField() const { return m_search; }
     QPushButton* newMemberButton() const { return m_new; }
     QListWidget* list() const;
     // The chosen member's detail; null while none is chosen.
