@@ -13,6 +13,7 @@
 #include "records/appsettings.h"
 #include "reports/accountingexportservice.h"
 #include "selling/salesservice.h"
+#include "staff/staffservice.h"
 #include "stock/inventoryservicing.h"
 #include "store/modelcontext.h"
 #include "till/tillservice.h"
@@ -48,6 +49,7 @@ public:
     // Wrong passwords and PINs, at sign-in and in approvals alike.
     AttemptThrottle& attemptThrottle() { return m_attemptThrottle; }
     AccountingExportService& accountingExportService() { return m_accountingExportService; }
+    StaffService& staffService() { return m_staffService; }
     PrinterDirectory& printerDirectory() { return *m_devices.printerDirectory; }
     ReceiptPrinting& receiptPrinter() { return *m_devices.receiptPrinter; }
     CashDrawerOpening& cashDrawer() { return m_cashDrawer; }
@@ -70,7 +72,8 @@ private:
     TillService m_tillService;
     AccountsService m_accountsService;
     LoyaltyService m_loyaltyService;
-    SalesService m_salesService; // declared after the inventory service it stands on
+    StaffService m_staffService;
+    SalesService m_salesService; // declared after the inventory and staff services it stands on
     ApprovalService m_approvalService;
     AttemptThrottle m_attemptThrottle;
     AccountingExportService m_accountingExportService;

@@ -27,9 +27,11 @@ bool beyond(double difference, double tolerance)
 
 } // namespace
 
-SalesService::SalesService(ModelContext& context, InventoryServicing& inventoryService)
+SalesService::SalesService(ModelContext& context, InventoryServicing& inventoryService,
+                           StaffChecking* staffCheck)
     : m_context(context)
     , m_inventoryService(inventoryService)
+    , m_staffCheck(staffCheck)
     , m_accounts(context)
     , m_loyalty(context)
 {
@@ -41,6 +43,9 @@ Ref<Sale> SalesService::checkout(const Cart& cart, const QList<PaymentInput>& pa
 {
     if (cart.lines().isEmpty())
         throw SalesError::emptyCart();
+    // Who did a service is asked before the tender, as the till asks it before the payment sheet.
+    if (m_staffCheck)
+        m_staffCheck->checkStaff(cart);
     if (payments.isEmpty())
         throw SalesError::missingPayment();
 

@@ -9,6 +9,7 @@
 #include "records/user.h"
 #include "selling/cart.h"
 #include "selling/paymentinput.h"
+#include "selling/staffchecking.h"
 #include "stock/inventoryservicing.h"
 #include "store/modelcontext.h"
 
@@ -18,12 +19,14 @@
 // anything is written, and the writing is one unit of work, saved once or undone whole.
 class SalesService {
 public:
-    SalesService(ModelContext& context, InventoryServicing& inventoryService);
+    // Without a staff check, no line is ever stopped for want of who did it.
+    SalesService(ModelContext& context, InventoryServicing& inventoryService,
+                 StaffChecking* staffCheck = nullptr);
 
     double paymentTolerance() const { return m_paymentTolerance; }
 
-    // Throws SalesError, InventoryError, LoyaltyError or AccountError before anything is written,
-    // or whatever writing the sale threw (InventoryError, StoreError): the sale is one unit of
+    // Throws SalesError, StaffError, InventoryError, LoyaltyError or AccountError before anything is
+    // written, or whatever writing the sale threw (InventoryError, StoreError): the sale is one unit of
     // work, so a failure leaves the store and the records in memory as they were, the receipt
     // sequence included. The cart is never touched, so a failed checkout can be tried again as it
     // stands. Cashier and shift may be null; settings must be the store's live record, as its
@@ -39,6 +42,7 @@ private:
 
     ModelContext& m_context;
     InventoryServicing& m_inventoryService;
+    StaffChecking* m_staffCheck;
     const double m_paymentTolerance = Tolerance::payment;
     AccountsService m_accounts;
     LoyaltyService m_loyalty;

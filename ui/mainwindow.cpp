@@ -5,12 +5,14 @@
 #include "startup/sessionstore.h"
 #include "ui/access/firstrunsetupview.h"
 #include "ui/access/loginview.h"
+#include "ui/appointments/appointmentsview.h"
 #include "ui/customers/customersview.h"
 #include "ui/inventory/inventoryview.h"
 #include "ui/navigation/mainnavigationview.h"
 #include "ui/navigation/poscommands.h"
 #include "ui/products/productsview.h"
 #include "ui/settings/settingsview.h"
+#include "ui/staff/staffview.h"
 #include "ui/stores/marketcommands.h"
 #include "ui/audit/auditlogview.h"
 #include "ui/receipts/dialogprintpanel.h"
@@ -75,12 +77,14 @@ RootView::ScreenFactories MainWindow::screens()
 SectionScreens MainWindow::sectionScreens()
 {
     SectionScreens screens;
+    screens.add(AppSection::appointments, [this] { return new AppointmentsView(m_environment); });
     screens.add(AppSection::products, [this] { return new ProductsView(m_environment, m_session); });
     screens.add(AppSection::inventory, [this] {
         return new InventoryView(m_environment.modelContext(), m_environment.inventoryService(), m_session);
     });
     screens.add(AppSection::suppliers, [this] { return new SuppliersView(m_environment); });
     screens.add(AppSection::customers, [this] { return new CustomersView(m_environment, m_session); });
+    screens.add(AppSection::staff, [this] { return new StaffView(m_environment, m_session); });
     screens.add(AppSection::till, [this] { return new TillView(m_environment, m_session); });
     screens.add(AppSection::auditLog,
                 [this] { return new AuditLogView(m_environment, m_session, m_registry); });

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "records/enums.h"
 #include "records/recordsfwd.h"
 #include "store/recordmacros.h"
 
@@ -22,4 +23,10 @@
 
 class Appointment final : public Record {
     TALLY_RECORD(Appointment, TALLY_APPOINTMENT_FIELDS)
+
+public:
+    AppointmentStatus status() const { return AppointmentStatuses::fromRaw(statusRaw()); }
+    void setStatus(AppointmentStatus status) { setStatusRaw(AppointmentStatuses::raw(status)); }
+    bool isBooked() const { return status() == AppointmentStatus::booked; }
+    QDateTime end() const { return start().addSecs(durationMinutes() * 60); }
 };

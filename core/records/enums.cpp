@@ -338,3 +338,38 @@ QString CashMovementTypes::label(CashMovementType type)
     }
     Q_UNREACHABLE();
 }
+
+QString AppointmentStatuses::raw(AppointmentStatus status)
+{
+    switch (status) {
+    case AppointmentStatus::booked:
+        return QStringLiteral("booked");
+    case AppointmentStatus::completed:
+        return QStringLiteral("completed");
+    case AppointmentStatus::cancelled:
+        return QStringLiteral("cancelled");
+    case AppointmentStatus::noShow:
+        return QStringLiteral("noShow");
+    }
+    Q_UNREACHABLE();
+}
+
+AppointmentStatus AppointmentStatuses::fromRaw(const QString& raw)
+{
+    return findRaw<AppointmentStatus>(raw, all, &AppointmentStatuses::raw).value_or(AppointmentStatus::booked);
+}
+
+QString AppointmentStatuses::title(AppointmentStatus status)
+{
+    switch (status) {
+    case AppointmentStatus::booked:
+        return QStringLiteral("Booked");
+    case AppointmentStatus::completed:
+        return QStringLiteral("Completed");
+    case AppointmentStatus::cancelled:
+        return QStringLiteral("Cancelled");
+    case AppointmentStatus::noShow:
+        return QStringLiteral("No-Show");
+    }
+    Q_UNREACHABLE();
+}

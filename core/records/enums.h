@@ -105,3 +105,15 @@ struct CashMovementTypes {
     static CashMovementType fromRaw(const QString& raw);
     static QString label(CashMovementType type);
 };
+
+enum class AppointmentStatus { booked, completed, cancelled, noShow };
+
+struct AppointmentStatuses {
+    static constexpr std::array<AppointmentStatus, 4> all{AppointmentStatus::booked, AppointmentStatus::completed,
+                                                          AppointmentStatus::cancelled, AppointmentStatus::noShow};
+
+    static QString raw(AppointmentStatus status);
+    // Unknown text reads as booked: a booking nobody can read still holds its time.
+    static AppointmentStatus fromRaw(const QString& raw);
+    static QString title(AppointmentStatus status);
+};

@@ -22,3 +22,22 @@ public:
 private:
     Case m_case;
 };
+
+// A refusal whose text carries a payload: the subsystem's error makes each case with its own text
+// and names the cases.
+template <class CaseType> class CasedRefusal : public Refusal {
+public:
+    using Case = CaseType;
+
+    Case errorCase() const { return m_case; }
+
+protected:
+    CasedRefusal(Case errorCase, const QString& description)
+        : Refusal(description)
+        , m_case(errorCase)
+    {
+    }
+
+private:
+    Case m_case;
+};

@@ -31,6 +31,7 @@ TEST(Enums, RawTextsArePinnedAndReadBack)
         rawTexts<InventoryMovementTypes>(InventoryMovementTypes::all),
         "stockIn,stockOut,adjustment,saleDeduction,returnRestock,supplierDelivery,voidRestock,costChange");
     EXPECT_EQ(rawTexts<CashMovementTypes>(CashMovementTypes::all), "payIn,payOut");
+    EXPECT_EQ(rawTexts<AppointmentStatuses>(AppointmentStatuses::all), "booked,completed,cancelled,noShow");
 }
 
 TEST(Enums, UnknownRawTextFallsBackOrIsAbsent)
@@ -46,6 +47,8 @@ TEST(Enums, UnknownRawTextFallsBackOrIsAbsent)
     EXPECT_EQ(UserRoles::fromRaw("Admin"), std::nullopt);
     EXPECT_EQ(InventoryMovementTypes::fromRaw("StockIn"), InventoryMovementType::adjustment);
     EXPECT_EQ(CashMovementTypes::fromRaw("PayOut"), CashMovementType::payIn);
+    // A booking whose status nobody can read still holds its time and can be rung up.
+    EXPECT_EQ(AppointmentStatuses::fromRaw("No-Show"), AppointmentStatus::booked);
 }
 
 TEST(Enums, SellingUnitParseAcceptsCommonSpellings)

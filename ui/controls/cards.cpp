@@ -3,6 +3,7 @@
 #include "ui/style/theme.h"
 
 #include <QLabel>
+#include <QScrollArea>
 #include <QVBoxLayout>
 
 namespace {
@@ -57,4 +58,23 @@ QLabel* addFigureCard(QBoxLayout* layout, const QString& caption, QWidget* paren
     Theme::markCard(card);
     layout->addWidget(card);
     return fillFigure(card, caption, QMargins(16, 12, 16, 12));
+}
+
+QScrollArea* makeSectionScroll(const QList<QWidget*>& sections, int spacing, QWidget* parent, int maxWidth)
+{
+    auto* page = new QWidget;
+    auto* column = new QVBoxLayout(page);
+    column->setContentsMargins(0, 0, 12, 12);
+    column->setSpacing(spacing);
+    for (QWidget* section : sections) {
+        section->setMaximumWidth(maxWidth);
+        column->addWidget(section);
+    }
+    column->addStretch();
+    auto* scroll = new QScrollArea(parent);
+    scroll->setWidgetResizable(true);
+    scroll->setFrameShape(QFrame::NoFrame);
+    scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    scroll->setWidget(page);
+    return scroll;
 }

@@ -4,6 +4,7 @@
 
 class QBoxLayout;
 class QLabel;
+class QScrollArea;
 class QVBoxLayout;
 
 // A white card on the grey ground, padded alike on every screen. What goes on it is laid out top
@@ -39,3 +40,8 @@ private:
 QLabel* addFigure(QBoxLayout* layout, const QString& caption, QWidget* parent);
 // The same on a small card of its own, for the figures that sum up a screen.
 QLabel* addFigureCard(QBoxLayout* layout, const QString& caption, QWidget* parent);
+
+// Sections one under another, scrolling when taller than their room, so that what stands above
+// them (a title, Save) stays in view. A `maxWidth` keeps a form from stretching across a wide screen.
+QScrollArea* makeSectionScroll(const QList<QWidget*>& sections, int spacing, QWidget* parent,
+                               int maxWidth = QWIDGETSIZE_MAX);

@@ -4,10 +4,19 @@
 #include <QString>
 
 class QBoxLayout;
+class QGridLayout;
 class QLabel;
 
 // A field with its label above it; the label's mnemonic and screen readers point at the field.
 QLabel* addLabelledField(QBoxLayout* layout, const QString& label, QWidget* field);
+
+// A form of labelled fields in two columns of equal width, spaced as every form is.
+QGridLayout* makeFieldGrid();
+// A field with its label above it, in that cell of the grid.
+void addLabelledCell(QGridLayout* grid, int row, int column, const QString& label, QWidget* field);
+
+// The caret in `edit` with all of it selected, so that typing replaces what stands there.
+void focusToReplace(QLineEdit* edit);
 
 // A search box over a list, its prompt shown in it while empty.
 QLineEdit* makeSearchField(const QString& prompt, QWidget* parent);

@@ -127,4 +127,7 @@ void RecordListCard::showChosenRow(int row)
 {
     const QSignalBlocker blocker(m_list);
     m_list->setCurrentRow(row);
+    // No current row leaves the last one highlighted unless told.
+    if (row < 0)
+        m_list->clearSelection();
 }

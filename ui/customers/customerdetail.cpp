@@ -79,20 +79,8 @@ CustomerDetail::CustomerDetail(AccountsService& accounts, LoyaltyService& loyalt
     header->addWidget(m_delete);
     header->addWidget(m_save);
 
-    auto* page = new QWidget;
-    auto* sections = new QVBoxLayout(page);
-    sections->setContentsMargins(0, 0, 12, 12);
-    sections->setSpacing(10);
-    for (Section* section : {contactSection(), loyaltySection(), accountSection(), purchaseSection()}) {
-        sections->addWidget(section);
-        sections->addSpacing(10);
-    }
-    sections->addStretch();
-    auto* scroll = new QScrollArea(this);
-    scroll->setWidgetResizable(true);
-    scroll->setFrameShape(QFrame::NoFrame);
-    scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    scroll->setWidget(page);
+    QScrollArea* scroll = makeSectionScroll(
+        {contactSection(), loyaltySection(), accountSection(), purchaseSection()}, 20, this);
 
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
@@ -250,8 +238,7 @@ QLineEdit* CustomerDetail::field(Field which) const
 
 void CustomerDetail::focusName()
 {
-    field(Field::name)->setFocus();
-    field(Field::name)->selectAll();
+    focusToReplace(field(Field::name));
 }
 
 QString CustomerDetail::money(double amount) const

@@ -43,10 +43,13 @@ QLabel[kind="warning"] { font-size: 13px; color: #9a5b00; }
 *[kind="card"] { background: #ffffff; border: 1px solid #dde1e6; border-radius: 12px; }
 *[kind="card"] QLabel { background: transparent; border: none; }
 
-QLineEdit, QComboBox, QPlainTextEdit { background: #ffffff; border: 1px solid #c9cfd6; border-radius: 6px;
-                       padding: 6px 8px; min-height: 20px; selection-background-color: #2f6fb3; }
-QLineEdit:focus, QComboBox:focus, QPlainTextEdit:focus { border: 1px solid #2f6fb3; }
-QComboBox::drop-down { border: none; width: 22px; }
+QLineEdit, QComboBox, QPlainTextEdit, QAbstractSpinBox { background: #ffffff; border: 1px solid #c9cfd6;
+                       border-radius: 6px; padding: 6px 8px; min-height: 20px; selection-background-color: #2f6fb3; }
+QLineEdit:focus, QComboBox:focus, QPlainTextEdit:focus, QAbstractSpinBox:focus { border: 1px solid #2f6fb3; }
+QComboBox::drop-down, QDateTimeEdit::drop-down { border: none; width: 22px; }
+QAbstractSpinBox::up-button, QAbstractSpinBox::down-button { width: 0; border: none; }
+QLineEdit:disabled, QComboBox:disabled, QPlainTextEdit:disabled, QAbstractSpinBox:disabled { background: #f4f5f7;
+                       color: #5f6b7a; }
 
 QPushButton { background: #ffffff; border: 1px solid #c9cfd6; border-radius: 6px; padding: 7px 16px;
               min-height: 20px; outline: none; }

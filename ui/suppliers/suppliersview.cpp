@@ -7,6 +7,7 @@
 #include "ui/controls/errorlabel.h"
 #include "ui/controls/formfields.h"
 #include "ui/controls/listdetail.h"
+#include "ui/controls/recordrowdelegate.h"
 #include "ui/style/theme.h"
 
 #include <QCheckBox>
@@ -14,65 +15,13 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
-#include <QPainter>
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QShowEvent>
-#include <QStyledItemDelegate>
 #include <QTimer>
 #include <QVBoxLayout>
 
 #include <array>
-
-namespace {
-constexpr int contactRole = Qt::UserRole + 1;
-constexpr int inactiveRole = Qt::UserRole + 2;
-
-// A supplier's row: the name in bold, "Inactive" beside it, phone and e-mail below.
-class SupplierRowDelegate : public QStyledItemDelegate {
-public:
-    using QStyledItemDelegate::QStyledItemDelegate;
-
-    QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex&) const override
-    {
-        return {200, QFontMetrics(option.font).height() * 2 + 22};
-    }
-
-    void paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const override
-    {
-        painter->save();
-        const bool selected = option.state & QStyle::State_Selected;
-        if (selected)
-            painter->fillRect(option.rect, option.palette.color(QPalette::Highlight));
-        else if (option.state & QStyle::State_MouseOver)
-            painter->fillRect(option.rect, QColor(0xf0, 0xf3, 0xf6));
-        painter->setPen(QColor(0xee, 0xf0, 0xf3));
-        painter->drawLine(option.rect.bottomLeft(), option.rect.bottomRight());
-
-        const QRect area = option.rect.adjusted(14, 8, -14, -8);
-        QFont bold = option.font;
-        bold.setBold(true);
-        const QFontMetrics boldMetrics(bold);
-        QString name = index.data(Qt::DisplayRole).toString();
-        if (index.data(inactiveRole).toBool())
-            name += QStringLiteral(" · Inactive");
-        painter->setFont(bold);
-        painter->setPen(selected ? QColor(Qt::white) : QColor(0x1f, 0x23, 0x28));
-        const QRect top(area.left(), area.top(), area.width(), boldMetrics.height());
-        painter->drawText(top, Qt::AlignLeft | Qt::AlignVCenter,
-                          boldMetrics.elidedText(name, Qt::ElideRight, area.width()));
-        QFont small = option.font;
-        small.setPixelSize(13);
-        painter->setFont(small);
-        painter->setPen(selected ? QColor(0xdc, 0xe8, 0xf6) : QColor(0x5f, 0x6b, 0x7a));
-        const QRect bottom(area.left(), top.bottom() + 4, area.width(), area.bottom() - top.bottom() - 4);
-        painter->drawText(
-            bottom, Qt::AlignLeft | Qt::AlignVCenter,
-            QFontMetrics(small).elidedText(index.data(contactRole).toString(), Qt::ElideRight, area.width()));
-        painter->restore();
-    }
-};
-} // namespace
 
 SuppliersView::SuppliersView(AppEnvironment& environment, QWidget* parent)
     : QWidget(parent)
@@ -99,7 +48,7 @@ SuppliersView::SuppliersView(AppEnvironment& environment, QWidget* parent)
     m_listCard = new RecordListCard(QStringLiteral("Suppliers"), SuppliersViewModel::emptyTitle(),
                                     SuppliersViewModel::emptyMessage(), this);
     m_listCard->setFixedWidth(340);
-    list()->setItemDelegate(new SupplierRowDelegate(list()));
+    list()->setItemDelegate(new RecordRowDelegate(list()));
     m_detail = new DetailPages(SuppliersViewModel::noSelectionTitle(),
                                SuppliersViewModel::noSelectionMessage(), this);
     m_detail->addWidget(buildForm());
@@ -248,8 +197,8 @@ void SuppliersView::refreshList()
         for (const SupplierRow& row : rows) {
             m_listed.append(row.supplier);
             auto* item = new QListWidgetItem(row.name, list());
-            item->setData(contactRole, row.contact);
-            item->setData(inactiveRole, row.isInactive);
+            item->setData(RecordRowDelegate::detailRole, row.contact);
+            item->setData(RecordRowDelegate::inactiveRole, row.isInactive);
             if (row.supplier == m_model.selectedSupplier())
                 list()->setCurrentItem(item);
         }

@@ -32,7 +32,7 @@ TEST_F(WindowTest, ACashierSeesOnlyTheCashierSectionsAndIsKeptOffAdminOnes)
 
     MainNavigationView* view = screen<MainNavigationView>();
     ASSERT_NE(view, nullptr);
-    EXPECT_EQ(sidebarTitles(*view), (QStringList{"Customers", "Till & Shifts"}));
+    EXPECT_EQ(sidebarTitles(*view), (QStringList{"Appointments", "Customers", "Till & Shifts"}));
     EXPECT_TRUE(visibleTexts(view).contains("Cashier"));
 
     // A request from elsewhere for the cashier's own section goes through; one for Settings is used up
@@ -42,7 +42,7 @@ TEST_F(WindowTest, ACashierSeesOnlyTheCashierSectionsAndIsKeptOffAdminOnes)
     EXPECT_EQ(view->model().selection(), AppSection::till);
     EXPECT_EQ(window->actionBus().requestedSection(), std::nullopt);
     view->model().setSelection(AppSection::settings);
-    EXPECT_EQ(view->model().selection(), AppSection::customers);
+    EXPECT_EQ(view->model().selection(), AppSection::appointments);
 }
 
 TEST_F(WindowTest, AnAdminSeesEveryBuiltSectionAndSignOutLeavesTheShiftOpen)
@@ -57,7 +57,8 @@ TEST_F(WindowTest, AnAdminSeesEveryBuiltSectionAndSignOutLeavesTheShiftOpen)
     MainNavigationView* view = screen<MainNavigationView>();
     ASSERT_NE(view, nullptr);
     EXPECT_EQ(sidebarTitles(*view),
-              (QStringList{"Products", "Inventory", "Suppliers", "Customers", "Till & Shifts", "Audit Log", "Settings"}));
+              (QStringList{"Appointments", "Products", "Inventory", "Suppliers", "Customers", "Staff",
+                           "Till & Shifts", "Audit Log", "Settings"}));
     EXPECT_EQ(view->sidebar()->currentRow(), 0);
     window->actionBus().setRequestedSection(AppSection::settings);
     EXPECT_NE(qobject_cast<SettingsView*>(view->currentScreen()), nullptr);
@@ -81,7 +82,8 @@ TEST_F(WindowTest, AnotherUserGetsAFreshMainWindow)
     session.setCurrentUser(kofi);
     ASSERT_NE(screen<MainNavigationView>(), nullptr);
     EXPECT_NE(screen<MainNavigationView>(), first.data());
-    EXPECT_EQ(sidebarTitles(*screen<MainNavigationView>()), (QStringList{"Customers", "Till & Shifts"}));
+    EXPECT_EQ(sidebarTitles(*screen<MainNavigationView>()),
+              (QStringList{"Appointments", "Customers", "Till & Shifts"}));
 }
 
 namespace {

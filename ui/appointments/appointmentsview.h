@@ -1,0 +1,65 @@
+#pragma once
+
+#include "staff/appointmentsviewmodel.h"
+#include "ui/navigation/editingscreen.h"
+
+#include <QWidget>
+
+class AppEnvironment;
+class AppointmentEditor;
+class DetailPages;
+class QComboBox;
+class QDateEdit;
+class QListWidget;
+class QPushButton;
+class RecordListCard;
+
+// The "Appointments" section: one day's bookings in time order beside the chosen one's editor,
+// with the day to show, the staff filter and "New Appointment". Leaving an editor with unsaved
+// edits (another booking, another day, another screen) asks first.
+class AppointmentsView : public QWidget, public FormScreen {
+    Q_OBJECT
+
+public:
+    explicit AppointmentsView(AppEnvironment& environment, QWidget* parent = nullptr);
+
+    AppointmentsViewModel& model() { return m_model; }
+    QPushButton* nextDayButton() const { return m_next; }
+    QDateEdit* dayPicker() const { return m_dayPicker; }
+    QPushButton* newAppointmentButton() const { return m_new; }
+    QListWidget* list() const;
+    // The editor of the chosen or new booking; null while none is open.
+    AppointmentEditor* editor() const { return m_editor; }
+    // The rows' times, in order.
+    QStringList listedTimes() const;
+
+    bool hasUnsavedEdits() const override;
+
+private:
+    QString editedName() const override;
+    bool saveEdits() override;
+    void discardEdits() override;
+
+    QLayout* dayBar();
+    void refreshList();
+    void refreshStaffFilter();
+    void showEditor(const Ref<Appointment>& appointment, bool isNew = false);
+    // Moves to another day, or filter, once the editor may be left; the controls show the
+    // current one until then.
+    void changeView(std::function<void()> change);
+
+    StaffService& m_staff;
+    ModelContext& m_context;
+    AppointmentsViewModel m_model;
+    QList<Ref<Appointment>> m_listed; // the list's rows, in order
+
+    QPushButton* m_previous;
+    QPushButton* m_today;
+    QPushButton* m_next;
+    QDateEdit* m_dayPicker;
+    QComboBox* m_staffFilter;
+    QPushButton* m_new;
+    RecordListCard* m_listCard;
+    DetailPages* m_detailPages;
+    AppointmentEditor* m_editor = nullptr;
+};
