@@ -2,37 +2,53 @@
 
 #include "records/appsettings.h"
 
+namespace {
+
+enum class Asks { bySetting, always, never };
+
+struct ActionRow {
+    const char16_t* raw;
+    const char16_t* title;
+    const char16_t* dialogTitle;
+    Asks asks;
+    bool (AppSettings::*setting)() const = nullptr;
+};
+
+// In the order of AuditAction.
+constexpr std::array<ActionRow, AuditActions::all.size()> rows{{
+    {u"discount", u"Discount over limit", u"Approve a discount over the limit", Asks::bySetting,
+     &AppSettings::approveDiscounts},
+    {u"priceChange", u"Price change", u"Approve a price change", Asks::bySetting, &AppSettings::approvePriceChanges},
+    {u"refund", u"Refund", u"Approve a refund", Asks::bySetting, &AppSettings::approveRefunds},
+    {u"void", u"Void", u"Approve a void", Asks::bySetting, &AppSettings::approveVoids},
+    {u"redeemPoints", u"Points redeemed", u"Approve redeeming points", Asks::bySetting,
+     &AppSettings::approveRedeemPoints},
+    {u"noSale", u"No Sale (drawer opened)", u"Open the cash drawer (No Sale)", Asks::bySetting,
+     &AppSettings::approveNoSale},
+    {u"customerCredit", u"Credit settings changed", u"Approve a change of credit settings", Asks::always},
+    {u"pointsAdjustment", u"Points adjusted", u"Approve a points adjustment", Asks::always},
+    {u"customerDeleted", u"Customer deleted", u"Approve deleting a customer", Asks::always},
+    // Refused when it is more than the drawer holds, and logged, but never asks.
+    {u"payOut", u"Cash paid out", u"Approve a cash pay-out", Asks::never},
+}};
+static_assert(size_t(AuditAction::payOut) + 1 == rows.size());
+
+const ActionRow& row(AuditAction action)
+{
+    return rows[size_t(action)];
+}
+
+} // namespace
+
 QString AuditActions::raw(AuditAction action)
 {
-    switch (action) {
-    case AuditAction::discount:
-        return QStringLiteral("discount");
-    case AuditAction::priceChange:
-        return QStringLiteral("priceChange");
-    case AuditAction::refund:
-        return QStringLiteral("refund");
-    case AuditAction::voidSale:
-        return QStringLiteral("void");
-    case AuditAction::redeemPoints:
-        return QStringLiteral("redeemPoints");
-    case AuditAction::noSale:
-        return QStringLiteral("noSale");
-    case AuditAction::customerCredit:
-        return QStringLiteral("customerCredit");
-    case AuditAction::pointsAdjustment:
-        return QStringLiteral("pointsAdjustment");
-    case AuditAction::customerDeleted:
-        return QStringLiteral("customerDeleted");
-    case AuditAction::payOut:
-        return QStringLiteral("payOut");
-    }
-    Q_UNREACHABLE();
+    return QString::fromUtf16(row(action).raw);
 }
 
 std::optional<AuditAction> AuditActions::fromRaw(const QString& raw)
 {
     for (AuditAction action : all) {
-        if (AuditActions::raw(action) == raw)
+        if (raw == QStringView(row(action).raw))
             return action;
     }
     return std::nullopt;
@@ -45,78 +61,23 @@ QString AuditActions::title(const QString& raw)
 
 QString AuditActions::title(AuditAction action)
 {
-    switch (action) {
-    case AuditAction::discount:
-        return QStringLiteral("Discount over limit");
-    case AuditAction::priceChange:
-        return QStringLiteral("Price change");
-    case AuditAction::refund:
-        return QStringLiteral("Refund");
-    case AuditAction::voidSale:
-        return QStringLiteral("Void");
-    case AuditAction::redeemPoints:
-        return QStringLiteral("Points redeemed");
-    case AuditAction::noSale:
-        return QStringLiteral("No Sale (drawer opened)");
-    case AuditAction::customerCredit:
-        return QStringLiteral("Credit settings changed");
-    case AuditAction::pointsAdjustment:
-        return QStringLiteral("Points adjusted");
-    case AuditAction::customerDeleted:
-        return QStringLiteral("Customer deleted");
-    case AuditAction::payOut:
-        return QStringLiteral("Cash paid out");
-    }
-    Q_UNREACHABLE();
+    return QString::fromUtf16(row(action).title);
 }
 
 QString AuditActions::dialogTitle(AuditAction action)
 {
-    switch (action) {
-    case AuditAction::discount:
-        return QStringLiteral("Approve a discount over the limit");
-    case AuditAction::priceChange:
-        return QStringLiteral("Approve a price change");
-    case AuditAction::refund:
-        return QStringLiteral("Approve a refund");
-    case AuditAction::voidSale:
-        return QStringLiteral("Approve a void");
-    case AuditAction::redeemPoints:
-        return QStringLiteral("Approve redeeming points");
-    case AuditAction::noSale:
-        return QStringLiteral("Open the cash drawer (No Sale)");
-    case AuditAction::customerCredit:
-        return QStringLiteral("Approve a change of credit settings");
-    case AuditAction::pointsAdjustment:
-        return QStringLiteral("Approve a points adjustment");
-    case AuditAction::customerDeleted:
-        return QStringLiteral("Approve deleting a customer");
-    case AuditAction::payOut:
-        return QStringLiteral("Approve a cash pay-out");
-    }
-    Q_UNREACHABLE();
+    return QString::fromUtf16(row(action).dialogTitle);
 }
 
 bool AuditActions::isSwitchedOn(AuditAction action, const AppSettings& settings)
 {
-    switch (action) {
-    case AuditAction::discount:
-        return settings.approveDiscounts();
-    case AuditAction::priceChange:
-        return settings.approvePriceChanges();
-    case AuditAction::refund:
-        return settings.approveRefunds();
-    case AuditAction::voidSale:
-        return settings.approveVoids();
-    case AuditAction::redeemPoints:
-        return settings.approveRedeemPoints();
-    case AuditAction::noSale:
-        return settings.approveNoSale();
-    case AuditAction::customerCredit:
-    case AuditAction::pointsAdjustment:
-    case AuditAction::customerDeleted:
+    const ActionRow& entry = row(action);
+    switch (entry.asks) {
+    case Asks::bySetting:
+        return (settings.*entry.setting)();
+    case Asks::always:
         return true;
-    case AuditAction::payOut:
+    case Asks::never:
         return false;
     }
     Q_UNREACHABLE();
