@@ -1,5 +1,6 @@
 #include "access/approvalservice.h"
 
+#include "access/pinrules.h"
 #include "clock/clock.h"
 #include "money/currency.h"
 #include "money/quantity.h"
@@ -116,12 +117,7 @@ Ref<User> ApprovalService::approver(const QString& pin)
     const QList<Ref<User>> admins = adminsWithPin();
     if (admins.isEmpty())
         throw ApprovalError(ApprovalErrorCase::noAdminPin);
-    // Blanks around the PIN go, line ends don't: a PIN never holds either.
-    QString typed = pin;
-    while (!typed.isEmpty() && (typed.front() == QLatin1Char(' ') || typed.front() == QLatin1Char('\t')))
-        typed.remove(0, 1);
-    while (!typed.isEmpty() && (typed.back() == QLatin1Char(' ') || typed.back() == QLatin1Char('\t')))
-        typed.chop(1);
+    const QString typed = PinRules::trimmed(pin);
     if (typed.isEmpty())
         throw ApprovalError(ApprovalErrorCase::wrongPin);
     for (const Ref<User>& admin : admins) {
