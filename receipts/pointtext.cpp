@@ -6,6 +6,7 @@
 #include <QPdfWriter>
 
 #include <algorithm>
+#include <map>
 
 QPaintDevice& PointText::pointDevice()
 {
@@ -50,12 +51,17 @@ double PointText::singleLineWidth(const QString& text, const QFont& font)
     return wrapped(text, font, 1e6, Qt::AlignLeft, QTextOption::NoWrap).width();
 }
 
-QFont PointText::systemFont(double pointSize, bool bold)
+const QFont& PointText::systemFont(double pointSize, bool bold)
 {
-    QFont font(QFontDatabase::systemFont(QFontDatabase::GeneralFont));
-    font.setPointSizeF(pointSize);
-    font.setBold(bold);
-    return font;
+    // Never destroyed: a font outliving the application would be freed after the font database.
+    static auto& made = *new std::map<std::pair<double, bool>, QFont>;
+    auto [kept, isNew] = made.try_emplace({pointSize, bold});
+    if (isNew) {
+        kept->second = QFontDatabase::systemFont(QFontDatabase::GeneralFont);
+        kept->second.setPointSizeF(pointSize);
+        kept->second.setBold(bold);
+    }
+    return kept->second;
 }
 
 void PointText::usePoints(QPainter& painter)

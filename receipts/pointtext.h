@@ -27,7 +27,7 @@ public:
     // The width of the text on one line.
     static double singleLineWidth(const QString& text, const QFont& font);
     // The platform's proportional typeface; made once and kept for the life of the process.
-    static QFont systemFont(double pointSize, bool bold);
+    static const QFont& systemFont(double pointSize, bool bold);
     // Scales the painter so that one unit is one point on its device.
     static void usePoints(class QPainter& painter);
 

@@ -22,12 +22,6 @@ constexpr double leastLetterHeight = 792;
 
 using Block = PointText::Block;
 
-// Each font is made once and kept for the life of the process.
-const QFont& keptFont(int pointSize, bool bold)
-{
-    return *new QFont(PointText::systemFont(pointSize, bold));
-}
-
 double textRowHeight(double measured)
 {
     return std::max(std::ceil(measured) + 1, leastRowHeight);
@@ -61,26 +55,22 @@ ColumnBlocks columnBlocks(const ReceiptRenderer::ColumnsRow& row, double content
 
 const QFont& ReceiptRenderer::titleFont()
 {
-    static const QFont& font = keptFont(13, true);
-    return font;
+    return PointText::systemFont(13, true);
 }
 
 const QFont& ReceiptRenderer::bodyFont()
 {
-    static const QFont& font = keptFont(11, false);
-    return font;
+    return PointText::systemFont(11, false);
 }
 
 const QFont& ReceiptRenderer::boldBodyFont()
 {
-    static const QFont& font = keptFont(11, true);
-    return font;
+    return PointText::systemFont(11, true);
 }
 
 const QFont& ReceiptRenderer::smallFont()
 {
-    static const QFont& font = keptFont(9, false);
-    return font;
+    return PointText::systemFont(9, false);
 }
 
 QList<ReceiptRenderer::Row> ReceiptRenderer::layout(const ReceiptData& receipt)

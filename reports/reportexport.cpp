@@ -30,14 +30,12 @@ const QColor hairline(0xb0, 0xb5, 0xbb);
 
 const QFont& headerFont()
 {
-    static const QFont& font = *new QFont(PointText::systemFont(9.5, true));
-    return font;
+    return PointText::systemFont(9.5, true);
 }
 
 const QFont& bodyFont()
 {
-    static const QFont& font = *new QFont(PointText::systemFont(9.5, false));
-    return font;
+    return PointText::systemFont(9.5, false);
 }
 
 bool isTotalRow(const QStringList& row)
