@@ -110,16 +110,4 @@ TEST_F(RealPrinting, AQueueThatVanishedIsNeverPrintedToElsewhere)
     EXPECT_EQ(scheduler.jobCount(), jobsBefore);
 }
 
-TEST_F(RealPrinting, TheSpoolersOwnWordsWhenItRefusesAJob)
-{
-    CUPSRawPrintTransport transport;
-    try {
-        transport.send(ConfigurableCashDrawer::kickBytes(DrawerPin::pin2), QStringLiteral("NoSuchQueue"));
-        ADD_FAILURE() << "lp took a job for a queue that doesn't exist";
-    } catch (const ReceiptHardwareError& error) {
-        EXPECT_EQ(error.description(), QStringLiteral("The printer didn't accept the command: /usr/bin/lp: Error - The "
-                                                      "printer or class does not exist."));
-    }
-}
-
 } // namespace
