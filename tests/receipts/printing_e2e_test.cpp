@@ -6,6 +6,7 @@
 #include "receipts/receiptrenderer.h"
 #include "receiptscene.h"
 #include "selling/cart.h"
+#include "store/unitofwork.h"
 #include "support/cupsscheduler.h"
 
 #include <QPrinter>
@@ -28,7 +29,7 @@ struct CancelledPanel : PrintPanel {
 struct RealPrinting : ReceiptScene {
     CupsScheduler scheduler;
     std::unique_ptr<AppEnvironment> environment;
-    Ref<Product> rice = saved([] {
+    Ref<Product> rice = store.saved([] {
         auto made = std::make_shared<Product>();
         made->setName(QStringLiteral("Jasmine Rice 5kg"));
         made->setSellingPrice(95);
