@@ -145,15 +145,17 @@ TEST(PinRules, FourToSixNumericCharacters)
         EXPECT_EQ(PinRules::isValid(c.pin), c.valid) << c.fault;
 }
 
-TEST(LoginViewModel, WrongEntryStaysToBeCorrectedAndARightOneClearsOnlyTheSecret)
-{
+struct LoginViewModelTest : ::testing::Test {
     TestStore store;
-    AuthService auth(store.context());
+    AuthService auth{store.context()};
     SessionStore session;
     AttemptThrottle throttle;
-    LoginViewModel model(auth, session, throttle);
-    const Ref<User> ama = addUser(store.context(), {.pin = QStringLiteral("1234")});
+    LoginViewModel model{auth, session, throttle};
+    Ref<User> ama = addUser(store.context(), {.pin = QStringLiteral("1234")});
+};
 
+TEST_F(LoginViewModelTest, WrongEntryStaysToBeCorrectedAndARightOneClearsOnlyTheSecret)
+{
     model.setUsername(QStringLiteral(" Ama "));
     model.setPassword(QStringLiteral("wrong1"));
     EXPECT_FALSE(model.loginWithPassword());
@@ -166,14 +168,8 @@ TEST(LoginViewModel, WrongEntryStaysToBeCorrectedAndARightOneClearsOnlyTheSecret
     EXPECT_EQ(model.username() + model.password(), QStringLiteral(" Ama "));
 }
 
-TEST(LoginViewModel, FiveWrongEntriesInARowMakeTheNextTryWait)
+TEST_F(LoginViewModelTest, FiveWrongEntriesInARowMakeTheNextTryWait)
 {
-    TestStore store;
-    AuthService auth(store.context());
-    SessionStore session;
-    AttemptThrottle throttle;
-    LoginViewModel model(auth, session, throttle);
-    addUser(store.context(), {.pin = QStringLiteral("1234")});
     QDateTime now(QDate(2026, 3, 9), QTime(9, 0));
     Clock::Override clock([&now] { return now; });
 

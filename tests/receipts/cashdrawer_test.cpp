@@ -173,19 +173,14 @@ TEST_F(SpoolerScript, SendsTheBytesAsARawJobWithExactlySevenArguments)
     EXPECT_FALSE(QFile::exists(given[6]));
 }
 
-TEST_F(SpoolerScript, TheSpoolersOwnWordsOrItsStatusBecomeTheMessage)
+TEST_F(SpoolerScript, TheSpoolersOwnWordsOrItsStatusBecomeTheMessageAndNoFileIsLeft)
 {
     EXPECT_EQ(refusal(spooler(QStringLiteral("lp: The printer or class does not exist.\\n"), 1)),
               QStringLiteral("The printer didn't accept the command: lp: The printer or class does not exist."));
     EXPECT_EQ(refusal(spooler(QString(), 1)), QStringLiteral("The printer didn't accept the command: lp exited with status 1"));
     EXPECT_EQ(refusal(spooler(QStringLiteral("  \\n"), 3)), QStringLiteral("The printer didn't accept the command: lp exited with status 3"));
-    EXPECT_TRUE(leftOver().isEmpty());
-}
-
-TEST_F(SpoolerScript, ASpoolerThatIsntThereIsAFailureAndLeavesNoFile)
-{
-    const QString message = refusal(CUPSRawPrintTransport(folder.filePath(QStringLiteral("no-such-lp"))));
-    EXPECT_TRUE(message.startsWith(QStringLiteral("The printer didn't accept the command: "))) << message.toStdString();
+    const QString missing = refusal(CUPSRawPrintTransport(folder.filePath(QStringLiteral("no-such-lp"))));
+    EXPECT_TRUE(missing.startsWith(QStringLiteral("The printer didn't accept the command: "))) << missing.toStdString();
     EXPECT_TRUE(leftOver().isEmpty());
 }
 

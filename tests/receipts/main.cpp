@@ -1,14 +1,6 @@
-#include <QGuiApplication>
-
-#include <gtest/gtest.h>
+#include "support/guitestmain.h"
 
 int main(int argc, char** argv)
 {
-    // Test discovery runs this binary too, outside CTest's environment.
-    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
-        qputenv("QT_QPA_PLATFORM", "offscreen");
-    // Fonts, images, PDF and the print system need the GUI application, though nothing is shown.
-    QGuiApplication application(argc, argv);
-    ::testing::InitGoogleTest(&argc, argv);
-    return RUN_ALL_TESTS();
+    return runWithGuiApplication(argc, argv);
 }

@@ -6,6 +6,7 @@
 #include "receipts/receiptrenderer.h"
 #include "receiptscene.h"
 #include "selling/cart.h"
+#include "store/unitofwork.h"
 #include "support/cupsscheduler.h"
 
 #include <QPrinter>
@@ -28,7 +29,7 @@ struct CancelledPanel : PrintPanel {
 struct RealPrinting : ReceiptScene {
     CupsScheduler scheduler;
     std::unique_ptr<AppEnvironment> environment;
-    Ref<Product> rice = saved([] {
+    Ref<Product> rice = store.saved([] {
         auto made = std::make_shared<Product>();
         made->setName(QStringLiteral("Jasmine Rice 5kg"));
         made->setSellingPrice(95);
@@ -108,18 +109,6 @@ TEST_F(RealPrinting, AQueueThatVanishedIsNeverPrintedToElsewhere)
         EXPECT_EQ(error.errorCase(), ReceiptHardwareError::Case::printerNotFound);
     }
     EXPECT_EQ(scheduler.jobCount(), jobsBefore);
-}
-
-TEST_F(RealPrinting, TheSpoolersOwnWordsWhenItRefusesAJob)
-{
-    CUPSRawPrintTransport transport;
-    try {
-        transport.send(ConfigurableCashDrawer::kickBytes(DrawerPin::pin2), QStringLiteral("NoSuchQueue"));
-        ADD_FAILURE() << "lp took a job for a queue that doesn't exist";
-    } catch (const ReceiptHardwareError& error) {
-        EXPECT_EQ(error.description(), QStringLiteral("The printer didn't accept the command: /usr/bin/lp: Error - The "
-                                                      "printer or class does not exist."));
-    }
 }
 
 } // namespace

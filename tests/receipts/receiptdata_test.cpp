@@ -54,7 +54,7 @@ TEST_F(ReceiptDataTest, TakesEveryFieldFromTheSaleAndSettings)
 TEST_F(ReceiptDataTest, ASaleWithoutCashierOrCustomerShowsADashAndNoCustomer)
 {
     auto sold = Sale::make(QStringLiteral("INV-1"), {}, {}, {});
-    saved(sold);
+    store.saved(sold);
     const ReceiptData receipt = ReceiptData::from(*sold, *settings);
     EXPECT_EQ(receipt.cashierName, QStringLiteral("—"));
     EXPECT_FALSE(receipt.customerName);

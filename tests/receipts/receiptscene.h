@@ -5,10 +5,8 @@
 #include "receipts/receiptdata.h"
 #include "records/records.h"
 #include "support/printers.h"
+#include "support/processoutput.h"
 #include "support/teststore.h"
-#include "store/unitofwork.h"
-
-#include <QProcess>
 
 #include <functional>
 
@@ -19,19 +17,19 @@ struct ReceiptScene : ::testing::Test {
     TestStore store;
     ModelContext& context = store.context();
     Clock::Override clock{QDateTime(QDate(2026, 3, 9), QTime(14, 5))};
-    Ref<AppSettings> settings = saved([] {
+    Ref<AppSettings> settings = store.saved([] {
         auto made = std::make_shared<AppSettings>();
         made->setBusinessName(QStringLiteral("Adwoa's Provisions"));
         made->setAddressLine(QStringLiteral("12 Ring Road, Accra"));
         made->setPhoneNumber(QStringLiteral("030 222 1111"));
         return made;
     }());
-    Ref<User> cashier = saved([] {
+    Ref<User> cashier = store.saved([] {
         auto made = std::make_shared<User>();
         made->setName(QStringLiteral("Ama Mensah"));
         return made;
     }());
-    Ref<Customer> kofi = saved([] {
+    Ref<Customer> kofi = store.saved([] {
         auto made = std::make_shared<Customer>();
         made->setName(QStringLiteral("Kofi Boateng"));
         made->setAllowCredit(true);
@@ -39,17 +37,11 @@ struct ReceiptScene : ::testing::Test {
         return made;
     }());
 
-    template <class T> Ref<T> saved(Ref<T> record)
-    {
-        performUnitOfWork(context, [&] { context.insert(record); });
-        return record;
-    }
-
     Ref<Sale> sale(const QString& invoice = QStringLiteral("INV-20260309-0042"), Ref<Customer> customer = {})
     {
         auto made = Sale::make(invoice, cashier, customer, {});
         made->setTimestamp(Clock::now());
-        return saved(made);
+        return store.saved(made);
     }
 
     // `adjust` finishes the line before it is saved, as checkout would have written it.
@@ -67,7 +59,7 @@ struct ReceiptScene : ::testing::Test {
         made->setSale(onSale);
         if (adjust)
             adjust(*made);
-        return saved(made);
+        return store.saved(made);
     }
 
     Ref<Payment> payment(const Ref<Sale>& onSale, PaymentMethodType method, double amount, double tendered = 0,
@@ -77,18 +69,6 @@ struct ReceiptScene : ::testing::Test {
         if (!methodRaw.isEmpty())
             made->setMethodRaw(methodRaw);
         made->setSale(onSale);
-        return saved(made);
+        return store.saved(made);
     }
 };
-
-// What a program on the machine printed; the test fails when it couldn't run.
-inline QString outputOf(const QString& program, const QStringList& arguments)
-{
-    QProcess process;
-    process.start(program, arguments);
-    if (!process.waitForFinished(30000) || process.exitCode() != 0) {
-        ADD_FAILURE() << program.toStdString() << " failed: " << process.readAllStandardError().toStdString();
-        return {};
-    }
-    return QString::fromUtf8(process.readAllStandardOutput());
-}

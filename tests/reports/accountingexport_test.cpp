@@ -3,7 +3,6 @@
 #include "records/records.h"
 #include "reportbuilders.h"
 #include "reports/filewriteerror.h"
-#include "strictcsv.h"
 #include "support/teststore.h"
 
 #include <gtest/gtest.h>
@@ -87,16 +86,6 @@ AccountMap ownAccounts()
 Journal busyJournal()
 {
     return AccountingExportService::journal(march(9), busyDay(), busyDayAccountPayments());
-}
-
-QList<QStringList> parsed(const QString& text)
-{
-    const auto result = readStrictCSV(text);
-    if (const QString* error = std::get_if<QString>(&result)) {
-        ADD_FAILURE() << qPrintable(*error);
-        return {};
-    }
-    return std::get<QList<QStringList>>(result);
 }
 
 } // namespace
@@ -249,9 +238,7 @@ TEST(AccountingJournal, TheAccountMapKeepsWhatWasTypedAndFallsBackOnBlanks)
         EXPECT_TRUE(decoded.codes.isEmpty()) << unreadable;
         EXPECT_EQ(decoded.code(LedgerAccount::tax), QStringLiteral("2200"));
     }
-    EXPECT_EQ(LedgerAccounts::title(LedgerAccount::tax), QStringLiteral("Tax Payable (VAT, NHIL, GETFund)"));
     EXPECT_EQ(LedgerAccounts::raw(LedgerAccount::otherPayments), QStringLiteral("otherPayments"));
-    EXPECT_EQ(AccountingFormats::label(AccountingFormat::xero), QStringLiteral("Xero (manual journals)"));
 }
 
 TEST(AccountingCSV, QuickBooksLayoutByteForByte)
@@ -274,15 +261,6 @@ TEST(AccountingCSV, QuickBooksLayoutByteForByte)
         "POS-20260309,09/03/2026,Sales,,170.00,Sales before tax and discounts,Brindle daily summary\n");
     EXPECT_EQ(text, QStringLiteral("Journal No,Journal Date,Account Name,Debits,Credits,Description,Memo\n") +
                         rows);
-
-    const QList<QStringList> records = parsed(text);
-    ASSERT_EQ(records.size(), 12);
-    EXPECT_EQ(records[0], (QStringList{QStringLiteral("Journal No"), QStringLiteral("Journal Date"),
-                                       QStringLiteral("Account Name"), QStringLiteral("Debits"),
-                                       QStringLiteral("Credits"), QStringLiteral("Description"),
-                                       QStringLiteral("Memo")}));
-    EXPECT_EQ(records[1].at(2), QStringLiteral("Cash, front till"));
-    EXPECT_EQ(records[10].at(5), QStringLiteral("VAT \"std\""));
 }
 
 TEST(AccountingCSV, XeroLayoutByteForByteWithCreditsNegative)
@@ -301,14 +279,6 @@ TEST(AccountingCSV, XeroLayoutByteForByteWithCreditsNegative)
         "Exempt,-170.00,,,,\n");
     EXPECT_TRUE(text.startsWith(header + first)) << qPrintable(text);
     EXPECT_TRUE(text.endsWith(last)) << qPrintable(text);
-
-    const QList<QStringList> records = parsed(text);
-    ASSERT_EQ(records.size(), 12);
-    EXPECT_EQ(records[0].join(u','), header.chopped(1));
-    double sum = 0;
-    for (qsizetype i = 1; i < records.size(); ++i)
-        sum += records[i].at(5).toDouble();
-    EXPECT_NEAR(sum, 0, 1e-9);
 }
 
 TEST(AccountingCSV, ThePreviewNamesXeroAccountsByCodeAndName)
@@ -337,6 +307,15 @@ protected:
 
     QString pathOf(const char* name) const { return folder.filePath(QString::fromUtf8(name)); }
     QStringList filesThere() const { return QDir(folder.path()).entryList(QDir::Files | QDir::System); }
+    QString failureWritingTo(const QString& path) const
+    {
+        try {
+            AccountingExportService::writeDailyFiles(journals, AccountingFormat::quickBooks, {}, path);
+        } catch (const FileWriteError& error) {
+            return error.description();
+        }
+        return {};
+    }
 };
 
 TEST_F(DailyFilesTest, OneFileADayEachTheLayoutOfItsOwnJournal)
@@ -364,33 +343,20 @@ TEST_F(DailyFilesTest, OneFileADayEachTheLayoutOfItsOwnJournal)
     EXPECT_EQ(quickBooks.first(), pathOf("QuickBooks journal 2026-03-09.csv"));
 }
 
-TEST_F(DailyFilesTest, AFullDiskLeavesNoFileAndSaysSoPlainly)
+TEST_F(DailyFilesTest, AFullDiskOrAMissingFolderIsSaidPlainlyAndLeavesNoFile)
 {
     // Whatever is written to /dev/full fails as on a full disk.
     ASSERT_TRUE(
         QFile::link(QStringLiteral("/dev/full"), pathOf("QuickBooks journal 2026-03-10.csv.partial")));
-    try {
-        AccountingExportService::writeDailyFiles(journals, AccountingFormat::quickBooks, {}, folder.path());
-        FAIL() << "written to a full disk";
-    } catch (const FileWriteError& error) {
-        EXPECT_EQ(error.description(),
-                  QStringLiteral("The disk is full, so QuickBooks journal 2026-03-10.csv wasn't "
-                                 "saved. Free some space and try again."));
-    }
+    EXPECT_EQ(failureWritingTo(folder.path()),
+              QStringLiteral("The disk is full, so QuickBooks journal 2026-03-10.csv wasn't "
+                             "saved. Free some space and try again."));
     // The day before went through whole; the failed one left nothing, not even its side file.
     EXPECT_EQ(filesThere(), QStringList{QStringLiteral("QuickBooks journal 2026-03-09.csv")});
-}
 
-TEST_F(DailyFilesTest, AMissingFolderIsReportedWithTheSystemsReason)
-{
-    try {
-        AccountingExportService::writeDailyFiles(journals, AccountingFormat::quickBooks, {}, pathOf("gone"));
-        FAIL() << "written to a folder that isn't there";
-    } catch (const FileWriteError& error) {
-        EXPECT_EQ(error.description(),
-                  QStringLiteral(
-                      "QuickBooks journal 2026-03-09.csv couldn't be saved: No such file or directory."));
-    }
+    EXPECT_EQ(
+        failureWritingTo(pathOf("gone")),
+        QStringLiteral("QuickBooks journal 2026-03-09.csv couldn't be saved: No such file or directory."));
 }
 
 TEST(AccountingExportService, JournalsOfTheStoreComeFromItsCountedSalesAndAccountPayments)

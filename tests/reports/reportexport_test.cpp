@@ -4,26 +4,15 @@
 #include "receipts/receipthardwareerror.h"
 #include "records/appsettings.h"
 #include "support/printers.h"
+#include "support/processoutput.h"
 
 #include <QFile>
-#include <QProcess>
 #include <QRegularExpression>
 #include <QTemporaryDir>
 
 #include <gtest/gtest.h>
 
 namespace {
-
-QString outputOf(const QString& program, const QStringList& arguments)
-{
-    QProcess process;
-    process.start(program, arguments);
-    if (!process.waitForFinished(30000) || process.exitCode() != 0) {
-        ADD_FAILURE() << program.toStdString() << " failed: " << process.readAllStandardError().toStdString();
-        return {};
-    }
-    return QString::fromUtf8(process.readAllStandardOutput()).normalized(QString::NormalizationForm_KC);
-}
 
 ReportHeading heading()
 {
@@ -103,7 +92,8 @@ TEST_F(PdfTable, LongTablesRunOnPagesThatRepeatTheHeaderAndCountThemselves)
     const QString pages = info().section(QStringLiteral("Pages:"), 1).section(QLatin1Char('\n'), 0, 0).trimmed();
     ASSERT_GE(pages.toInt(), 2);
     EXPECT_TRUE(info().contains(QRegularExpression(QStringLiteral("Page size:\\s+612 x 792 pts"))));
-    const QString text = outputOf(QStringLiteral("pdftotext"), {path, QStringLiteral("-")});
+    const QString text = outputOf(QStringLiteral("pdftotext"), {path, QStringLiteral("-")})
+                             .normalized(QString::NormalizationForm_KC);
     EXPECT_EQ(text.count(QStringLiteral("Amount")), pages.toInt());
     EXPECT_TRUE(text.contains(QStringLiteral("Audit Log (continued)")));
     EXPECT_TRUE(text.contains(QStringLiteral("Page %1 of %1").arg(pages)));

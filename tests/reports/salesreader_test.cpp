@@ -15,24 +15,18 @@ protected:
     ModelContext& context = store.context();
     SalesReader reader{context};
 
-    Ref<Category> drinks = inserted([] {
+    Ref<Category> drinks = store.saved([] {
         auto category = std::make_shared<Category>();
         category->setName(QStringLiteral("Drinks"));
         return category;
     }());
     Ref<Product> malta = newProduct(QStringLiteral("Malta"), drinks);
     Ref<Product> rice = newProduct(QStringLiteral("Rice"), nullptr);
-    Ref<User> ama = inserted([] {
+    Ref<User> ama = store.saved([] {
         auto user = std::make_shared<User>();
         user->setName(QStringLiteral("Ama"));
         return user;
     }());
-
-    template <class T> Ref<T> inserted(Ref<T> record)
-    {
-        context.insert(record);
-        return record;
-    }
 
     Ref<Product> newProduct(const QString& name, const Ref<Category>& category)
     {
@@ -43,13 +37,13 @@ protected:
         product->setSellingUnit(SellingUnit::kg);
         product->setTaxRate(0.2);
         product->setCostPrice(3.3333);
-        return inserted(product);
+        return store.saved(product);
     }
 
     Ref<Sale> newSale(const QDateTime& when, const QList<std::pair<Ref<Product>, double>>& lines,
                       const QList<std::pair<PaymentMethodType, double>>& payments = {})
     {
-        const Ref<Sale> sale = inserted(Sale::make(QUuid::createUuid().toString(), ama, nullptr, nullptr));
+        const Ref<Sale> sale = store.saved(Sale::make(QUuid::createUuid().toString(), ama, nullptr, nullptr));
         sale->setTimestamp(when);
         double total = 0;
         for (const auto& [product, quantity] : lines) {

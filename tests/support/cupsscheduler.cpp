@@ -81,8 +81,6 @@ bool canConnect(const QString& socketPath)
 CupsScheduler::CupsScheduler()
     : m_dir(folderTemplate())
 {
-    QElapsedTimer timer;
-    timer.start();
     if (!start()) {
         if (m_cupsd.state() != QProcess::NotRunning) {
             m_cupsd.kill();
@@ -90,7 +88,6 @@ CupsScheduler::CupsScheduler()
         }
         return;
     }
-    m_startupMs = timer.elapsed();
 
     if (qEnvironmentVariableIsSet(serverVariable))
         m_previousServer = qgetenv(serverVariable);

@@ -23,11 +23,7 @@ public:
     bool isRunning() const { return m_why.isEmpty(); }
     // One sentence for GTEST_SKIP when it couldn't start.
     QString whyNotRunning() const { return m_why; }
-    // The value of CUPS_SERVER: the path of the scheduler's socket.
-    QString server() const { return m_socket; }
     QString queue() const { return QStringLiteral("Receipt"); }
-    // Milliseconds from the constructor's start until the queue was ready.
-    qint64 startupMs() const { return m_startupMs; }
 
     // The spooled document of each job, byte for byte, oldest job first, once `count` jobs are
     // done (completed, or cancelled or aborted: they left the queue either way). After the
@@ -59,7 +55,6 @@ private:
     QString m_socket;
     QProcess m_cupsd;
     QString m_why;
-    qint64 m_startupMs = -1;
     std::optional<QByteArray> m_previousServer;
     bool m_environmentSet = false;
 };

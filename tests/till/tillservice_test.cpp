@@ -18,6 +18,7 @@ QUuid addShift(ModelContext& context, const char* status)
     auto shift = std::make_shared<TillShift>();
     shift->setStatusRaw(status);
     context.insert(shift);
+    context.save();
     return shift->id();
 }
 
@@ -39,17 +40,14 @@ protected:
 };
 } // namespace
 
-TEST(TillService, ShiftLeftOpenIsFoundOnTheNextLaunch)
+TEST_F(TillServiceTest, ShiftLeftOpenIsFoundOnTheNextLaunch)
 {
-    TestStore store;
-    EXPECT_EQ(TillService(store.context()).currentOpenShift(), nullptr);
-    addShift(store.context(), "closed");
-    addShift(store.context(), "Open"); // raw texts are exact
-    store.context().save();
-    EXPECT_EQ(TillService(store.context()).currentOpenShift(), nullptr);
+    EXPECT_EQ(till.currentOpenShift(), nullptr);
+    addShift(context, "closed");
+    addShift(context, "Open"); // raw texts are exact
+    EXPECT_EQ(till.currentOpenShift(), nullptr);
 
-    const QUuid open = addShift(store.context(), "open");
-    store.context().save();
+    const QUuid open = addShift(context, "open");
     store.reopen();
     const Ref<TillShift> found = TillService(store.context()).currentOpenShift();
     ASSERT_NE(found, nullptr);

@@ -93,22 +93,14 @@ TEST_F(TillViewModelTest, CloseClearsTheSessionsShiftOnlyWhenItIsTheOneClosed)
     EXPECT_EQ(open->countedCash(), 0);
 }
 
-// "1,250.00" once read as 0: the shift closed with a permanent shortage of the whole count.
-TEST_F(TillViewModelTest, FloatAndCountAreReadAsMoneyAndTextThatIsNoAmountIsRefused)
+// Text that is no amount is refused, never taken for 0. Amounts in every accepted form are the
+// money parser's tests; that the float and the count go through it, the fault loop's.
+TEST_F(TillViewModelTest, AFloatThatIsNoAmountOpensNoShift)
 {
     model.setOpeningFloatText(QStringLiteral("12,50"));
     EXPECT_FALSE(model.openShift());
     EXPECT_EQ(model.errorMessage(), QStringLiteral("Enter an amount such as 1,250.00."));
     EXPECT_EQ(countRowsOnDisk(store.path(), QStringLiteral("TillShift")), 0);
-
-    model.setOpeningFloatText(QStringLiteral("₵1,250.00"));
-    ASSERT_TRUE(model.openShift());
-    const Ref<TillShift> shift = session.currentTillShift();
-    EXPECT_EQ(shift->openingFloat(), 1250);
-    model.setCountedCashText(QStringLiteral("1 250"));
-    ASSERT_TRUE(model.closeShift(shift));
-    EXPECT_EQ(shift->countedCash(), 1250);
-    EXPECT_EQ(shift->variance(), 0);
 }
 
 TEST_F(TillViewModelTest, HistoryRowsNameTheVariance)

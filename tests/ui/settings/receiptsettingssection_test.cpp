@@ -22,12 +22,7 @@ namespace {
 
 struct ReceiptSettingsSectionTest : ::testing::Test {
     TestStore store;
-    Ref<AppSettings> settings = [this] {
-        auto made = std::make_shared<AppSettings>();
-        store.context().insert(made);
-        store.context().save();
-        return made;
-    }();
+    Ref<AppSettings> settings = store.saved(std::make_shared<AppSettings>());
     SessionStore session;
     ListedPrinters directory;
     RecordedReceiptPrinter printer;
