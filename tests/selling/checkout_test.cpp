@@ -1,12 +1,8 @@
 #include "selling/salesservice.h"
 
 #include "clock/clock.h"
-#include "customers/accounterror.h"
-#include "customers/loyaltyerror.h"
 #include "records/records.h"
 #include "selling/receiptnumbergenerator.h"
-#include "selling/saleserror.h"
-#include "stock/inventoryerror.h"
 #include "stock/inventoryservice.h"
 #include "store/storeerror.h"
 #include "support/printers.h"
@@ -45,16 +41,8 @@ template <class Action> QString refusalOf(Action action)
 {
     try {
         action();
-    } catch (const SalesError& e) {
-        return e.description();
-    } catch (const InventoryError& e) {
-        return e.description();
-    } catch (const LoyaltyError& e) {
-        return e.description();
-    } catch (const AccountError& e) {
-        return e.description();
-    } catch (const StoreError& e) {
-        return e.description();
+    } catch (const Refusal& refusal) {
+        return refusal.description();
     }
     return {};
 }

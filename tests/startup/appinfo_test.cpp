@@ -23,5 +23,4 @@ TEST(AppInfo, VersionPiecesCompareAsNumbers)
     };
     for (const Case& c : cases)
         EXPECT_EQ(AppInfo::isVersion(c.a, c.b), c.newer) << c.a << " vs " << c.b;
-    EXPECT_EQ(AppInfo::version(), "2.4.0");
 }

@@ -22,19 +22,26 @@ MarketInfo market(const QString& file)
 }
 } // namespace
 
-TEST(MarketRegistry, FirstRunMakesOneActiveDefaultMarketAndKeepsIt)
+// One bad entry spoils the whole list, as its id isn't a UUID.
+TEST(MarketRegistry, FirstRunOrAnUndecodableListMakesOneActiveDefaultMarketAndKeepsIt)
 {
-    Preferences preferences;
     const QDateTime now = QDateTime::fromSecsSinceEpoch(1710000000);
     Clock::Override clock(now);
+    for (const QByteArray& bytes : {QByteArray(), QByteArray("not json"), QByteArray(R"({"id":1})"),
+                                    QByteArray(R"([{"id":"x","name":"A","storeFileName":"A","createdAt":0}])")}) {
+        SCOPED_TRACE(bytes.constData());
+        Preferences preferences;
+        if (!bytes.isNull())
+            preferences.settings.setValue(MarketRegistry::marketsKey(), bytes);
+        EXPECT_TRUE(preferences.registry.allMarkets().isEmpty());
 
-    const MarketInfo made = preferences.registry.bootstrapIfNeeded();
-
-    EXPECT_EQ(made, (MarketInfo{made.id, "Default Market", "__default__", now}));
-    EXPECT_EQ(preferences.registry.bootstrapIfNeeded(), made);
-    EXPECT_EQ(preferences.registry.allMarkets(), QList<MarketInfo>{made});
-    EXPECT_EQ(preferences.settings.value("com.tallyrun.activeMarketID").toString(),
-              made.id.toString(QUuid::WithoutBraces).toUpper());
+        const MarketInfo made = preferences.registry.bootstrapIfNeeded();
+        EXPECT_EQ(made, (MarketInfo{made.id, "Default Market", "__default__", now}));
+        EXPECT_EQ(preferences.registry.bootstrapIfNeeded(), made);
+        EXPECT_EQ(preferences.registry.allMarkets(), QList<MarketInfo>{made});
+        EXPECT_EQ(preferences.settings.value("com.tallyrun.activeMarketID").toString(),
+                  made.id.toString(QUuid::WithoutBraces).toUpper());
+    }
 }
 
 TEST(MarketRegistry, ActiveIdOfARemovedMarketFallsBackToTheFirst)
@@ -47,22 +54,6 @@ TEST(MarketRegistry, ActiveIdOfARemovedMarketFallsBackToTheFirst)
 
     EXPECT_EQ(preferences.registry.bootstrapIfNeeded(), first);
     EXPECT_EQ(preferences.registry.activeMarket(), first);
-}
-
-TEST(MarketRegistry, UndecodableListCountsAsEmptyAndGivesWayToADefaultMarket)
-{
-    for (const QByteArray& bytes :
-         {QByteArray("not json"), QByteArray(R"({"id":1})"),
-          // one bad entry spoils the list: its id isn't a UUID
-          QByteArray(R"([{"id":"x","name":"A","storeFileName":"A","createdAt":0}])")}) {
-        Preferences preferences;
-        preferences.settings.setValue(MarketRegistry::marketsKey(), bytes);
-        EXPECT_TRUE(preferences.registry.allMarkets().isEmpty()) << bytes.constData();
-
-        const MarketInfo made = preferences.registry.bootstrapIfNeeded();
-        EXPECT_EQ(made.storeFileName, "__default__");
-        EXPECT_EQ(preferences.registry.allMarkets(), QList<MarketInfo>{made});
-    }
 }
 
 TEST(MarketRegistry, SeesAnotherWindowsChangeAtOnce)

@@ -51,33 +51,7 @@ void addMovementBySql(ModelContext& context, const Ref<Product>& product, double
 }
 } // namespace
 
-TEST(InventoryViewModel, MovementsComeNewestFirstOnePageAtATime)
-{
-    TestStore store;
-    const Ref<Product> soap = addProduct(store.context());
-    const Ref<Product> oil = addProduct(store.context(), {.name = QStringLiteral("Oil")});
-    const int minutes = 61;
-    // Out of time order, two rows per instant, another product's rows in between.
-    for (int i = 0; i < minutes; ++i) {
-        const int minute = (i * 37) % minutes;
-        for (const int k : {0, 1}) {
-            for (const Ref<Product>& product : {soap, oil})
-                addMovement(store.context(), product, minute * 2 + k, 1'700'000'000 + minute * 60.0);
-        }
-    }
-    store.context().save();
-
-    InventoryViewModel model(store.context());
-    const QList<Ref<InventoryMovement>> seen = allPages(model, soap);
-    for (const Ref<InventoryMovement>& movement : seen)
-        EXPECT_EQ(movement->product(), soap);
-    // Of two rows of one instant, the one written last shows first.
-    ASSERT_EQ(seen.size(), minutes * 2);
-    for (int i = 0; i < seen.size(); ++i)
-        EXPECT_EQ(seen[i]->quantityChange(), minutes * 2 - 1 - i);
-}
-
-TEST(InventoryViewModel, PagesThatEndInsideOneInstantNeitherSkipNorRepeatItsRows)
+TEST(InventoryViewModel, PagesComeNewestFirstAndNeitherSkipNorRepeatTheRowsOfOneInstant)
 {
     const int page = InventoryViewModel::movementPageSize;
     struct Layout {
@@ -95,26 +69,35 @@ TEST(InventoryViewModel, PagesThatEndInsideOneInstantNeitherSkipNorRepeatItsRows
         SCOPED_TRACE(layout.name);
         TestStore store;
         const Ref<Product> soap = addProduct(store.context());
-        // Written in time order, numbered as written: newest time first and, within an instant,
-        // last written first is exactly the reverse.
-        int written = 0;
-        const auto add = [&](double seconds) {
-            if (layout.bySql)
-                addMovementBySql(store.context(), soap, written++, seconds);
-            else
-                addMovement(store.context(), soap, written++, seconds);
+        const Ref<Product> oil = addProduct(store.context(), {.name = QStringLiteral("Oil")});
+        // Each soap row is numbered as written and followed by a row of another product.
+        struct Row {
+            double seconds;
+            int written;
         };
+        QList<Row> rows;
+        const auto add = [&](double seconds) {
+            const int written = int(rows.size());
+            rows.append({seconds, written});
+            (layout.bySql ? addMovementBySql : addMovement)(store.context(), soap, written, seconds);
+            addMovement(store.context(), oil, -1, seconds);
+        };
+        // Out of time order: the newest first.
+        for (int i = 0; i < layout.after; ++i)
+            add(layout.instant + 1 + i);
         for (int i = 0; i < layout.before; ++i)
             add(layout.instant - 1000 + i);
         for (int i = 0; i < layout.together; ++i)
             add(layout.instant);
-        for (int i = 0; i < layout.after; ++i)
-            add(layout.instant + 1 + i);
         store.context().save();
 
+        // Newest time first and, within an instant, the last written first.
+        std::sort(rows.begin(), rows.end(), [](const Row& a, const Row& b) {
+            return a.seconds != b.seconds ? a.seconds > b.seconds : a.written > b.written;
+        });
         QList<double> expected;
-        for (int i = written - 1; i >= 0; --i)
-            expected.append(i);
+        for (const Row& row : rows)
+            expected.append(row.written);
         InventoryViewModel model(store.context());
         EXPECT_EQ(changes(allPages(model, soap)), expected);
     }

@@ -341,7 +341,7 @@ TEST_F(ProductsViewModelTest, SheetsRefuseABlankNameAndSaveTheRest)
     EXPECT_EQ(countRowsOnDisk(store.path(), QStringLiteral("Category")), 0);
 }
 
-TEST(SuppliersViewModel, SearchesNamePhoneAndEmailAndNeedsAName)
+TEST(SuppliersViewModel, SearchesNamePhoneAndEmailInAnyCaseAndNeedsAName)
 {
     TestStore store;
     SuppliersViewModel model(store.context());
@@ -372,8 +372,4 @@ TEST(SuppliersViewModel, SearchesNamePhoneAndEmailAndNeedsAName)
     model.setSearchText(QStringLiteral("orders@"));
     EXPECT_EQ(listed(), QStringList{"Akosua Trading"});
     EXPECT_EQ(model.rows().first().contact, QStringLiteral("Orders@Akosua.com"));
-
-    ASSERT_TRUE(model.deleteSupplier());
-    EXPECT_EQ(model.editedSupplier(), nullptr);
-    EXPECT_EQ(countRowsOnDisk(store.path(), QStringLiteral("Supplier")), 1);
 }

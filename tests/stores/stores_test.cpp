@@ -30,7 +30,7 @@ void fill(NewMarketModel& model, const QString& market, const QString& password,
 }
 } // namespace
 
-TEST(NewMarketModel, FailuresListNothingAndLeaveNoFile)
+TEST(NewMarketModel, FailuresListNothingAndTheNextTryListsTheStoreWithoutSwitching)
 {
     TestMarkets markets;
     const MarketInfo open = markets.registry.bootstrapIfNeeded();
@@ -54,22 +54,11 @@ TEST(NewMarketModel, FailuresListNothingAndLeaveNoFile)
     fill(failingSave, "Osu", "secret1", "secret1");
     EXPECT_FALSE(failingSave.create());
     EXPECT_EQ(failingSave.errorMessage(), "The store couldn't be saved. disk I/O error");
-
     EXPECT_EQ(markets.registry.allMarkets(), QList<MarketInfo>{open});
     EXPECT_EQ(markets.filesInMarkets(), QStringList()); // the half-made file went too
-}
 
-TEST(NewMarketModel, ListsTheNewStoreUnderItsFileWithoutSwitchingToIt)
-{
-    TestMarkets markets;
-    const MarketInfo open = markets.registry.bootstrapIfNeeded();
-    NewMarketModel model(markets.registry);
-    fill(model, " Osu Branch ", "secret1", "nope");
-    model.create();
     fill(model, " Osu Branch ", "secret1", "secret1");
-
     ASSERT_TRUE(model.create());
-
     EXPECT_EQ(model.errorMessage(), std::nullopt);
     const QList<MarketInfo> listed = markets.registry.allMarkets();
     ASSERT_EQ(listed.size(), 2);

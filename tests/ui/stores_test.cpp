@@ -16,17 +16,31 @@
 
 #include <gtest/gtest.h>
 
-TEST(MarketCommands, ListsEveryStoreAfreshSwitchesToTheChosenOneAndAsksForTheSheet)
-{
+namespace {
+// A first store, and everything a switch or the New Store sheet reaches.
+struct Markets : ::testing::Test {
     TestMarkets markets;
-    markets.registry.bootstrapIfNeeded();
-    CountingRelauncher relauncher(markets.registry);
-    MarketSwitcher switcher(markets.registry, relauncher);
+    MarketInfo first = markets.registry.bootstrapIfNeeded();
+    CountingRelauncher relauncher{markets.registry};
+    MarketSwitcher switcher{markets.registry, relauncher};
     POSActionBus bus;
     SessionStore session;
-    auto admin = std::make_shared<User>();
-    admin->setRole(UserRole::admin);
-    session.setCurrentUser(admin);
+
+    void signIn(std::optional<UserRole> role)
+    {
+        Ref<User> user;
+        if (role) {
+            user = std::make_shared<User>();
+            user->setRole(*role);
+        }
+        session.setCurrentUser(user);
+    }
+};
+} // namespace
+
+TEST_F(Markets, CommandsListEveryStoreAfreshSwitchToTheChosenOneAndAskForTheSheet)
+{
+    signIn(UserRole::admin);
     MarketCommands commands(markets.registry, switcher, bus, session);
 
     // Made after the menu was built, as the New Store sheet does.
@@ -48,12 +62,8 @@ TEST(MarketCommands, ListsEveryStoreAfreshSwitchesToTheChosenOneAndAsksForTheShe
     EXPECT_TRUE(bus.showNewMarketSheet());
 }
 
-TEST(NewMarketSheet, TypedFormCreatesTheStoreAndSwitchingRelaunchesOnIt)
+TEST_F(Markets, NewStoreSheetCreatesTheTypedStoreAndSwitchingRelaunchesOnIt)
 {
-    TestMarkets markets;
-    markets.registry.bootstrapIfNeeded();
-    CountingRelauncher relauncher(markets.registry);
-    MarketSwitcher switcher(markets.registry, relauncher);
     NewMarketSheet sheet(markets.registry, switcher);
     sheet.show();
     sheet.activateWindow();
@@ -93,25 +103,10 @@ TEST(NewMarketSheet, TypedFormCreatesTheStoreAndSwitchingRelaunchesOnIt)
     EXPECT_FALSE(sheet.isVisible());
 }
 
-TEST(MarketCommands, AreForASignedInAdminOnly)
+TEST_F(Markets, CommandsAreForASignedInAdminOnly)
 {
-    TestMarkets markets;
-    markets.registry.bootstrapIfNeeded();
-    CountingRelauncher relauncher(markets.registry);
-    MarketSwitcher switcher(markets.registry, relauncher);
-    POSActionBus bus;
-    SessionStore session;
     MarketCommands commands(markets.registry, switcher, bus, session);
     QAction* newStore = commands.actions().last();
-
-    const auto signIn = [&session](std::optional<UserRole> role) {
-        Ref<User> user;
-        if (role) {
-            user = std::make_shared<User>();
-            user->setRole(*role);
-        }
-        session.setCurrentUser(user);
-    };
     for (const std::optional<UserRole> role : {std::optional<UserRole>(), std::optional(UserRole::cashier)}) {
         signIn(role);
         EXPECT_FALSE(commands.switchStoreMenu()->isEnabled());

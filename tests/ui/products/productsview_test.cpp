@@ -233,10 +233,11 @@ TEST_F(ProductsScreenTest, AStoreThatFailsUnderAnyClickEndsInAMessage)
                (view->form() && (view->form()->errorLabel()->isVisible()));
     };
     const std::function<void()> clicks[] = {
-        [&] { view->selectRow(int(view->listedNames().indexOf(view->model().selectedProduct() &&
-                                                                 view->model().selectedProduct()->name() == "Cola"
-                                                             ? "Malt"
-                                                             : "Cola"))); },
+        // Listed as Cola, Malt, Water: Malt while Cola is chosen, else Cola.
+        [&] {
+            const Ref<Product> chosen = view->model().selectedProduct();
+            view->selectRow(chosen && chosen->name() == "Cola" ? 1 : 0);
+        },
         [&] { view->newProductButton()->click(); },
     };
     int fired = 0;
