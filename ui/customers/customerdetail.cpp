@@ -8,6 +8,7 @@
 #include "ui/controls/errorlabel.h"
 #include "ui/controls/formfields.h"
 #include "ui/controls/lazyrefresh.h"
+#include "ui/controls/scrollpage.h"
 #include "ui/controls/tables.h"
 #include "ui/customers/adjustpointssheet.h"
 #include "ui/customers/receiveaccountpaymentsheet.h"
@@ -88,11 +89,7 @@ CustomerDetail::CustomerDetail(AccountsService& accounts, LoyaltyService& loyalt
         sections->addSpacing(10);
     }
     sections->addStretch();
-    auto* scroll = new QScrollArea(this);
-    scroll->setWidgetResizable(true);
-    scroll->setFrameShape(QFrame::NoFrame);
-    scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    scroll->setWidget(page);
+    QScrollArea* scroll = makeScrollPage(page, this);
 
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);

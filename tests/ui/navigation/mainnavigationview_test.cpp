@@ -36,7 +36,7 @@ TEST_F(WindowTest, ACashierSeesOnlyTheCashierSectionsAndIsKeptOffAdminOnes)
 
     MainNavigationView* view = screen<MainNavigationView>();
     ASSERT_NE(view, nullptr);
-    EXPECT_EQ(sidebarTitles(*view), (QStringList{"Customers", "Till & Shifts"}));
+    EXPECT_EQ(sidebarTitles(*view), (QStringList{"Customers", "Sales History", "Refunds", "Till & Shifts"}));
     EXPECT_TRUE(labelTexts(*view).contains("Cashier"));
 
     // A request from elsewhere for the cashier's own section goes through; one for Settings is used up
@@ -60,8 +60,8 @@ TEST_F(WindowTest, AnAdminSeesEveryBuiltSectionAndSignOutLeavesTheShiftOpen)
 
     MainNavigationView* view = screen<MainNavigationView>();
     ASSERT_NE(view, nullptr);
-    EXPECT_EQ(sidebarTitles(*view),
-              (QStringList{"Products", "Inventory", "Suppliers", "Customers", "Till & Shifts", "Settings"}));
+    EXPECT_EQ(sidebarTitles(*view), (QStringList{"Products", "Inventory", "Suppliers", "Customers",
+                                                 "Sales History", "Refunds", "Till & Shifts", "Settings"}));
     EXPECT_EQ(view->sidebar()->currentRow(), 0);
     window->actionBus().setRequestedSection(AppSection::settings);
     EXPECT_NE(qobject_cast<SettingsView*>(view->currentScreen()), nullptr);
@@ -85,7 +85,8 @@ TEST_F(WindowTest, AnotherUserGetsAFreshMainWindow)
     session.setCurrentUser(kofi);
     ASSERT_NE(screen<MainNavigationView>(), nullptr);
     EXPECT_NE(screen<MainNavigationView>(), first.data());
-    EXPECT_EQ(sidebarTitles(*screen<MainNavigationView>()), (QStringList{"Customers", "Till & Shifts"}));
+    EXPECT_EQ(sidebarTitles(*screen<MainNavigationView>()),
+              (QStringList{"Customers", "Sales History", "Refunds", "Till & Shifts"}));
 }
 
 namespace {
