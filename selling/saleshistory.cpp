@@ -7,9 +7,8 @@
 
 namespace {
 
-// Below this many candidates a search gathers its sales through the indexes of what it matched
-// and sorts them; above it the matches are common enough that reading in date order fills a page
-// sooner.
+// Below this many candidates a search reads its sales through the indexes of what it matched;
+// above it the matches are common enough that reading in date order fills a page sooner.
 constexpr int gatherLimit = 2000;
 
 const QString columns = QStringLiteral(
@@ -29,6 +28,12 @@ struct Clause {
         bindings << values;
     }
     QString sql(const QString& glue = QStringLiteral(" AND ")) const { return parts.join(glue); }
+    friend Clause operator+(Clause a, const Clause& b)
+    {
+        a.parts << b.parts;
+        a.bindings << b.bindings;
+        return a;
+    }
 };
 
 QString likePattern(const QString& text)
@@ -91,6 +96,36 @@ QList<Clause> searchArms(const QString& text, bool forScan)
     return arms;
 }
 
+// The dates, and what comes after the key: both bound the timestamp from above, and a page after
+// a key starts at the key itself, so that paging deep costs what the first page does.
+Clause placeOf(const SalesHistory::Filter& filter, const std::optional<SalesHistory::Key>& after,
+               const QString& column)
+{
+    const QString timestamp = column + QStringLiteral("timestamp");
+    Clause place;
+    place.add(timestamp + QStringLiteral(" >= ?"), {Record::secondsFromDate(filter.startDate.startOfDay())});
+    const double end = Record::secondsFromDate(filter.endDate.addDays(1).startOfDay());
+    if (after && after->timestamp < end)
+        place.add(QStringLiteral("%1 <= ? AND (%1 < ? OR %2id < ?)").arg(timestamp, column),
+                  {after->timestamp, after->timestamp, after->id});
+    else
+        place.add(timestamp + QStringLiteral(" < ?"), {end});
+    return place;
+}
+
+// Whose sales: everyone's adds nothing.
+Clause scopeOf(const SalesHistory::Filter& filter, const QString& column)
+{
+    Clause scope;
+    if (filter.everyone)
+        return scope;
+    if (filter.cashierID.isNull())
+        scope.add(column + QStringLiteral("cashier IS NULL"));
+    else
+        scope.add(column + QStringLiteral("cashier = ?"), {Record::uuidText(filter.cashierID)});
+    return scope;
+}
+
 SalesHistory::Row rowOf(const SqliteStatement& statement)
 {
     SalesHistory::Row row;
@@ -120,62 +155,63 @@ SalesHistory::SalesHistory(ModelContext& context)
 
 QList<SalesHistory::Row> SalesHistory::page(const Filter& filter, const std::optional<Key>& after, int limit)
 {
-    // Scope and place: the dates, whose sales, and where the last page ended.
-    Clause range;
-    range.add(QStringLiteral("s.timestamp >= ? AND s.timestamp < ?"),
-              {Record::secondsFromDate(filter.startDate.startOfDay()),
-               Record::secondsFromDate(filter.endDate.addDays(1).startOfDay())});
-    if (after)
-        range.add(QStringLiteral("(s.timestamp, s.id) < (?, ?)"), {after->timestamp, after->id});
-    Clause where = range;
-    if (!filter.everyone) {
-        if (filter.cashierID.isNull())
-            where.add(QStringLiteral("s.cashier IS NULL"));
-        else
-            where.add(QStringLiteral("s.cashier = ?"), {Record::uuidText(filter.cashierID)});
-    }
-
-    const auto read = [&](const QString& sql, QVariantList bindings) {
+    // The dates, where the last page ended and whose sales, as bounds of the date index; `alone`
+    // holds the same as filters only, for searches that read through the index of what they matched.
+    const Clause where = placeOf(filter, after, QStringLiteral("s.")) + scopeOf(filter, QStringLiteral("s."));
+    const Clause alone =
+        placeOf(filter, after, QStringLiteral("+s.")) + scopeOf(filter, QStringLiteral("+s."));
+    const auto read = [&](const QString& conditions, QVariantList bindings) {
         bindings << limit;
-        return m_context.rows<Row>(sql, bindings, rowOf);
+        return m_context.rows<Row>(columns + QStringLiteral("Sale s") + joins + QStringLiteral(" WHERE ") +
+                                       conditions + newestFirst,
+                                   bindings, rowOf);
     };
     if (filter.searchText.isEmpty())
-        return read(columns + QStringLiteral("Sale s") + joins + QStringLiteral(" WHERE ") + where.sql() +
-                        newestFirst,
-                    where.bindings);
+        return read(where.sql(), where.bindings);
 
-    // Few candidates: gathered through the indexes of what matched, then sorted.
+    // Few candidates: each way of matching reads its newest through its own index, and the pages
+    // are merged. A way that matches nothing is read no further.
     const QList<Clause> arms = searchArms(filter.searchText, false);
-    const bool anywhere = invoiceSearch(filter.searchText).kind == InvoiceSearch::Kind::anywhere;
+    bool common = invoiceSearch(filter.searchText).kind == InvoiceSearch::Kind::anywhere;
     qint64 candidates = 0;
+    QList<const Clause*> matching;
     for (const Clause& arm : arms) {
-        if (anywhere || candidates >= gatherLimit)
+        if (common)
             break;
-        const QList<qint64> counted = m_context.rows<qint64>(
-            QStringLiteral("SELECT COUNT(*) FROM (SELECT 1 FROM Sale s WHERE ") + arm.sql() +
-                QStringLiteral(" AND ") + range.sql() + QStringLiteral(" LIMIT ?)"),
-            arm.bindings + range.bindings + QVariantList{gatherLimit},
-            [](const SqliteStatement& statement) { return statement.integer(0); });
-        candidates += counted.value(0);
+        const qint64 found =
+            m_context
+                .rows<qint64>(QStringLiteral("SELECT COUNT(*) FROM (SELECT 1 FROM Sale s WHERE ") +
+                                  arm.sql() + QStringLiteral(" AND ") + alone.sql() +
+                                  QStringLiteral(" LIMIT ?)"),
+                              arm.bindings + alone.bindings + QVariantList{gatherLimit},
+                              [](const SqliteStatement& statement) { return statement.integer(0); })
+                .value(0);
+        if (found > 0)
+            matching.append(&arm);
+        candidates += found;
+        common = candidates >= gatherLimit;
     }
-    if (!anywhere && candidates < gatherLimit) {
-        Clause gathered;
-        for (const Clause& arm : arms)
-            gathered.add(QStringLiteral("SELECT s.id FROM Sale s WHERE ") + arm.sql() +
-                             QStringLiteral(" AND ") + range.sql(),
-                         arm.bindings + range.bindings);
-        return read(columns + QStringLiteral("(") + gathered.sql(QStringLiteral(" UNION ")) +
-                        QStringLiteral(") m CROSS JOIN Sale s ON s.id = m.id") + joins +
-                        QStringLiteral(" WHERE ") + where.sql() + newestFirst,
-                    gathered.bindings + where.bindings);
+    if (!common) {
+        QList<Row> merged;
+        for (const Clause* arm : std::as_const(matching))
+            merged << read(arm->sql() + QStringLiteral(" AND ") + alone.sql(),
+                           arm->bindings + alone.bindings);
+        std::sort(merged.begin(), merged.end(), [](const Row& a, const Row& b) {
+            return a.key.timestamp != b.key.timestamp ? a.key.timestamp > b.key.timestamp
+                                                      : a.key.id > b.key.id;
+        });
+        // A sale matched two ways comes twice, side by side.
+        merged.erase(std::unique(merged.begin(), merged.end(),
+                                 [](const Row& a, const Row& b) { return a.key.id == b.key.id; }),
+                     merged.end());
+        return merged.mid(0, limit);
     }
 
     // Common matches: read in date order until the page is full.
     Clause matches;
     for (const Clause& arm : searchArms(filter.searchText, true))
         matches.add(QLatin1Char('(') + arm.sql() + QLatin1Char(')'), arm.bindings);
-    return read(columns + QStringLiteral("Sale s") + joins + QStringLiteral(" WHERE ") + where.sql() +
-                    QStringLiteral(" AND (") + matches.sql(QStringLiteral(" OR ")) + QLatin1Char(')') +
-                    newestFirst,
+    return read(where.sql() + QStringLiteral(" AND (") + matches.sql(QStringLiteral(" OR ")) +
+                    QLatin1Char(')'),
                 where.bindings + matches.bindings);
 }
