@@ -12,16 +12,8 @@
 
 namespace {
 
-struct HoldsTest : ::testing::Test {
-    TestStore store;
-    ModelContext& context = store.context();
-    QDateTime now{QDate(2026, 3, 9), QTime(10, 30)};
-    Clock::Override clock{[this] { return now; }};
-    SalesScene scene{context};
-    InventoryService inventory{context};
-    SalesService sales{context, inventory};
+struct HoldsTest : SalesTest {
     HeldSalesModel heldSales{context};
-    Ref<User> cashier = scene.user("Ama", UserRole::cashier);
     Ref<Product> soap = scene.product({.name = "Soap", .price = 10});
     Ref<Product> rice = scene.product({.name = "Rice", .price = 8, .unit = SellingUnit::kg});
 

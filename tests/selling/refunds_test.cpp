@@ -11,16 +11,8 @@
 
 namespace {
 
-struct RefundsTest : ::testing::Test {
-    TestStore store;
-    ModelContext& context = store.context();
-    QDateTime now{QDate(2026, 3, 9), QTime(10, 30)};
-    Clock::Override clock{[this] { return now; }};
-    SalesScene scene{context};
-    InventoryService inventory{context};
-    SalesService sales{context, inventory};
-    Ref<AppSettings> settings = scene.saved(std::make_shared<AppSettings>());
-    Ref<User> cashier = scene.user("Ama", UserRole::cashier);
+struct RefundsTest : SalesTest {
+    Ref<Customer> kofi;
 
     Ref<Sale> sell(const Cart& cart, PaymentMethodType method = PaymentMethodType::cash)
     {
@@ -31,6 +23,16 @@ struct RefundsTest : ::testing::Test {
     {
         return sales.writeRefund(sale, entries, QStringLiteral("Damaged"), cashier, nullptr, method,
                                  *settings);
+    }
+    // Soap to Kofi, who has `points` and spends `redeemed` of them on it.
+    Ref<Sale> sellToKofi(double price, double quantity, qint64 points, qint64 redeemed)
+    {
+        kofi = scene.customer("Kofi", points);
+        Cart cart;
+        cart.addOrIncrement(scene.product({.name = "Soap", .price = price}), quantity);
+        cart.setCustomer(kofi);
+        cart.setPointsToRedeem(redeemed);
+        return sell(cart);
     }
     QList<Ref<InventoryMovement>> movementsOf(const Ref<Product>& product)
     {
@@ -136,13 +138,7 @@ TEST_F(RefundsTest, ARefundIsANegativeSaleOfTheSameSeriesAndStockComesBack)
 
 TEST_F(RefundsTest, AFullRefundInTwoStepsGivesBackEveryPointWhateverTheShares)
 {
-    const Ref<Product> soap = scene.product({.name = "Soap", .price = 30});
-    const Ref<Customer> kofi = scene.customer("Kofi", 300);
-    Cart cart;
-    cart.addOrIncrement(soap, 3);
-    cart.setCustomer(kofi);
-    cart.setPointsToRedeem(100);
-    const Ref<Sale> sale = sell(cart);
+    const Ref<Sale> sale = sellToKofi(30, 3, 300, 100);
     ASSERT_EQ(sale->pointsRedeemed(), 100);
     ASSERT_GT(sale->pointsEarned(), 0);
     const Ref<SaleItem> line = sale->items().first();
@@ -161,13 +157,7 @@ TEST_F(RefundsTest, AFullRefundInTwoStepsGivesBackEveryPointWhateverTheShares)
 
 TEST_F(RefundsTest, ASalePaidWhollyByPointsGivesThemAllBackOnAnyPart)
 {
-    const Ref<Product> soap = scene.product({.name = "Soap", .price = 5});
-    const Ref<Customer> kofi = scene.customer("Kofi", 200);
-    Cart cart;
-    cart.addOrIncrement(soap, 2);
-    cart.setCustomer(kofi);
-    cart.setPointsToRedeem(200); // 200 × 0.05 covers the 10.00
-    const Ref<Sale> sale = sell(cart);
+    const Ref<Sale> sale = sellToKofi(5, 2, 200, 200); // 200 × 0.05 covers the 10.00
     ASSERT_DOUBLE_EQ(sale->total(), 0);
 
     refund(sale, {{sale->items().first(), 1}});

@@ -5,13 +5,17 @@
 #include "selling/cart.h"
 #include "selling/paymentinput.h"
 #include "selling/salesservice.h"
+#include "stock/inventoryservice.h"
 #include "store/unitofwork.h"
+#include "support/teststore.h"
 
 #include <QDateTime>
 
-// Records for a shop's sales, saved one unit of work each, and sales rung up through checkout as
-// the counter rings them, so that refunds, voids and the history see what a real sale leaves.
-// Header only: it needs the selling library, which each test executable that uses it links.
+#include <gtest/gtest.h>
+
+// Records for a shop's sales, saved one unit of work each, and the tenders that pay a cart as
+// checkout prices it, so that refunds, voids and the history see what a real sale leaves. Header
+// only: it needs the selling library, which each test executable that uses it links.
 struct SalesScene {
     explicit SalesScene(ModelContext& context)
         : context(context)
@@ -74,4 +78,18 @@ struct SalesScene {
     }
 
     ModelContext& context;
+};
+
+// A fresh store with the sales service on it, its settings and a cashier, the clock standing at
+// 10:30 on 9 March 2026 until a test moves it.
+struct SalesTest : ::testing::Test {
+    TestStore store;
+    ModelContext& context = store.context();
+    QDateTime now{QDate(2026, 3, 9), QTime(10, 30)};
+    Clock::Override clock{[this] { return now; }};
+    SalesScene scene{context};
+    InventoryService inventory{context};
+    SalesService sales{context, inventory};
+    Ref<AppSettings> settings = scene.saved(std::make_shared<AppSettings>());
+    Ref<User> cashier = scene.user("Ama", UserRole::cashier);
 };

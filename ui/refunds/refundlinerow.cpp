@@ -40,7 +40,8 @@ RefundLineRow::RefundLineRow(RefundViewModel& model, Ref<SaleItem> item, QWidget
     controls->setContentsMargins(0, 0, 0, 0);
     controls->setSpacing(6);
     controls->addStretch();
-    auto* unit = new QLabel(SellingUnits::symbol(m_unit), control);
+    // The field's unit stands behind it; a stepper's value carries its own.
+    auto* unit = new QLabel(control);
     unit->setFixedWidth(unitWidth);
     const QString what = QStringLiteral("Quantity of %1 to return").arg(m_item->productNameSnapshot());
     if (RefundViewModel::takesTypedQuantity(m_unit)) {
@@ -51,6 +52,7 @@ RefundLineRow::RefundLineRow(RefundViewModel& model, Ref<SaleItem> item, QWidget
         m_field->setInputMethodHints(Qt::ImhFormattedNumbersOnly);
         m_field->setAccessibleName(what);
         controls->addWidget(m_field);
+        unit->setText(SellingUnits::symbol(m_unit));
         connect(m_field, &QLineEdit::textEdited, this,
                 [this](const QString& typed) { m_model.setReturnQuantityText(*m_item, typed); });
         // What was typed beyond what is left shows as what the form holds once the field is left.

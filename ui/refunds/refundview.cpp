@@ -147,6 +147,14 @@ QWidget* RefundView::salePage()
     return page;
 }
 
+// The cashier types or scans the receipt number at once.
+void RefundView::showEvent(QShowEvent* event)
+{
+    QWidget::showEvent(event);
+    if (!m_model.foundSale())
+        m_receipt->setFocus();
+}
+
 QString RefundView::money(double amount) const
 {
     const Ref<AppSettings> settings = m_session.settings();

@@ -38,6 +38,9 @@ public:
     // Decides on approval, then processes; shows the refund's receipt once it is written.
     void process();
 
+protected:
+    void showEvent(QShowEvent* event) override;
+
 private:
     QWidget* salePage();
     void showSale();
