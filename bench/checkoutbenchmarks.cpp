@@ -2,6 +2,7 @@
 // transaction: the difference is what the record layer and the services cost on top of the disk.
 
 #include "benchstores.h"
+#include "writablestore.h"
 
 #include "records/posschema.h"
 #include "records/records.h"
@@ -46,12 +47,9 @@ SaleParts saleParts(ModelContext& context)
 
 void BM_CheckoutFiveLineCashSaleWithCustomer(benchmark::State& state)
 {
-    ModelContainer container(fiveYearStoreCopy(), POSSchema::description());
-    ModelContext& context = container.mainContext();
-    InventoryService inventory(context);
-    SalesService sales(context, inventory);
-    const Ref<AppSettings> settings = context.fetchFirst<AppSettings>();
-    const Ref<User> cashier = context.fetchFirst<User>();
+    WritableStore store;
+    ModelContext& context = store.context;
+    const Ref<AppSettings> settings = store.settings;
     const SaleParts parts = saleParts(context);
     if (!settings || parts.productIds.size() != linesPerSale || parts.customerId.isEmpty()) {
         state.SkipWithError("the store lacks settings, products or customers");
@@ -61,7 +59,8 @@ void BM_CheckoutFiveLineCashSaleWithCustomer(benchmark::State& state)
     for (const QString& id : parts.productIds) {
         const Ref<Product> product = context.find<Product>(QUuid(id));
         // Enough on hand for every iteration, through the ledger like any count.
-        inventory.adjust(product, product->stockQuantity() + 1000000, QStringLiteral("Benchmark"), cashier);
+        store.inventory.adjust(product, product->stockQuantity() + 1000000, QStringLiteral("Benchmark"),
+                               store.cashier);
         cart.addOrIncrement(product, 1);
     }
     cart.setCustomer(context.find<Customer>(QUuid(parts.customerId)));
@@ -69,7 +68,7 @@ void BM_CheckoutFiveLineCashSaleWithCustomer(benchmark::State& state)
     const QList<PaymentInput> cash = {{PaymentMethodType::cash, total, std::ceil(total / 10) * 10, {}}};
 
     for (auto _ : state) {
-        const Ref<Sale> sale = sales.checkout(cart, cash, cashier, nullptr, *settings);
+        const Ref<Sale> sale = store.sales.checkout(cart, cash, store.cashier, nullptr, *settings);
         benchmark::DoNotOptimize(sale);
     }
 }

@@ -7,6 +7,7 @@
 #include "ui/access/loginview.h"
 #include "ui/appointments/appointmentsview.h"
 #include "ui/customers/customersview.h"
+#include "ui/history/saleshistoryview.h"
 #include "ui/inventory/inventoryview.h"
 #include "ui/navigation/mainnavigationview.h"
 #include "ui/navigation/poscommands.h"
@@ -16,6 +17,7 @@
 #include "ui/stores/marketcommands.h"
 #include "ui/audit/auditlogview.h"
 #include "ui/receipts/dialogprintpanel.h"
+#include "ui/refunds/refundview.h"
 #include "ui/stores/newmarketsheet.h"
 #include "ui/suppliers/suppliersview.h"
 #include "ui/till/tillview.h"
@@ -84,6 +86,8 @@ SectionScreens MainWindow::sectionScreens()
     });
     screens.add(AppSection::suppliers, [this] { return new SuppliersView(m_environment); });
     screens.add(AppSection::customers, [this] { return new CustomersView(m_environment, m_session); });
+    screens.add(AppSection::salesHistory, [this] { return new SalesHistoryView(m_environment, m_session); });
+    screens.add(AppSection::refunds, [this] { return new RefundView(m_environment, m_session); });
     screens.add(AppSection::staff, [this] { return new StaffView(m_environment, m_session); });
     screens.add(AppSection::till, [this] { return new TillView(m_environment, m_session); });
     screens.add(AppSection::auditLog,

@@ -21,4 +21,8 @@
 
 class HeldSale final : public Record {
     TALLY_RECORD(HeldSale, TALLY_HELD_SALE_FIELDS)
+
+public:
+    // What the list shows: the lines at their held prices less their discounts, not rounded.
+    double subtotal() const;
 };

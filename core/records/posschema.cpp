@@ -48,6 +48,18 @@ void addUniqueInvoiceNumbers(SqliteConnection& connection)
     connection.execute(
         QStringLiteral("CREATE UNIQUE INDEX \"Sale_invoiceNumber_unique\" ON \"Sale\" (\"invoiceNumber\")"));
 }
+
+// Sales history pages by (timestamp, id), newest first, over all sales, one cashier's, or the
+// customers a search matched; each reads along one of these without sorting.
+void addSalesHistoryIndexes(SqliteConnection& connection)
+{
+    connection.execute(
+        QStringLiteral("CREATE INDEX IF NOT EXISTS \"Sale_history\" ON \"Sale\" (\"timestamp\", \"id\")"));
+    connection.execute(QStringLiteral("CREATE INDEX IF NOT EXISTS \"Sale_history_cashier\" ON \"Sale\" "
+                                      "(\"cashier\", \"timestamp\", \"id\")"));
+    connection.execute(QStringLiteral("CREATE INDEX IF NOT EXISTS \"Sale_history_customer\" ON \"Sale\" "
+                                      "(\"customer\", \"timestamp\", \"id\")"));
+}
 } // namespace
 
 SchemaDescription POSSchema::description()
@@ -85,6 +97,7 @@ SchemaDescription POSSchema::description()
         0x54414C59, // "TALY": marks the file as a store of this program
         {
             {2, addUniqueInvoiceNumbers},
+            {3, addSalesHistoryIndexes},
         },
     };
 }

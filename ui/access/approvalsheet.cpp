@@ -48,6 +48,21 @@ ApprovalSheet* ApprovalSheet::raise(ApprovalRequest request, AppEnvironment& env
     return sheet;
 }
 
+ApprovalSheet* ApprovalSheet::askPIN(AuditAction action, const QString& summary, const ViewModel& model,
+                                     std::function<bool(const Ref<User>&)> perform,
+                                     AppEnvironment& environment, QWidget* parent)
+{
+    ApprovalRequest request;
+    request.action = action;
+    request.summary = summary;
+    request.needsPIN = true;
+    request.perform = [&model, perform = std::move(perform)](const Ref<User>& approver, const QString&) {
+        if (!perform(approver))
+            throw Refusal(model.errorMessage().value_or(QString()));
+    };
+    return raise(std::move(request), environment, parent);
+}
+
 void ApprovalSheet::primaryAction()
 {
     if (m_model.approve()) {

@@ -17,6 +17,11 @@ public:
 
     // Opens a sheet for the request over `parent`; it deletes itself once closed.
     static ApprovalSheet* raise(ApprovalRequest request, AppEnvironment& environment, QWidget* parent);
+    // Asks an admin's PIN for an action of `model`: `perform` gets the approver and says whether
+    // the action went through; when it didn't, the sheet shows the model's message and stays open.
+    static ApprovalSheet* askPIN(AuditAction action, const QString& summary, const ViewModel& model,
+                                 std::function<bool(const Ref<User>& approver)> perform,
+                                 AppEnvironment& environment, QWidget* parent);
 
     QLineEdit* pinField() const { return m_pin; }
     QLineEdit* reasonField() const { return m_reason; }

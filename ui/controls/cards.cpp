@@ -1,5 +1,6 @@
 #include "ui/controls/cards.h"
 
+#include "ui/controls/scrollpage.h"
 #include "ui/style/theme.h"
 
 #include <QLabel>
@@ -71,10 +72,5 @@ QScrollArea* makeSectionScroll(const QList<QWidget*>& sections, int spacing, QWi
         column->addWidget(section);
     }
     column->addStretch();
-    auto* scroll = new QScrollArea(parent);
-    scroll->setWidgetResizable(true);
-    scroll->setFrameShape(QFrame::NoFrame);
-    scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    scroll->setWidget(page);
-    return scroll;
+    return makeScrollPage(page, parent);
 }

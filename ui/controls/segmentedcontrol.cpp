@@ -6,6 +6,11 @@
 #include <QHBoxLayout>
 #include <QPushButton>
 
+namespace {
+// The theme's padding of a segment on both sides, and its borders.
+constexpr int segmentPadding = 2 * 14 + 2;
+} // namespace
+
 SegmentedControl::SegmentedControl(const QStringList& labels, QWidget* parent)
     : QWidget(parent)
     , m_group(new QButtonGroup(this))
@@ -22,6 +27,10 @@ SegmentedControl::SegmentedControl(const QStringList& labels, QWidget* parent)
                                         : index == labels.size() - 1 ? QStringLiteral("last")
                                                                      : QStringLiteral("middle"));
         button->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+        // The chosen segment's text is bold: room for that, so that choosing one never clips it.
+        QFont bold = button->font();
+        bold.setWeight(QFont::DemiBold);
+        button->setMinimumWidth(QFontMetrics(bold).horizontalAdvance(labels[index]) + segmentPadding);
         m_group->addButton(button, index);
         layout->addWidget(button);
     }

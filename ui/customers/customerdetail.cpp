@@ -8,6 +8,7 @@
 #include "ui/controls/errorlabel.h"
 #include "ui/controls/formfields.h"
 #include "ui/controls/lazyrefresh.h"
+#include "ui/controls/scrollpage.h"
 #include "ui/controls/tables.h"
 #include "ui/customers/adjustpointssheet.h"
 #include "ui/customers/receiveaccountpaymentsheet.h"

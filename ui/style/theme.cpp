@@ -37,6 +37,8 @@ QLabel[kind="note"] { font-size: 13px; color: #5f6b7a; }
 QLabel[kind="strong"] { font-weight: 600; }
 QLabel[kind="error"] { color: #c62828; }
 QLabel[kind="warning"] { font-size: 13px; color: #9a5b00; }
+*[kind="alert"] { background: #fbe9e7; border: 1px solid #f0c4bd; border-radius: 8px; }
+*[kind="alert"] QLabel { color: #a32a1e; background: transparent; border: none; }
 *[kind="card"] QLabel[kind="badge"], QLabel[kind="badge"] { font-size: 12px; color: #1d4f86; background: #dce8f6; border-radius: 8px;
                        padding: 1px 8px; }
 
@@ -62,6 +64,7 @@ QPushButton[kind="primary"] { background: #2f6fb3; border: 1px solid #2f6fb3; co
 QPushButton[kind="primary"]:hover { background: #285f9a; }
 QPushButton[kind="primary"]:pressed { background: #224f80; }
 QPushButton[kind="primary"]:focus { border: 2px solid #1d4f86; }
+QPushButton[kind="primary"]:disabled { background: #a9c3e0; border: 1px solid #a9c3e0; color: #f4f7fb; }
 
 QPushButton[kind="segment"] { border-radius: 0; padding: 6px 14px; margin: 0; }
 QPushButton[kind="segment"][position="first"] { border-top-left-radius: 6px;

@@ -32,7 +32,7 @@ TEST_F(WindowTest, ACashierSeesOnlyTheCashierSectionsAndIsKeptOffAdminOnes)
 
     MainNavigationView* view = screen<MainNavigationView>();
     ASSERT_NE(view, nullptr);
-    EXPECT_EQ(sidebarTitles(*view), (QStringList{"Appointments", "Customers", "Till & Shifts"}));
+    EXPECT_EQ(sidebarTitles(*view), (QStringList{"Appointments", "Customers", "Sales History", "Refunds", "Till & Shifts"}));
     EXPECT_TRUE(visibleTexts(view).contains("Cashier"));
 
     // A request from elsewhere for the cashier's own section goes through; one for Settings is used up
@@ -57,8 +57,8 @@ TEST_F(WindowTest, AnAdminSeesEveryBuiltSectionAndSignOutLeavesTheShiftOpen)
     MainNavigationView* view = screen<MainNavigationView>();
     ASSERT_NE(view, nullptr);
     EXPECT_EQ(sidebarTitles(*view),
-              (QStringList{"Appointments", "Products", "Inventory", "Suppliers", "Customers", "Staff",
-                           "Till & Shifts", "Audit Log", "Settings"}));
+              (QStringList{"Appointments", "Products", "Inventory", "Suppliers", "Customers", "Staff", "Sales History",
+                           "Refunds", "Till & Shifts", "Audit Log", "Settings"}));
     EXPECT_EQ(view->sidebar()->currentRow(), 0);
     window->actionBus().setRequestedSection(AppSection::settings);
     EXPECT_NE(qobject_cast<SettingsView*>(view->currentScreen()), nullptr);
@@ -83,7 +83,7 @@ TEST_F(WindowTest, AnotherUserGetsAFreshMainWindow)
     ASSERT_NE(screen<MainNavigationView>(), nullptr);
     EXPECT_NE(screen<MainNavigationView>(), first.data());
     EXPECT_EQ(sidebarTitles(*screen<MainNavigationView>()),
-              (QStringList{"Appointments", "Customers", "Till & Shifts"}));
+              (QStringList{"Appointments", "Customers", "Sales History", "Refunds", "Till & Shifts"}));
 }
 
 namespace {
