@@ -3,6 +3,7 @@
 #include "records/records.h"
 #include "reportbuilders.h"
 #include "reports/filewriteerror.h"
+#include "strictcsv.h"
 #include "support/teststore.h"
 
 #include <gtest/gtest.h>
@@ -86,6 +87,17 @@ AccountMap ownAccounts()
 Journal busyJournal()
 {
     return AccountingExportService::journal(march(9), busyDay(), busyDayAccountPayments());
+}
+
+// The file as a strict RFC 4180 reader sees it.
+QList<QStringList> parsed(const QString& text)
+{
+    const auto result = readStrictCSV(text);
+    if (const QString* error = std::get_if<QString>(&result)) {
+        ADD_FAILURE() << qPrintable(*error);
+        return {};
+    }
+    return std::get<QList<QStringList>>(result);
 }
 
 } // namespace
@@ -261,6 +273,9 @@ TEST(AccountingCSV, QuickBooksLayoutByteForByte)
         "POS-20260309,09/03/2026,Sales,,170.00,Sales before tax and discounts,Brindle daily summary\n");
     EXPECT_EQ(text, QStringLiteral("Journal No,Journal Date,Account Name,Debits,Credits,Description,Memo\n") +
                         rows);
+    const QList<QStringList> records = parsed(text);
+    ASSERT_EQ(records.size(), 12);
+    EXPECT_EQ(records[10].at(5), QStringLiteral("VAT \"std\""));
 }
 
 TEST(AccountingCSV, XeroLayoutByteForByteWithCreditsNegative)
@@ -279,6 +294,14 @@ TEST(AccountingCSV, XeroLayoutByteForByteWithCreditsNegative)
         "Exempt,-170.00,,,,\n");
     EXPECT_TRUE(text.startsWith(header + first)) << qPrintable(text);
     EXPECT_TRUE(text.endsWith(last)) << qPrintable(text);
+
+    const QList<QStringList> records = parsed(text);
+    ASSERT_EQ(records.size(), 12);
+    EXPECT_EQ(records[0].join(u','), header.chopped(1));
+    double sum = 0;
+    for (qsizetype i = 1; i < records.size(); ++i)
+        sum += records[i].at(5).toDouble();
+    EXPECT_NEAR(sum, 0, 1e-9);
 }
 
 TEST(AccountingCSV, ThePreviewNamesXeroAccountsByCodeAndName)
