@@ -6,6 +6,8 @@ tools/install-deps.sh
 launcher=()
 # ccache is a help when it is there, not a requirement.
 command -v ccache >/dev/null && launcher=(-DCMAKE_CXX_COMPILER_LAUNCHER=ccache)
+# Let ccache keep compiles that use the precompiled headers.
+export CCACHE_SLOPPINESS=pch_defines,time_macros,include_file_mtime,include_file_ctime
 cmake -S . -B build/test -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo -DTALLYRUN_TESTS=ON -DTALLYRUN_BENCH=ON \
       -DTALLYRUN_WERROR=ON "${launcher[@]}" >/dev/null
 cmake --build build/test
