@@ -1,6 +1,6 @@
 #include "ui/appointments/appointmentrowdelegate.h"
 
-#include "ui/controls/recordrowdelegate.h"
+#include "ui/controls/paintedrow.h"
 
 #include <QPainter>
 
@@ -10,9 +10,7 @@ constexpr int lineGap = 3;
 
 QFont smallFont(const QFont& base)
 {
-    QFont small = base;
-    small.setPixelSize(13);
-    return small;
+    return PaintedRow::sized(base, 13);
 }
 
 // Below the time: the service always, the customer and the warning when there are any.
@@ -41,7 +39,7 @@ void AppointmentRowDelegate::paint(QPainter* painter, const QStyleOptionViewItem
                                    const QModelIndex& index) const
 {
     painter->save();
-    const bool selected = paintRowGround(painter, option);
+    const bool selected = PaintedRow::paintGround(painter, option);
 
     const QRect area = option.rect.adjusted(14, padding, -14, -padding);
     const QFont small = smallFont(option.font);
@@ -54,10 +52,10 @@ void AppointmentRowDelegate::paint(QPainter* painter, const QStyleOptionViewItem
     const int statusWidth = status.isEmpty() ? 0 : smallMetrics.horizontalAdvance(status) + 12;
     QRect line(area.left(), area.top(), area.width(), boldMetrics.height());
     painter->setFont(small);
-    painter->setPen(selected ? QColor(0xdc, 0xe8, 0xf6) : QColor(0x5f, 0x6b, 0x7a));
+    painter->setPen(PaintedRow::sideInk(selected));
     painter->drawText(line, Qt::AlignRight | Qt::AlignVCenter, status);
     painter->setFont(bold);
-    painter->setPen(selected ? QColor(Qt::white) : QColor(0x1f, 0x23, 0x28));
+    painter->setPen(PaintedRow::mainInk(selected));
     painter->drawText(line.adjusted(0, 0, -statusWidth, 0), Qt::AlignLeft | Qt::AlignVCenter,
                       boldMetrics.elidedText(index.data(Qt::DisplayRole).toString(), Qt::ElideRight,
                                              area.width() - statusWidth));

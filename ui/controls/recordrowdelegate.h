@@ -2,10 +2,6 @@
 
 #include <QStyledItemDelegate>
 
-// The ground of a list row as every record list paints it: highlighted when chosen, tinted under the
-// mouse, a hairline below. True when chosen, for the text to be drawn light.
-bool paintRowGround(QPainter* painter, const QStyleOptionViewItem& option);
-
 // A record's row in a list: the name in bold with " · Inactive" beside it when so, and a line of
 // detail below. The item's text is the name; the roles carry the rest.
 class RecordRowDelegate : public QStyledItemDelegate {
