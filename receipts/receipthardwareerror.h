@@ -1,12 +1,12 @@
 #pragma once
 
-#include "refusal/refusal.h"
+#include "refusal/caseerror.h"
+
+enum class ReceiptHardwareErrorCase { printerNotFound, sendFailed, noPrinterChosen };
 
 // Why the receipt printer didn't take a command, in the words shown at the counter.
-class ReceiptHardwareError : public Refusal {
+class ReceiptHardwareError : public CasedRefusal<ReceiptHardwareErrorCase> {
 public:
-    enum class Case { printerNotFound, sendFailed, noPrinterChosen };
-
     static ReceiptHardwareError printerNotFound(const QString& name)
     {
         return {Case::printerNotFound,
@@ -24,16 +24,8 @@ public:
                                                       "cash drawer opens through it.")};
     }
 
-    Case errorCase() const { return m_case; }
-
 private:
-    ReceiptHardwareError(Case errorCase, const QString& description)
-        : Refusal(description)
-        , m_case(errorCase)
-    {
-    }
-
-    Case m_case;
+    using CasedRefusal::CasedRefusal;
 };
 
 class ReceiptPrintError : public Refusal {
