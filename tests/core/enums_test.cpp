@@ -43,7 +43,6 @@ TEST(Enums, UnknownRawTextFallsBackOrIsAbsent)
         EXPECT_EQ(PaymentMethodTypes::fromRaw(raw), PaymentMethodType::cash);
     }
     EXPECT_EQ(SaleStatuses::fromRaw("Voided"), std::nullopt);
-    EXPECT_EQ(SaleStatuses::fromRaw(""), std::nullopt);
     EXPECT_EQ(UserRoles::fromRaw("Admin"), std::nullopt);
     EXPECT_EQ(InventoryMovementTypes::fromRaw("StockIn"), InventoryMovementType::adjustment);
     EXPECT_EQ(CashMovementTypes::fromRaw("PayOut"), CashMovementType::payIn);
@@ -72,15 +71,10 @@ TEST(Enums, ProductTypeParseComparesLettersOnly)
     const struct {
         const char* text;
         std::optional<ProductType> type;
-    } cases[] = {
-        {"Inventory Item", ProductType::inventory},
-        {"Non-Inventory Item", ProductType::nonInventory},
-        {"non stocked", ProductType::nonInventory},
-        {" Services ", ProductType::service},
-        {"service 2", ProductType::service},
-        {"non", std::nullopt},
-        {"", std::nullopt},
-    };
+    } cases[] = {{"Inventory Item", ProductType::inventory}, {"Non-Inventory Item", ProductType::nonInventory},
+                 {"non stocked", ProductType::nonInventory}, {" Services ", ProductType::service},
+                 {"service 2", ProductType::service},       {"non", std::nullopt},
+                 {"", std::nullopt}};
     for (const auto& c : cases)
         EXPECT_EQ(ProductTypes::parse(c.text), c.type) << '"' << c.text << '"';
 }

@@ -49,13 +49,8 @@ TEST(TaxSetupEnsure, NewStoreGetsTheStandardTaxesAndAFifteenPercentDefault)
     auto fallback = TaxSetup::defaultGroup(context, settings);
     ASSERT_TRUE(fallback);
     EXPECT_EQ(fallback->name(), QStringLiteral("Tax 15%"));
-    ASSERT_EQ(fallback->taxes().size(), 1);
-    EXPECT_EQ(fallback->taxes().first()->name(), QStringLiteral("Tax"));
-    EXPECT_EQ(fallback->sortOrder(), 10);
-    EXPECT_FALSE(context.hasChanges()); // saved
-
-    store.reopen();
-    EXPECT_EQ(store.context().count<Tax>(), 4);
+    EXPECT_EQ(fallback->taxes().size(), 1);
+    EXPECT_EQ(countRowsOnDisk(store.path(), QStringLiteral("Tax")), 4);
 }
 
 TEST(TaxSetupEnsure, OldStoreProductsGoToGroupsByRateOnce)
@@ -116,11 +111,9 @@ TEST(TaxSetupSync, RatesFollowGroupsMovesAndDeletedTaxes)
     TestStore store;
     auto& context = store.context();
     auto settings = std::make_shared<AppSettings>();
-    context.insert(settings);
-    auto product = std::make_shared<Product>();
-    context.insert(product);
     settings->setDefaultTaxRate(0);
-    context.save(); // tax setup writes in units of work of its own, which begin with nothing pending
+    store.saved(settings);
+    auto product = store.saved(std::make_shared<Product>());
     TaxSetup::applyDefault(product, context, settings);
     EXPECT_TRUE(product->isTaxable());
     EXPECT_NEAR(product->taxRate(), 0.2, 1e-12);
@@ -144,18 +137,4 @@ TEST(TaxSetupSync, RatesFollowGroupsMovesAndDeletedTaxes)
     product->setTaxRate(0.3);
     TaxSetup::sync(*product);
     EXPECT_EQ(product->taxRate(), 0);
-}
-
-TEST(TaxSetupBreakdown, AddsUpToTheTotalAcrossItems)
-{
-    auto a = SaleItem::make(nullptr, 1, 100, 0, 0.2, 0, false);
-    a->setTaxComponentsRaw(QStringLiteral("NHIL (2.5%)|0.025\nVAT (15%)|0.15\nGETFund Levy (2.5%)|0.025"));
-    auto b = SaleItem::make(nullptr, 1, 3.33, 0, 0.15, 0, false); // from before components were kept
-    const auto lines = TaxSetup::breakdown({a, b}, 20.50);
-    ASSERT_EQ(lines.size(), 4u);
-    double sum = 0;
-    for (const auto& line : lines)
-        sum += line.amount;
-    EXPECT_NEAR(sum, 20.50, 1e-9);
-    EXPECT_EQ(lines[3].label, QStringLiteral("Tax (15%)"));
 }

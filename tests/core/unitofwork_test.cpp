@@ -22,16 +22,6 @@ Ref<Category> addCategory(ModelContext& context, const QString& name)
     return category;
 }
 
-// A write of two records, the second read back before the save: a read-triggered flush.
-void writeTwoCategories(ModelContext& context)
-{
-    performUnitOfWork(context, [&] {
-        addCategory(context, QStringLiteral("Drinks"));
-        context.count<Category>();
-        addCategory(context, QStringLiteral("Snacks"));
-    });
-}
-
 } // namespace
 
 TEST(UnitOfWork, AnyExceptionRollsBackEverythingSinceItBegan)
@@ -123,29 +113,6 @@ TEST(UnitOfWork, AListenerThatThrowsCannotMakeACommittedSaveLookFailed)
     EXPECT_FALSE(context.hasChanges());
 }
 
-TEST(UnitOfWork, EveryFailingCallLeavesFileAndMemoryAsTheyWere)
-{
-    for (int code : injectedFaultCodes()) {
-        TestStore store;
-        ModelContext& context = store.context();
-        const Ref<Category> existing =
-            performUnitOfWork(context, [&] { return addCategory(context, QStringLiteral("Existing")); });
-        const int failures = failEachCallUntilItSucceeds(context, store.path(), code, [&]() -> std::optional<QString> {
-            try {
-                performUnitOfWork(context, [&] {
-                    existing->setName(QStringLiteral("Renamed"));
-                    writeTwoCategories(context);
-                });
-                return std::nullopt;
-            } catch (const Refusal& refusal) {
-                return refusal.description();
-            }
-        });
-        EXPECT_GT(failures, 3);
-        EXPECT_EQ(countRowsOnDisk(store.path(), QStringLiteral("Category")), 3);
-    }
-}
-
 TEST(Statements, PagesReuseOneStatementAndTheCacheStaysBounded)
 {
     TestStore store;
@@ -179,9 +146,8 @@ TEST(Statements, ABusyStatementIsNeverHandedToASecondCaller)
             ++innerRows;
         EXPECT_EQ(innerRows, 3);
     }
-    // The outer cursor kept its place.
     ASSERT_TRUE(outer.step());
-    EXPECT_EQ(outer.integer(0), 2);
+    EXPECT_EQ(outer.integer(0), 2) << "the outer cursor kept its place";
 }
 
 TEST(RowQuery, ReadsProjectionsWithoutMakingRecords)
@@ -192,15 +158,10 @@ TEST(RowQuery, ReadsProjectionsWithoutMakingRecords)
         addCategory(context, QStringLiteral("A"));
         addCategory(context, QStringLiteral("B"));
     });
-    struct NameRow {
-        QString name;
-        qint64 length;
-    };
-    const QList<NameRow> rows = context.rows<NameRow>(
-        QStringLiteral("SELECT \"name\", length(\"name\") FROM \"Category\" WHERE \"name\" > ? ORDER BY \"name\""),
-        {QStringLiteral("A")}, [](const SqliteStatement& row) { return NameRow{row.text(0), row.integer(1)}; });
-    ASSERT_EQ(rows.size(), 1);
-    EXPECT_EQ(rows.first().name, QStringLiteral("B"));
+    const QList<QString> rows = context.rows<QString>(
+        QStringLiteral("SELECT \"name\" FROM \"Category\" WHERE \"name\" > ? ORDER BY \"name\""),
+        {QStringLiteral("A")}, [](const SqliteStatement& row) { return row.text(0); });
+    EXPECT_EQ(rows, QList<QString>{QStringLiteral("B")});
     EXPECT_TRUE(context.liveRecords().isEmpty()); // nobody holds the two inserted above
 }
 

@@ -21,23 +21,19 @@ const char* const brokenRowQueries[] = {
     // Every sale has its lines and payments, all of them.
     "SELECT COUNT(*) FROM Sale s WHERE NOT EXISTS (SELECT 1 FROM SaleItem i WHERE i.sale = s.id) "
     "OR NOT EXISTS (SELECT 1 FROM Payment p WHERE p.sale = s.id)",
-    "SELECT COUNT(*) FROM Sale s WHERE abs(s.subtotal - (SELECT SUM(i.unitPrice * i.quantity) FROM SaleItem "
-    "i "
-    "WHERE i.sale = s.id)) > 0.00501",
-    "SELECT COUNT(*) FROM Sale s WHERE abs(s.total - (SELECT SUM(p.amount) FROM Payment p WHERE p.sale = "
-    "s.id)) "
+    "SELECT COUNT(*) FROM Sale s WHERE abs(s.subtotal - "
+    "(SELECT SUM(i.unitPrice * i.quantity) FROM SaleItem i WHERE i.sale = s.id)) > 0.00501",
+    "SELECT COUNT(*) FROM Sale s WHERE abs(s.total - (SELECT SUM(p.amount) FROM Payment p WHERE p.sale = s.id)) "
     "> 0.01001",
     // One movement for each stock-tracked line, none without its sale.
-    "SELECT COUNT(*) FROM SaleItem i WHERE i.productTypeRaw = 'inventory' AND NOT EXISTS (SELECT 1 FROM "
-    "InventoryMovement m WHERE m.relatedSale = i.sale AND m.product = i.product)",
-    "SELECT COUNT(*) FROM InventoryMovement m WHERE NOT EXISTS (SELECT 1 FROM Sale s WHERE s.id = "
-    "m.relatedSale)",
+    "SELECT COUNT(*) FROM SaleItem i WHERE i.productTypeRaw = 'inventory' AND NOT EXISTS "
+    "(SELECT 1 FROM InventoryMovement m WHERE m.relatedSale = i.sale AND m.product = i.product)",
+    "SELECT COUNT(*) FROM InventoryMovement m WHERE NOT EXISTS (SELECT 1 FROM Sale s WHERE s.id = m.relatedSale)",
     // Loyalty balances are the sums of their ledgers, and each sale's points are in it.
-    "SELECT COUNT(*) FROM Customer c WHERE c.loyaltyPoints != (SELECT COALESCE(SUM(e.points), 0) FROM "
-    "LoyaltyEntry e WHERE e.customer = c.id)",
-    "SELECT COUNT(*) FROM Sale s WHERE s.pointsEarned - s.pointsRedeemed != (SELECT COALESCE(SUM(e.points), "
-    "0) "
-    "FROM LoyaltyEntry e WHERE e.reference = s.invoiceNumber)",
+    "SELECT COUNT(*) FROM Customer c WHERE c.loyaltyPoints != "
+    "(SELECT COALESCE(SUM(e.points), 0) FROM LoyaltyEntry e WHERE e.customer = c.id)",
+    "SELECT COUNT(*) FROM Sale s WHERE s.pointsEarned - s.pointsRedeemed != "
+    "(SELECT COALESCE(SUM(e.points), 0) FROM LoyaltyEntry e WHERE e.reference = s.invoiceNumber)",
 };
 
 struct CrashTest : ::testing::Test {

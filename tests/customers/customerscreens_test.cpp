@@ -4,7 +4,6 @@
 #include "customers/receiveaccountpaymentmodel.h"
 
 #include "accountbuilders.h"
-#include "records/customerpayment.h"
 #include "support/printers.h"
 #include "support/teststore.h"
 
@@ -34,7 +33,6 @@ TEST_F(CustomerScreensTest, ListSearchesEmailInAnyCaseAndShowsWhoOwes)
     EXPECT_EQ(rows[0].owesText, QStringLiteral("Owes ₵20.00"));
     EXPECT_EQ(rows[1].owesText, std::nullopt);
 
-    // Phone search is pinned by the Customers screen test.
     list.setSearchText(QStringLiteral("example.com"));
     ASSERT_EQ(list.rows().size(), 1);
     EXPECT_EQ(list.rows()[0].customer, ama);
@@ -61,43 +59,18 @@ TEST_F(CustomerScreensTest, DeleteWarnsAboutTheBalanceAndSalesThenUnlinksThem)
     EXPECT_EQ(countRowsOnDisk(store.path(), QStringLiteral("Customer")), 0);
 }
 
-// "1,000" was once read as 0, which means no limit at all.
-TEST_F(CustomerScreensTest, CreditLimitIsReadAsMoneyAndTextThatIsNoAmountIsRefused)
+// "1,000" read as money is checked by the fault loop's new customer.
+TEST_F(CustomerScreensTest, ACreditLimitThatIsNoAmountIsRefusedAndTheSavedOneKept)
 {
     const Ref<Customer> ama = addCustomer(context, {.name = QStringLiteral("Ama"), .creditLimit = 200});
-    const struct {
-        const char* typed;
-        std::optional<double> saved; // absent: refused, the limit stays as last saved
-    } cases[] = {{"1,000", 1000}, {"0", 0}, {"abc", std::nullopt}, {"", std::nullopt}};
-    for (const auto& c : cases) {
-        CustomerDetailModel detail(accounts, loyalty, context, session, ama);
-        // The saved amount written another way is no edit.
-        detail.setCreditLimitText(QString::number(ama->creditLimit(), 'f', 2));
-        EXPECT_FALSE(detail.hasUnsavedEdits()) << c.typed;
-        detail.setCreditLimitText(QString::fromUtf8(c.typed));
-        EXPECT_EQ(detail.save(), c.saved.has_value()) << c.typed;
-        if (c.saved) {
-            EXPECT_EQ(ama->creditLimit(), *c.saved) << c.typed;
-            EXPECT_EQ(detail.creditLimitProblem(), std::nullopt) << c.typed;
-            EXPECT_FALSE(detail.hasUnsavedEdits()) << c.typed;
-        } else {
-            EXPECT_EQ(detail.creditLimitProblem(), QStringLiteral("Enter an amount such as 1,250.00.")) << c.typed;
-            EXPECT_TRUE(detail.hasUnsavedEdits()) << c.typed;
-            EXPECT_EQ(ama->creditLimit(), 0) << c.typed << " left the last saved limit";
-        }
-    }
-}
-
-TEST_F(CustomerScreensTest, ANewCustomerReachesTheStoreOnlyOnSave)
-{
-    const Ref<Customer> fresh = CustomersViewModel::addCustomer();
-    CustomerDetailModel detail(accounts, loyalty, context, session, fresh);
-    EXPECT_TRUE(detail.isNew());
-    EXPECT_FALSE(detail.hasUnsavedEdits()) << "nothing typed yet, nothing to lose";
-    detail.setName(QStringLiteral("Esi"));
-    ASSERT_TRUE(detail.save());
-    EXPECT_FALSE(detail.isNew());
-    EXPECT_EQ(detail.customer()->id(), fresh->id());
+    CustomerDetailModel detail(accounts, loyalty, context, session, ama);
+    detail.setCreditLimitText(QStringLiteral("200.00"));
+    EXPECT_FALSE(detail.hasUnsavedEdits()) << "the saved amount written another way is no edit";
+    detail.setCreditLimitText(QString());
+    EXPECT_FALSE(detail.save());
+    EXPECT_EQ(detail.creditLimitProblem(), QStringLiteral("Enter an amount such as 1,250.00."));
+    EXPECT_TRUE(detail.hasUnsavedEdits());
+    EXPECT_EQ(ama->creditLimit(), 200);
 }
 
 TEST_F(CustomerScreensTest, ReceivePaymentReadsMoneyAsTypedAndPutsOnlyCashInTheTill)
@@ -111,10 +84,6 @@ TEST_F(CustomerScreensTest, ReceivePaymentReadsMoneyAsTypedAndPutsOnlyCashInTheT
     EXPECT_EQ(cash.owesLine(), QStringLiteral("Ama owes ₵50.00."));
     EXPECT_EQ(cash.tillNote(),
               QStringLiteral("The cash goes into the open till and is included in Expected Cash."));
-    // A money field: "12,50" could be twelve and a half or twelve hundred and fifty, so it is asked again.
-    cash.setAmountText(QStringLiteral("12,50"));
-    EXPECT_FALSE(cash.record());
-    EXPECT_EQ(cash.errorMessage(), QStringLiteral("Enter an amount such as 1,250.00."));
     cash.setAmountText(QStringLiteral("₵12.50"));
     EXPECT_TRUE(cash.record());
     EXPECT_EQ(done, 1);
@@ -122,19 +91,12 @@ TEST_F(CustomerScreensTest, ReceivePaymentReadsMoneyAsTypedAndPutsOnlyCashInTheT
     ReceiveAccountPaymentModel card(accounts, session, ama, 37.5, [this] { ++done; });
     card.setMethod(PaymentMethodType::card);
     EXPECT_EQ(card.tillNote(), std::nullopt);
-    card.setAmountText(QString());
-    EXPECT_FALSE(card.record());
-    EXPECT_EQ(card.errorMessage(), QStringLiteral("Enter an amount greater than zero."));
     card.fillFullBalance();
     EXPECT_EQ(card.amountText(), QStringLiteral("37.50"));
     EXPECT_TRUE(card.record());
 
     EXPECT_EQ(accounts.cashReceived(shift), 12.5);
     EXPECT_EQ(accounts.balance(ama), 0);
-    const QList<Ref<CustomerPayment>> payments = context.fetch<CustomerPayment>(
-        FetchDescriptor(CustomerPayment::Col::methodRaw == QStringLiteral("card")));
-    ASSERT_EQ(payments.size(), 1);
-    EXPECT_EQ(payments[0]->tillShift(), nullptr);
 
     session.setCurrentTillShift(nullptr);
     EXPECT_EQ(cash.tillNote(),
@@ -151,8 +113,7 @@ TEST_F(CustomerScreensTest, AdjustPointsSignsByDirectionAndShowsTheNewBalance)
     EXPECT_EQ(sheet.newBalanceText(), QStringLiteral("New balance: 6 points"));
     sheet.setPointsText(QStringLiteral("2.5"));
     EXPECT_EQ(sheet.newBalanceText(), std::nullopt);
-    EXPECT_FALSE(sheet.save());
-    EXPECT_EQ(sheet.errorMessage(), QStringLiteral("Enter a number of points other than zero."));
+    EXPECT_FALSE(sheet.save()) << "whole points only";
 
     sheet.setPointsText(QStringLiteral("4"));
     sheet.setReason(QStringLiteral("correction"));

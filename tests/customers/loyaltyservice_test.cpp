@@ -48,19 +48,14 @@ TEST_F(LoyaltyServiceTest, PointsEarnedFloorsWithASlackForWholeMultiples)
     EXPECT_EQ(LoyaltyService::pointsEarned(100, settings), 0);
 }
 
-TEST_F(LoyaltyServiceTest, SaleRedeemsFirstThenEarnsOnTheNetAfterRedemptionWithoutSaving)
+// The figures of redeeming and earning are checked through checkout; here, what is booked.
+TEST_F(LoyaltyServiceTest, SaleBooksRedeemedThenEarnedWithoutSaving)
 {
     const Ref<Customer> ama = addCustomer(context, {.points = 500});
     const Ref<Sale> sale = saleFor(ama);
-    // 100.00 of goods, 20.00 off for 400 points, 12.00 tax on top: earns on 80.00.
     sale->setPointsDiscount(20);
-    sale->setTaxTotal(12);
-    sale->setTotal(92);
+    sale->setTotal(80);
     loyalty.applySale(sale, 400, settings, nullptr);
-
-    EXPECT_EQ(sale->pointsRedeemed(), 400);
-    EXPECT_EQ(sale->pointsEarned(), 8);
-    EXPECT_EQ(ama->loyaltyPoints(), 108);
     const QList<Ref<LoyaltyEntry>> history = loyalty.history(ama);
     EXPECT_EQ(pointsOf(history), (QList<qint64>{-400, 8}));
     EXPECT_EQ(history[1]->value(), 20);
@@ -188,18 +183,17 @@ TEST_F(LoyaltyServiceTest, OpeningBalancesExplainOnlyCustomersWithoutEntries)
     EXPECT_TRUE(loyalty.history(negative).isEmpty());
     EXPECT_EQ(loyalty.history(explained).size(), 1);
 }
-} // namespace
 
-namespace {
 // Stored in every store and backup: a renamed text would misread old entries.
 TEST(LoyaltyEntryKinds, RawTextsArePinnedAndUnknownReadsAsEarned)
 {
-    const char* raws[] = {"earned",     "redeemed",       "refundReversal", "refundReturn",
-                          "adjustment", "openingBalance", "voidReversal",   "voidReturn"};
-    for (size_t i = 0; i < LoyaltyEntryKinds::all.size(); ++i) {
-        EXPECT_EQ(LoyaltyEntryKinds::raw(LoyaltyEntryKinds::all[i]), QString::fromUtf8(raws[i]));
-        EXPECT_EQ(LoyaltyEntryKinds::fromRaw(QString::fromUtf8(raws[i])), LoyaltyEntryKinds::all[i]);
+    QStringList raws;
+    for (LoyaltyEntryKind kind : LoyaltyEntryKinds::all) {
+        raws << LoyaltyEntryKinds::raw(kind);
+        EXPECT_EQ(LoyaltyEntryKinds::fromRaw(raws.last()), kind);
     }
+    EXPECT_EQ(raws.join(','), "earned,redeemed,refundReversal,refundReturn,adjustment,openingBalance,voidReversal,"
+                              "voidReturn");
     EXPECT_EQ(LoyaltyEntryKinds::fromRaw(QStringLiteral("bonus")), LoyaltyEntryKind::earned);
 }
 } // namespace

@@ -1,7 +1,5 @@
-// Every write a person can make, failed at each of its calls into SQLite in turn: each failure must
-// show a plain sentence and leave file, memory and the forms being typed into elsewhere as they
-// were, and the write must then go through, once, when tried again. Records in memory are checked
-// against the file after every failure; the plans check what lives outside the store.
+// Every write a person can make, run through the fault loop of faultscene.h. The plans check what
+// lives outside the store: the forms, the session, the markets list.
 
 #include "faultscene.h"
 
@@ -11,24 +9,14 @@
 #include "customers/customerdetailmodel.h"
 #include "customers/customersviewmodel.h"
 #include "customers/receiveaccountpaymentmodel.h"
-#include "environment/appenvironment.h"
 #include "receipts/receiptsettingsmodel.h"
 #include "reports/accountmap.h"
-#include "records/records.h"
 #include "selling/salesservice.h"
-#include "stock/productsviewmodel.h"
 #include "stock/stockadjustmentmodel.h"
-#include "stock/suppliersviewmodel.h"
 #include "stores/newmarketmodel.h"
-#include "support/faultloop.h"
 #include "support/receiptdevices.h"
 #include "support/testmarkets.h"
-#include "support/teststore.h"
 #include "till/tillviewmodel.h"
-
-#include <gtest/gtest.h>
-
-#include <iostream>
 
 namespace {
 using Entry = ProductsViewModel::Entry;
@@ -49,16 +37,14 @@ Ref<TillShift> openShift(FaultScene& scene, double openingFloat)
 std::shared_ptr<ProductsViewModel> productForm(FaultScene& scene, const Ref<Product>& product = nullptr)
 {
     auto model = std::make_shared<ProductsViewModel>(scene.context, scene.session);
-    if (product)
-        model->select(product);
+    model->select(product);
     return model;
 }
 
 std::shared_ptr<SuppliersViewModel> supplierForm(FaultScene& scene, const Ref<Supplier>& supplier = nullptr)
 {
     auto model = std::make_shared<SuppliersViewModel>(scene.context);
-    if (supplier)
-        model->select(supplier);
+    model->select(supplier);
     return model;
 }
 
@@ -81,15 +67,9 @@ FaultPlan checkout(FaultScene& scene)
     cart.setCustomer(scene.kofi);
     const QList<PaymentInput> payments{{PaymentMethodType::cash, 15, 20, {}},
                                        {PaymentMethodType::onAccount, 5, 0, {}}};
-    return {.attempt = [&scene, cart, payments, shift]() -> std::optional<QString> {
-                try {
-                    scene.environment.salesService().checkout(cart, payments, scene.cashier, shift,
-                                                              *scene.settings);
-                    return std::nullopt;
-                } catch (const Refusal& refusal) {
-                    return refusal.description();
-                }
-            },
+    return {.attempt = refused([&scene, cart, payments, shift] {
+                scene.environment.salesService().checkout(cart, payments, scene.cashier, shift, *scene.settings);
+            }),
             .afterSuccess =
                 [&scene] {
                     EXPECT_EQ(scene.settings->lastReceiptSequence(), 1);
@@ -128,7 +108,6 @@ FaultPlan closeAShift(FaultScene& scene)
     model->setClosingNotes(QStringLiteral("end of day"));
     return {through(*model, [model, shift] { return model->closeShift(shift); }),
             [&scene, model, shift] {
-                // Still open for the screen too, so Close works again.
                 EXPECT_EQ(scene.session.currentTillShift(), shift);
                 EXPECT_EQ(model->openShiftShown(), shift);
                 EXPECT_EQ(model->countedCashText(), QStringLiteral("1,250.00"));
@@ -210,10 +189,14 @@ FaultPlan stockAdjustment(FaultScene& scene, StockAdjustmentModel::Mode mode, co
             }};
 }
 
+std::shared_ptr<UserAccountsViewModel> userAccounts(FaultScene& scene)
+{
+    return std::make_shared<UserAccountsViewModel>(scene.context, scene.environment.authService(), scene.session);
+}
+
 FaultPlan addAUser(FaultScene& scene)
 {
-    auto model = std::make_shared<UserAccountsViewModel>(scene.context, scene.environment.authService(),
-                                                         scene.session);
+    auto model = userAccounts(scene);
     model->setNewUserName(QStringLiteral("Yaw"));
     model->setNewUsername(QStringLiteral("yaw"));
     model->setNewPassword(QStringLiteral("secret1"));
@@ -225,8 +208,7 @@ FaultPlan addAUser(FaultScene& scene)
 
 FaultPlan setAPin(FaultScene& scene)
 {
-    auto model = std::make_shared<UserAccountsViewModel>(scene.context, scene.environment.authService(),
-                                                         scene.session);
+    auto model = userAccounts(scene);
     const Ref<User> cashier = scene.cashier;
     return {.attempt = [model, cashier] { return model->savePin(cashier, QStringLiteral("2468")); },
             .afterSuccess = [cashier] { EXPECT_EQ(cashier->pin(), QStringLiteral("2468")); }};
@@ -241,7 +223,7 @@ template <class Form> void fillAdmin(Form& form, const char* name, const char* u
     form.setConfirmPassword(QStringLiteral("secret1"));
 }
 
-// The business name and the admin go in one unit, and on a store without settings so do they.
+// On a store without settings, the settings go in the same unit.
 FaultPlan firstRunSetup(FaultScene& scene, bool withoutSettings)
 {
     scene.session.setCurrentUser(nullptr);
@@ -324,15 +306,10 @@ FaultPlan productDelete(FaultScene& scene)
             [&scene] { EXPECT_EQ(scene.onDisk("Product"), 1); }};
 }
 
-// Made from the product form's sheets: a retry makes one, not two.
 FaultPlan categoryFromTheProductForm(FaultScene& scene)
 {
     auto model = productForm(scene);
-    return {.attempt =
-                [model] {
-                    return model->createCategory(QStringLiteral("Grains"), QStringLiteral("#34C759"))
-                        .errorMessage;
-                },
+    return {.attempt = [model] { return model->createCategory("Grains", "#34C759").errorMessage; },
             .afterSuccess = [&scene] { EXPECT_EQ(scene.onDisk("Category"), 1); }};
 }
 
@@ -410,7 +387,7 @@ FaultPlan customerDelete(FaultScene& scene)
             [&scene] { EXPECT_EQ(scene.onDisk("Customer"), 0); }};
 }
 
-// Devices that stand still, so that only the store can fail.
+// Devices that stand still: only the store can fail.
 struct QuietDevices {
     ListedPrinters directory;
     RecordedReceiptPrinter printer;
@@ -440,14 +417,9 @@ FaultPlan accountMap(FaultScene& scene)
     accounts.codes.insert(QStringLiteral("sales"), QStringLiteral("4100"));
     const Ref<AppSettings> settings = scene.settings;
     const QString before = settings->accountingAccountsJSON();
-    return {[&scene, settings, accounts]() -> std::optional<QString> {
-                try {
-                    scene.environment.accountingExportService().saveAccountMap(*settings, accounts);
-                    return std::nullopt;
-                } catch (const Refusal& refusal) {
-                    return refusal.description();
-                }
-            },
+    return {refused([&scene, settings, accounts] {
+                scene.environment.accountingExportService().saveAccountMap(*settings, accounts);
+            }),
             [settings, before] { EXPECT_EQ(settings->accountingAccountsJSON(), before); },
             [settings, accounts] { EXPECT_EQ(AccountMap::decode(settings->accountingAccountsJSON()), accounts); }};
 }
@@ -494,22 +466,20 @@ const Write writes[] = {
     {"ReceiptPrinter",
      [](FaultScene& scene) {
          return receiptSetting(
-             scene, [](ReceiptSettingsModel& model) { model.choosePrinter(model.printerChoices().last().printer); },
-             [](const AppSettings& settings) { return settings.receiptPrinterQueue() == QStringLiteral("Receipt"); });
+             scene, [](ReceiptSettingsModel& m) { m.choosePrinter(m.printerChoices().last().printer); },
+             [](const AppSettings& s) { return s.receiptPrinterQueue() == "Receipt"; });
      }},
     {"ReceiptFooter",
      [](FaultScene& scene) {
          return receiptSetting(
-             scene, [](ReceiptSettingsModel& model) { model.setReceiptFooter(QStringLiteral("Akwaaba!")); },
-             [](const AppSettings& settings) { return settings.receiptFooter() == QStringLiteral("Akwaaba!"); });
+             scene, [](ReceiptSettingsModel& m) { m.setReceiptFooter("Akwaaba!"); },
+             [](const AppSettings& s) { return s.receiptFooter() == "Akwaaba!"; });
      }},
     {"DrawerConnection",
      [](FaultScene& scene) {
          return receiptSetting(
-             scene, [](ReceiptSettingsModel& model) { model.setDrawerConnection(CashDrawerConnection::receiptPrinter); },
-             [](const AppSettings& settings) {
-                 return settings.cashDrawerConnectionRaw() == QStringLiteral("receiptPrinter");
-             });
+             scene, [](ReceiptSettingsModel& m) { m.setDrawerConnection(CashDrawerConnection::receiptPrinter); },
+             [](const AppSettings& s) { return s.cashDrawerConnectionRaw() == "receiptPrinter"; });
      }},
 };
 

@@ -6,6 +6,7 @@
 
 #include "environment/appenvironment.h"
 #include "records/records.h"
+#include "refusal/refusal.h"
 #include "startup/sessionstore.h"
 #include "stock/productsviewmodel.h"
 #include "stock/suppliersviewmodel.h"
@@ -91,6 +92,19 @@ template <class Model, class Action> FaultTry through(Model& model, Action actio
         if (action())
             return std::nullopt;
         return model.errorMessage().value_or(QStringLiteral("(refused without a message)"));
+    };
+}
+
+// One try of a service call: nothing when it went through, else the refusal it showed.
+template <class Action> FaultTry refused(Action action)
+{
+    return [action]() -> std::optional<QString> {
+        try {
+            action();
+            return std::nullopt;
+        } catch (const Refusal& refusal) {
+            return refusal.description();
+        }
     };
 }
 

@@ -17,17 +17,17 @@
 namespace {
 
 struct CashDrawerTest : ::testing::Test {
-    Ref<AppSettings> settings = [] {
-        auto made = std::make_shared<AppSettings>();
-        made->setCashDrawerConnectionRaw(QStringLiteral("receiptPrinter"));
-        made->setReceiptPrinterQueue(QStringLiteral("Receipt"));
-        return made;
-    }();
+    Ref<AppSettings> settings = std::make_shared<AppSettings>();
     ListedPrinters directory;
     RecordedTransport transport;
     ConfigurableCashDrawer drawer{[this] { return settings; }, directory, transport};
 
-    CashDrawerTest() { directory.printers = {{QStringLiteral("Receipt"), QStringLiteral("Epson TM-T20")}}; }
+    CashDrawerTest()
+    {
+        settings->setCashDrawerConnectionRaw(QStringLiteral("receiptPrinter"));
+        settings->setReceiptPrinterQueue(QStringLiteral("Receipt"));
+        directory.printers = {{QStringLiteral("Receipt"), QStringLiteral("Epson TM-T20")}};
+    }
 
     QString refusal()
     {
@@ -48,11 +48,11 @@ TEST_F(CashDrawerTest, KicksThroughThePrintersQueueWithThePinsByte)
     // An unknown pin is the one most drawers use.
     settings->setCashDrawerPinRaw(QStringLiteral("pin9"));
     drawer.openDrawer();
-    ASSERT_EQ(transport.sent.size(), 3);
-    EXPECT_EQ(transport.sent[0].first, QByteArray::fromHex("1B700019FA"));
-    EXPECT_EQ(transport.sent[0].second, QStringLiteral("Receipt"));
-    EXPECT_EQ(transport.sent[1].first, QByteArray::fromHex("1B700119FA"));
-    EXPECT_EQ(transport.sent[2].first, QByteArray::fromHex("1B700019FA"));
+    using Sent = std::pair<QByteArray, QString>;
+    const QString queue = QStringLiteral("Receipt");
+    EXPECT_EQ(transport.sent, (QList<Sent>{{QByteArray::fromHex("1B700019FA"), queue},
+                                           {QByteArray::fromHex("1B700119FA"), queue},
+                                           {QByteArray::fromHex("1B700019FA"), queue}}));
     EXPECT_TRUE(drawer.lastOpenedAt());
 }
 
@@ -87,10 +87,9 @@ TEST_F(CashDrawerTest, EachMissingPieceIsNamedAndNothingIsSent)
 
     ConfigurableCashDrawer withoutSettings([] { return Ref<AppSettings>(); }, directory, transport);
     EXPECT_THROW(withoutSettings.openDrawer(), CashDrawerError);
-}
 
-TEST_F(CashDrawerTest, ASpoolerFailurePassesUpAndTheDrawerCountsAsNotOpened)
-{
+    // A spooler failure passes up, and the drawer counts as not opened.
+    directory.printers = {{QStringLiteral("Receipt"), QStringLiteral("Epson TM-T20")}};
     transport.failure = ReceiptHardwareError::sendFailed(QStringLiteral("lp: Printer not ready"));
     EXPECT_EQ(refusal(), QStringLiteral("The printer didn't accept the command: lp: Printer not ready"));
     EXPECT_FALSE(drawer.lastOpenedAt());
@@ -134,11 +133,10 @@ struct SpoolerScript : ::testing::Test {
         return CUPSRawPrintTransport(script);
     }
 
-    QStringList arguments()
+    QByteArray contents(const QString& path)
     {
-        QFile file(argumentsFile);
-        file.open(QIODevice::ReadOnly);
-        return QString::fromUtf8(file.readAll()).split(QLatin1Char('\n'), Qt::SkipEmptyParts);
+        QFile file(path);
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
     }
 
     QString refusal(CUPSRawPrintTransport transport)
@@ -161,15 +159,12 @@ struct SpoolerScript : ::testing::Test {
 TEST_F(SpoolerScript, SendsTheBytesAsARawJobWithExactlySevenArguments)
 {
     EXPECT_EQ(refusal(spooler(QString(), 0)), QString());
-    const QStringList given = arguments();
+    const QStringList given = QString::fromUtf8(contents(argumentsFile)).split(u'\n', Qt::SkipEmptyParts);
     ASSERT_EQ(given.size(), 7);
-    EXPECT_EQ(given.mid(0, 6), (QStringList{QStringLiteral("-d"), QStringLiteral("Receipt"), QStringLiteral("-o"),
-                                            QStringLiteral("raw"), QStringLiteral("-t"), QStringLiteral("Brindle")}));
+    EXPECT_EQ(given.mid(0, 6), (QStringList{"-d", "Receipt", "-o", "raw", "-t", "Brindle"}));
     EXPECT_TRUE(given[6].contains(QRegularExpression(
         QStringLiteral("/tallyrun-raw-[0-9A-F]{8}-[0-9A-F]{4}-[0-9A-F]{4}-[0-9A-F]{4}-[0-9A-F]{12}\\.bin$"))));
-    QFile copy(copyFile);
-    ASSERT_TRUE(copy.open(QIODevice::ReadOnly));
-    EXPECT_EQ(copy.readAll(), QByteArray::fromHex("1B700019FA"));
+    EXPECT_EQ(contents(copyFile), QByteArray::fromHex("1B700019FA"));
     EXPECT_FALSE(QFile::exists(given[6]));
 }
 

@@ -45,19 +45,13 @@ TEST_F(ReceiptDataTest, TakesEveryFieldFromTheSaleAndSettings)
     EXPECT_EQ(receipt.payments[0].method, QStringLiteral("Mobile Money"));
     EXPECT_EQ(receipt.payments[1].method, QStringLiteral("Cash"));
     EXPECT_DOUBLE_EQ(receipt.payments[1].changeGiven, 11.5);
-    EXPECT_FALSE(receipt.accountBalance);
-    EXPECT_FALSE(receipt.pointsBalance);
-    EXPECT_FALSE(receipt.voidNote);
+    EXPECT_FALSE(receipt.accountBalance || receipt.pointsBalance || receipt.voidNote);
     context.rollback();
-}
 
-TEST_F(ReceiptDataTest, ASaleWithoutCashierOrCustomerShowsADashAndNoCustomer)
-{
-    auto sold = Sale::make(QStringLiteral("INV-1"), {}, {}, {});
-    store.saved(sold);
-    const ReceiptData receipt = ReceiptData::from(*sold, *settings);
-    EXPECT_EQ(receipt.cashierName, QStringLiteral("—"));
-    EXPECT_FALSE(receipt.customerName);
+    // Without cashier or customer: a dash and no customer row.
+    const ReceiptData bare = ReceiptData::from(*store.saved(Sale::make(QStringLiteral("INV-1"), {}, {}, {})), *settings);
+    EXPECT_EQ(bare.cashierName, QStringLiteral("—"));
+    EXPECT_FALSE(bare.customerName);
 }
 
 TEST_F(ReceiptDataTest, TaxRowsFollowTheNumberOfTaxes)
@@ -66,13 +60,10 @@ TEST_F(ReceiptDataTest, TaxRowsFollowTheNumberOfTaxes)
         std::vector<TaxComponent> taxes;
         QStringList labels;
     };
-    const std::vector<Case> cases{
-        {{}, {QStringLiteral("Tax")}},
-        {{vat}, {QStringLiteral("VAT")}},
-        {{vat, nhil}, {QStringLiteral("VAT"), QStringLiteral("NHIL"), QStringLiteral("Total Tax")}},
-        {{vat, nhil, getFund},
-         {QStringLiteral("VAT"), QStringLiteral("NHIL"), QStringLiteral("GETFund"), QStringLiteral("Total Tax")}},
-    };
+    const std::vector<Case> cases{{{}, {"Tax"}},
+                                  {{vat}, {"VAT"}},
+                                  {{vat, nhil}, {"VAT", "NHIL", "Total Tax"}},
+                                  {{vat, nhil, getFund}, {"VAT", "NHIL", "GETFund", "Total Tax"}}};
     for (const Case& c : cases) {
         const Ref<Sale> sold = sale(QStringLiteral("INV-%1").arg(c.taxes.size()));
         item(sold, QStringLiteral("Oil"), 1, 100, c.taxes);
@@ -97,7 +88,6 @@ TEST_F(ReceiptDataTest, TheVoidNoteIsWorkedOutOnEveryBuild)
     const Ref<Sale> sold = sale();
     EXPECT_FALSE(ReceiptData::from(*sold, *settings).voidNote);
     sold->setStatus(SaleStatus::voided);
-    EXPECT_EQ(ReceiptData::from(*sold, *settings).voidNote, QStringLiteral("VOIDED"));
     sold->setVoidReason(QString());
     EXPECT_EQ(ReceiptData::from(*sold, *settings).voidNote, QStringLiteral("VOIDED"));
     sold->setVoidReason(QStringLiteral("Rang up twice"));
@@ -117,8 +107,7 @@ TEST_F(ReceiptDataTest, LoyaltyRowsOfARefundGiveBackAndTakeBack)
     QStringList rows;
     for (const ReceiptData::LoyaltyRow& row : refund.loyaltyRows())
         rows << row.label + QLatin1Char('=') + row.value;
-    EXPECT_EQ(rows, (QStringList{QStringLiteral("Points given back=5"), QStringLiteral("Points taken back=3"),
-                                 QStringLiteral("Points balance=112")}));
+    EXPECT_EQ(rows, (QStringList{"Points given back=5", "Points taken back=3", "Points balance=112"}));
 
     ReceiptData sale;
     sale.pointsRedeemed = 100;

@@ -82,31 +82,14 @@ TEST(ReceiptLayout, RowsOfAVoidedRefundInOrder)
     receipt.pointsDiscount = -0.25;
     receipt.payments = {{QStringLiteral("Cash"), -190, 0, 0}};
     const QStringList rows = described(receipt);
-    EXPECT_EQ(rows.mid(0, 3), (QStringList{QStringLiteral("REFUND RECEIPT"), QStringLiteral("VOIDED"),
-                                           QStringLiteral("Adwoa's Provisions")}));
+    EXPECT_EQ(rows.mid(0, 3), (QStringList{"REFUND RECEIPT", "VOIDED", "Adwoa's Provisions"}));
     const QString date = QLocale::system().toString(receipt.timestamp, QStringLiteral("MMM d, yyyy h:mm AP"));
-    EXPECT_EQ(rows.mid(3), (QStringList{
-                               QStringLiteral("spacer 4"),
-                               QStringLiteral("rule"),
-                               QStringLiteral("Receipt # | INV-20260309-0042"),
-                               QStringLiteral("Date | ") + date,
-                               QStringLiteral("Cashier | Ama"),
-                               QStringLiteral("rule"),
-                               QStringLiteral("Jasmine Rice 5kg"),
-                               QStringLiteral("  2 x ₵95.00 | ₵190.00"),
-                               QStringLiteral("rule"),
-                               QStringLiteral("Subtotal | ₵190.00"),
-                               // A negative discount prints with the minus, like a positive one.
-                               QStringLiteral("Discount | -₵1.50"),
-                               QStringLiteral("Tax | ₵0.00"),
-                               QStringLiteral("TOTAL | ₵190.00"),
-                               QStringLiteral("spacer 2"),
-                               QStringLiteral("Cash | -₵190.00"),
-                               QStringLiteral("Points given back | 5"),
-                               QStringLiteral("rule"),
-                               QStringLiteral("spacer 4"),
-                               QStringLiteral("Thank you for your business!"),
-                           }));
+    // A negative discount prints with the minus, like a positive one.
+    EXPECT_EQ(rows.mid(3), (QStringList{"spacer 4", "rule", "Receipt # | INV-20260309-0042", "Date | " + date,
+                                        "Cashier | Ama", "rule", "Jasmine Rice 5kg", "  2 x ₵95.00 | ₵190.00",
+                                        "rule", "Subtotal | ₵190.00", "Discount | -₵1.50", "Tax | ₵0.00",
+                                        "TOTAL | ₵190.00", "spacer 2", "Cash | -₵190.00", "Points given back | 5",
+                                        "rule", "spacer 4", "Thank you for your business!"}));
 }
 
 TEST(ReceiptLayout, OptionalRowsAppearOnlyWithTheirFigures)
@@ -119,11 +102,9 @@ TEST(ReceiptLayout, OptionalRowsAppearOnlyWithTheirFigures)
     receipt.accountBalance = 80;
     receipt.footer.clear();
     const QStringList rows = described(receipt);
-    EXPECT_TRUE(rows.contains(QStringLiteral("12 Ring Road")));
-    EXPECT_TRUE(rows.contains(QStringLiteral("Customer | Kofi")));
-    EXPECT_TRUE(rows.contains(QStringLiteral("Points redeemed (100) | -₵5.00")));
-    EXPECT_TRUE(rows.contains(QStringLiteral("  Change | ₵10.00")));
-    EXPECT_TRUE(rows.contains(QStringLiteral("Account balance | ₵80.00")));
+    for (const char* row : {"12 Ring Road", "Customer | Kofi", "Points redeemed (100) | -₵5.00", "  Change | ₵10.00",
+                            "Account balance | ₵80.00"})
+        EXPECT_TRUE(rows.contains(QString::fromUtf8(row))) << row;
     // The footer row stays, empty, so the bottom of every receipt is alike.
     EXPECT_EQ(rows.last(), QString());
 
@@ -139,20 +120,17 @@ TEST(ReceiptLayout, ALongLabelWrapsInItsSixtyPercentAndTheRowGrows)
     EXPECT_LT(narrow.labelWidth, 0.6 * width);
     EXPECT_EQ(narrow.labelWidth, std::ceil(narrow.labelWidth));
     EXPECT_DOUBLE_EQ(narrow.valueWidth, width - narrow.labelWidth - 8);
-
+    const auto height = [&](const QString& label) {
+        return ReceiptRenderer::rowHeight(ReceiptRenderer::ColumnsRow{label, QStringLiteral("₵1.00"), font}, width);
+    };
     // A label given the width it measured never breaks inside itself.
-    const double oneLine = ReceiptRenderer::rowHeight(ReceiptRenderer::ColumnsRow{QStringLiteral("Cash"), QStringLiteral("₵1"), font}, width);
-    for (const char* shortLabel : {"Discount", "NHIL", "GETFund", "Subtotal", "Points balance", "  2 x ₵95.00"}) {
-        const ReceiptRenderer::ColumnsRow row{QString::fromUtf8(shortLabel), QStringLiteral("₵1.00"), font};
-        EXPECT_EQ(ReceiptRenderer::rowHeight(row, width), oneLine) << shortLabel;
-    }
-
-    const QString label = QStringLiteral("Points redeemed on a very long customer loyalty account (100)");
-    const ReceiptRenderer::ColumnWidths wide = ReceiptRenderer::columnWidths(label, font, width);
-    EXPECT_DOUBLE_EQ(wide.labelWidth, 0.6 * width);
-    const double wrapped = ReceiptRenderer::rowHeight(ReceiptRenderer::ColumnsRow{label, QStringLiteral("₵1"), font}, width);
+    const double oneLine = height(QStringLiteral("Cash"));
     EXPECT_GE(oneLine, 15);
-    EXPECT_GT(wrapped, oneLine + 5);
+    for (const char* shortLabel : {"Discount", "NHIL", "GETFund", "Subtotal", "Points balance", "  2 x ₵95.00"})
+        EXPECT_EQ(height(QString::fromUtf8(shortLabel)), oneLine) << shortLabel;
+    const QString label = QStringLiteral("Points redeemed on a very long customer loyalty account (100)");
+    EXPECT_DOUBLE_EQ(ReceiptRenderer::columnWidths(label, font, width).labelWidth, 0.6 * width);
+    EXPECT_GT(height(label), oneLine + 5);
 }
 
 TEST(ReceiptLayout, PageHeightHasAFloorAndThenFollowsTheContent)
@@ -187,20 +165,13 @@ TEST(ReceiptLayout, TheLogoFillsItsBoxAndPushesTheTextDown)
     EXPECT_DOUBLE_EQ(logo->y(), 16);
     EXPECT_DOUBLE_EQ(ReceiptRenderer::textTop(receipt, 226.77), 16 + 72 + 8);
 
-    QImage banner(800, 100, QImage::Format_ARGB32);
-    banner.fill(Qt::blue);
-    receipt.logoPNG = png(banner);
+    receipt.logoPNG = png(square.scaled(800, 100));
     EXPECT_DOUBLE_EQ(ReceiptRenderer::logoRect(receipt, 612)->width(), 180);
 
-    // A header that claims a zero width, or bytes that don't decode past the header: no logo.
-    QByteArray zeroWidth = png(square);
-    zeroWidth[16] = zeroWidth[17] = zeroWidth[18] = zeroWidth[19] = 0;
-    QByteArray truncated = png(square).left(40);
-    for (const QByteArray& bad : {zeroWidth, truncated}) {
-        receipt.logoPNG = bad;
-        EXPECT_FALSE(ReceiptRenderer::logoRect(receipt, 226.77));
-        EXPECT_DOUBLE_EQ(ReceiptRenderer::textTop(receipt, 226.77), 16);
-    }
+    // Bytes whose header reads but which don't decode past it: no logo, and no room kept for one.
+    receipt.logoPNG = png(square).left(40);
+    EXPECT_FALSE(ReceiptRenderer::logoRect(receipt, 226.77));
+    EXPECT_DOUBLE_EQ(ReceiptRenderer::textTop(receipt, 226.77), 16);
 }
 
 // The lowest row of the image with any ink on it.
@@ -221,10 +192,9 @@ TEST(ReceiptDrawing, DrawingEndsWhereTheMeasuredHeightSaysOnEveryResolution)
     const QSizeF size = ReceiptRenderer::contentSize(receipt, true);
     for (const double dpi : {72.0, 203.0}) {
         const double scale = dpi / 72;
-        QImage page(int(std::ceil(size.width() * scale)), int(std::ceil(size.height() * scale)),
-                    QImage::Format_RGB32);
+        QImage page((size * scale).toSize().grownBy({0, 0, 1, 1}), QImage::Format_RGB32);
         page.setDotsPerMeterX(int(std::lround(dpi / 0.0254)));
-        page.setDotsPerMeterY(int(std::lround(dpi / 0.0254)));
+        page.setDotsPerMeterY(page.dotsPerMeterX());
         page.fill(Qt::white);
         QPainter painter(&page);
         ReceiptRenderer::draw(receipt, painter, size);

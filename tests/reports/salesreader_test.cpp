@@ -15,18 +15,17 @@ protected:
     ModelContext& context = store.context();
     SalesReader reader{context};
 
-    Ref<Category> drinks = store.saved([] {
-        auto category = std::make_shared<Category>();
-        category->setName(QStringLiteral("Drinks"));
-        return category;
-    }());
+    Ref<Category> drinks = store.saved(std::make_shared<Category>());
     Ref<Product> malta = newProduct(QStringLiteral("Malta"), drinks);
     Ref<Product> rice = newProduct(QStringLiteral("Rice"), nullptr);
-    Ref<User> ama = store.saved([] {
-        auto user = std::make_shared<User>();
-        user->setName(QStringLiteral("Ama"));
-        return user;
-    }());
+    Ref<User> ama = store.saved(std::make_shared<User>());
+
+    SalesReaderTest()
+    {
+        drinks->setName(QStringLiteral("Drinks"));
+        ama->setName(QStringLiteral("Ama"));
+        context.save();
+    }
 
     Ref<Product> newProduct(const QString& name, const Ref<Category>& category)
     {
@@ -88,14 +87,10 @@ TEST_F(SalesReaderTest, ReadsTheDaysSalesWithTheFiguresTheRecordsGive)
     const ReportSale& sale = sales[0];
     EXPECT_EQ(sale.timestamp, first->timestamp());
     EXPECT_EQ(sale.statusRaw, QStringLiteral("completed"));
-    EXPECT_EQ(sale.subtotal, 37.54);
-    EXPECT_EQ(sale.lineDiscountTotal, 0.99);
-    EXPECT_EQ(sale.saleDiscount, 1.25);
-    EXPECT_EQ(sale.pointsDiscount, 0.5);
-    EXPECT_EQ(sale.taxTotal, 7.31);
-    EXPECT_EQ(sale.total, first->total());
-    EXPECT_FALSE(sale.isRefund);
-    EXPECT_EQ(sale.voidedAt, std::nullopt);
+    EXPECT_EQ((std::vector<double>{sale.subtotal, sale.lineDiscountTotal, sale.saleDiscount, sale.pointsDiscount,
+                                   sale.taxTotal, sale.total}),
+              (std::vector<double>{37.54, 0.99, 1.25, 0.5, 7.31, first->total()}));
+    EXPECT_FALSE(sale.isRefund || sale.voidedAt);
     ASSERT_NE(sale.cashier, nullptr);
     EXPECT_EQ(sale.cashier->id, ama->id());
     EXPECT_EQ(sale.cashier->name, QStringLiteral("Ama"));
@@ -118,10 +113,9 @@ TEST_F(SalesReaderTest, ReadsTheDaysSalesWithTheFiguresTheRecordsGive)
         EXPECT_EQ(read.product->id, items[i]->product()->id());
     }
     EXPECT_EQ(sale.items[0].product->categoryName, QStringLiteral("Drinks"));
-    EXPECT_EQ(sale.items[1].product->name, QStringLiteral("Rice"));
-    EXPECT_EQ(sale.items[1].product->sku, QStringLiteral("RICE"));
-    EXPECT_EQ(sale.items[1].product->sellingUnitRaw, QStringLiteral("kg"));
-    EXPECT_EQ(sale.items[1].product->categoryName, std::nullopt);
+    const ReportProduct& read = *sale.items[1].product;
+    EXPECT_EQ(read.name + u'|' + read.sku + u'|' + read.sellingUnitRaw, QStringLiteral("Rice|RICE|kg"));
+    EXPECT_EQ(read.categoryName, std::nullopt);
     ASSERT_EQ(sale.payments.size(), 2);
     EXPECT_EQ(sale.payments[0].methodRaw, QStringLiteral("mobileMoney"));
     EXPECT_EQ(sale.payments[1].amount, 18.5);
@@ -133,8 +127,7 @@ TEST_F(SalesReaderTest, ReadsTheDaysSalesWithTheFiguresTheRecordsGive)
 
     const QList<ReportSale> bare = reader.sales(DayRange(march(9)), {.items = false, .payments = false});
     ASSERT_EQ(bare.size(), 2);
-    EXPECT_TRUE(bare[0].items.isEmpty());
-    EXPECT_TRUE(bare[0].payments.isEmpty());
+    EXPECT_TRUE(bare[0].items.isEmpty() && bare[0].payments.isEmpty());
 }
 
 TEST_F(SalesReaderTest, ASaleVoidedInTheDaysLeadsTheListThoughRungUpBefore)
@@ -157,20 +150,13 @@ TEST_F(SalesReaderTest, ASaleVoidedInTheDaysLeadsTheListThoughRungUpBefore)
     EXPECT_EQ(sales[0].items.size(), 1);
     EXPECT_EQ(sales[1].timestamp, sameDay->timestamp());
     EXPECT_EQ(ReportCalculator::voids(sales, march(9)).count, 2);
-}
 
-TEST_F(SalesReaderTest, ALineOfADeletedProductKeepsItsFiguresWithoutAProduct)
-{
-    newSale(at(9), {{rice, 2}});
-    context.save();
+    // A line of a deleted product keeps its figures without a product.
     context.remove(rice);
     context.save();
-
-    const QList<ReportSale> sales = reader.sales(DayRange(march(9)));
-    ASSERT_EQ(sales.size(), 1);
-    ASSERT_EQ(sales[0].items.size(), 1);
-    EXPECT_EQ(sales[0].items[0].product, nullptr);
-    EXPECT_EQ(sales[0].items[0].quantity, 2);
+    const ReportItem& line = reader.sales(DayRange(march(9))).at(1).items.at(0);
+    EXPECT_EQ(line.product, nullptr);
+    EXPECT_EQ(line.quantity, 1);
 }
 
 TEST_F(SalesReaderTest, AccountPaymentsOfTheDaysOnly)

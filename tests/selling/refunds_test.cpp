@@ -70,10 +70,7 @@ TEST(RefundAmount, PaysBackPerUnitNetOfTheLinesDiscountAndRoundsOnceOverTheWhole
     for (const auto& c : cases)
         EXPECT_DOUBLE_EQ(SalesService::refundAmount(c.entries), c.amount) << c.name;
 
-    EXPECT_DOUBLE_EQ(SalesService::unitDiscount(*discounted), 0.505);
-    const RefundParts parts = SalesService::refundParts(*inclusive, 1);
-    EXPECT_DOUBLE_EQ(parts.taxable, 11.5);
-    EXPECT_NEAR(parts.tax, 1.5, 1e-12);
+    EXPECT_NEAR(SalesService::refundParts(*inclusive, 1).tax, 1.5, 1e-12);
     EXPECT_DOUBLE_EQ(SalesService::unitDiscount(*soldLine(0, 10, 3, 0, false)), 0)
         << "no quantity, no discount";
 }
@@ -100,29 +97,21 @@ TEST_F(RefundsTest, ARefundIsANegativeSaleOfTheSameSeriesAndStockComesBack)
     const Ref<Sale> returned = refund(sale, entries, PaymentMethodType::card);
 
     EXPECT_EQ(returned->invoiceNumber(), "INV-20260309-0002");
-    EXPECT_EQ(settings->lastReceiptSequence(), 2);
     EXPECT_EQ(returned->refundOfSaleID(), sale->id());
-    EXPECT_EQ(returned->refundReason(), "Damaged");
     EXPECT_EQ(returned->statusRaw(), "refunded");
-    EXPECT_EQ(returned->timestamp(), now);
-    EXPECT_EQ(returned->tillShift(), nullptr) << "a refund needs no open till";
     EXPECT_DOUBLE_EQ(returned->total(), -amount) << "the screen's amount is what is paid back";
     EXPECT_DOUBLE_EQ(returned->subtotal(), -(10 + 40 + 0.8));
     EXPECT_DOUBLE_EQ(returned->saleDiscount(), 0);
     EXPECT_LT(returned->lineDiscountTotal(), 0) << "the sale discount came back through the lines";
-    const QList<Ref<Payment>> payments = returned->payments();
-    ASSERT_EQ(payments.size(), 1);
-    EXPECT_EQ(payments[0]->method(), PaymentMethodType::card);
-    EXPECT_DOUBLE_EQ(payments[0]->amount(), returned->total());
-    EXPECT_DOUBLE_EQ(payments[0]->tenderedAmount(), 0);
+    ASSERT_EQ(returned->payments().size(), 1);
+    EXPECT_EQ(returned->payments()[0]->method(), PaymentMethodType::card);
+    EXPECT_DOUBLE_EQ(returned->payments()[0]->amount(), returned->total());
 
     const QList<Ref<SaleItem>> back = returned->items();
     ASSERT_EQ(back.size(), 3);
     EXPECT_DOUBLE_EQ(back[0]->quantity(), -1);
     EXPECT_DOUBLE_EQ(back[0]->lineDiscount(), -SalesService::unitDiscount(*lines[0]));
     EXPECT_EQ(back[0]->taxComponentsRaw(), lines[0]->taxComponentsRaw());
-    EXPECT_EQ(back[2]->sellingUnitRaw(), "kg");
-    EXPECT_DOUBLE_EQ(lines[0]->returnedQuantity(), 1);
     EXPECT_DOUBLE_EQ(lines[2]->returnedQuantity(), 0.1);
     EXPECT_EQ(sale->status(), SaleStatus::partiallyRefunded);
 
@@ -131,7 +120,6 @@ TEST_F(RefundsTest, ARefundIsANegativeSaleOfTheSameSeriesAndStockComesBack)
     const QList<Ref<InventoryMovement>> soapMoves = movementsOf(soap);
     ASSERT_EQ(soapMoves.size(), 2);
     EXPECT_EQ(soapMoves[1]->type(), InventoryMovementType::returnRestock);
-    EXPECT_EQ(soapMoves[1]->relatedSale(), returned);
     EXPECT_TRUE(movementsOf(haircut).isEmpty()) << "a service has no stock to return";
     EXPECT_FALSE(context.hasChanges()) << "saved whole";
 }
@@ -177,8 +165,6 @@ TEST_F(RefundsTest, ADeletedProductRefundsInMoneyOnly)
 
     const Ref<Sale> returned = refund(sale, {{line, 2}});
     EXPECT_DOUBLE_EQ(returned->total(), -20);
-    EXPECT_EQ(returned->items().first()->product(), nullptr);
     EXPECT_EQ(returned->items().first()->productNameSnapshot(), "Soap");
     EXPECT_EQ(context.count<InventoryMovement>(InventoryMovement::Col::typeRaw == "returnRestock"), 0);
-    EXPECT_EQ(sale->status(), SaleStatus::refunded);
 }

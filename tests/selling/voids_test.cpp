@@ -50,16 +50,10 @@ TEST_F(VoidsTest, RightsComeBeforeTheSalesStateAndTheTillComesLast)
 {
     const Ref<Sale> sale = sellSoap();
     const Ref<TillShift> other = scene.saved(std::make_shared<TillShift>());
-    const Ref<Sale> otherTill = [&] {
-        Cart cart;
-        cart.addOrIncrement(soap, 1);
-        return sell(cart, other);
-    }();
-    const Ref<Sale> noTill = [&] {
-        Cart cart;
-        cart.addOrIncrement(soap, 1);
-        return sell(cart, nullptr);
-    }();
+    Cart one;
+    one.addOrIncrement(soap, 1);
+    const Ref<Sale> otherTill = sell(one, other);
+    const Ref<Sale> noTill = sell(one, nullptr);
     const Ref<Sale> refunded = sellSoap(1);
     const Ref<Sale> refund =
         sales.writeRefund(refunded, {{refunded->items().first(), 1}}, QStringLiteral("x"), cashier, shift,
@@ -147,11 +141,8 @@ TEST_F(VoidsTest, AVoidPutsEveryLineBackUnwindsThePointsAndKeepsTheRow)
     EXPECT_EQ(sale->voidedByName(), "Ama (approved by Esi)");
     EXPECT_DOUBLE_EQ(sale->total(), 35) << "the row keeps its figures; totals skip it by its status";
     EXPECT_DOUBLE_EQ(soap->stockQuantity(), 20);
-    const QList<Ref<InventoryMovement>> restocks =
-        context.fetch<InventoryMovement>(FetchDescriptor(InventoryMovement::Col::typeRaw == "voidRestock"));
-    ASSERT_EQ(restocks.size(), 1) << "the deleted product's line moves nothing";
-    EXPECT_EQ(restocks[0]->relatedSale(), sale);
-    EXPECT_DOUBLE_EQ(restocks[0]->quantityChange(), 3);
+    EXPECT_EQ(context.count<InventoryMovement>(InventoryMovement::Col::typeRaw == "voidRestock"), 1)
+        << "the deleted product's line moves nothing";
     EXPECT_EQ(kofi->loyaltyPoints(), 0) << "the reversal stops at a balance of 0";
     EXPECT_EQ(sale->pointsReversed(), sale->pointsEarned());
     EXPECT_FALSE(context.hasChanges());

