@@ -1,0 +1,97 @@
+#include "access/accountapprovals.h"
+
+#include "access/approvalservice.h"
+#include "money/currency.h"
+#include "money/tolerances.h"
+#include "startup/sessionstore.h"
+
+#include <cstdlib>
+
+AccountApprovals::AccountApprovals(ApprovalService& approvals, SessionStore& session)
+    : m_approvals(approvals)
+    , m_session(session)
+{
+}
+
+QString AccountApprovals::money(double amount) const
+{
+    const Ref<AppSettings> settings = m_session.settings();
+    return Currency::format(amount, settings ? settings->currencySymbol() : Currency::fixedSign);
+}
+
+std::optional<ApprovalRequest> AccountApprovals::ask(AuditAction action, const QString& summary, bool askReason,
+                                                     const ViewModel& model, const Perform& perform)
+{
+    if (!ApprovalService::needsApproval(action, m_session.currentUser().get(), m_session.settings().get())) {
+        perform(nullptr, QString());
+        return std::nullopt;
+    }
+    ApprovalRequest request = ApprovalRequest::forModel(action, summary, model, perform);
+    request.askReason = askReason;
+    return request;
+}
+
+void AccountApprovals::record(AuditAction action, const Ref<User>& approver, std::optional<double> amount,
+                              const QString& customerName, const QString& reason, const QString& details)
+{
+    m_approvals.record(action, m_session.currentUser().get(), approver ? approver->name() : QString(), amount,
+                       customerName, reason, details);
+}
+
+std::optional<ApprovalRequest> AccountApprovals::saveCustomer(CustomerDetailModel& detail)
+{
+    const std::optional<CustomerDetailModel::CreditChange> change = detail.creditChange();
+    if (!change) {
+        detail.save();
+        return std::nullopt;
+    }
+    const QString name = detail.name();
+    const QString details = change->details();
+    return ask(AuditAction::customerCredit, QStringLiteral("%1: %2.").arg(name, details), true, detail,
+               [this, &detail, name, details, limit = change->limitAfter](const Ref<User>& approver,
+                                                                         const QString& reason) {
+                   return detail.save(
+                       [&] { record(AuditAction::customerCredit, approver, limit, name, reason, details); });
+               });
+}
+
+std::optional<ApprovalRequest> AccountApprovals::deleteCustomer(CustomerDetailModel& detail)
+{
+    const Ref<Customer> customer = detail.customer();
+    const double owed = detail.balanceOwed();
+    const std::optional<double> amount = owed > Tolerance::credit ? std::optional(owed) : std::nullopt;
+    const QString details = QStringLiteral("Owed %1; %2 points")
+                                .arg(Currency::format(owed, Currency::fixedSign))
+                                .arg(customer->loyaltyPoints());
+    const QString summary = QStringLiteral("Delete %1, who owes %2 and has %3 points.")
+                                .arg(customer->name(), money(owed))
+                                .arg(customer->loyaltyPoints());
+    return ask(AuditAction::customerDeleted, summary, true, detail,
+               [this, &detail, customer, amount, details](const Ref<User>& approver, const QString& reason) {
+                   return detail.deleteCustomer([&] {
+                       record(AuditAction::customerDeleted, approver, amount, customer->name(), reason, details);
+                   });
+               });
+}
+
+std::optional<ApprovalRequest> AccountApprovals::adjustPoints(AdjustPointsModel& sheet)
+{
+    if (!sheet.check())
+        return std::nullopt;
+    const Ref<Customer> customer = sheet.customer();
+    const qint64 points = sheet.points();
+    const qint64 before = customer->loyaltyPoints();
+    const QString details = QStringLiteral("%1 → %2 points").arg(before).arg(before + points);
+    const QString summary = QStringLiteral("%1 %2 points %3 %4 (%5). Reason: %6")
+                                .arg(points > 0 ? QStringLiteral("Add") : QStringLiteral("Remove"))
+                                .arg(std::abs(points))
+                                .arg(points > 0 ? QStringLiteral("to") : QStringLiteral("from"), customer->name(),
+                                     details, sheet.reason().trimmed());
+    return ask(AuditAction::pointsAdjustment, summary, false, sheet,
+               [this, &sheet, customer, points, details](const Ref<User>& approver, const QString&) {
+                   return sheet.save([&] {
+                       record(AuditAction::pointsAdjustment, approver, double(points), customer->name(),
+                              sheet.reason(), details);
+                   });
+               });
+}
