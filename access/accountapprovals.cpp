@@ -47,7 +47,7 @@ std::optional<ApprovalRequest> AccountApprovals::saveCustomer(CustomerDetailMode
     }
     const QString name = detail.name();
     const QString details = change->details();
-    return ask(AuditAction::customerCredit, QStringLiteral("%1: %2.").arg(name, details), true, detail,
+    return ask(AuditAction::customerCredit, QStringLiteral("%1 for %2.").arg(details, name), true, detail,
                [this, &detail, name, details, limit = change->limitAfter](const Ref<User>& approver,
                                                                          const QString& reason) {
                    return detail.save(

@@ -63,9 +63,9 @@ QString CustomerDetailModel::CreditChange::details() const
     const auto fixed = [](double amount) { return Currency::format(amount, Currency::fixedSign); };
     QStringList parts;
     if (allowAfter != allowBefore)
-        parts << QStringLiteral("Allow credit: %1 → %2").arg(onOff(allowBefore), onOff(allowAfter));
+        parts << QStringLiteral("Allow credit %1 → %2").arg(onOff(allowBefore), onOff(allowAfter));
     if (limitAfter != limitBefore)
-        parts << QStringLiteral("credit limit: %1 → %2").arg(fixed(limitBefore), fixed(limitAfter));
+        parts << QStringLiteral("credit limit %1 → %2").arg(fixed(limitBefore), fixed(limitAfter));
     QString text = parts.join(QStringLiteral("; "));
     text[0] = text[0].toUpper();
     return text;

@@ -84,7 +84,7 @@ public:
         bool allowAfter = false;
         double limitBefore = 0;
         double limitAfter = 0;
-        // "Allow credit: off → on; credit limit: ₵0.00 → ₵500.00", naming only what changes, with
+        // "Allow credit off → on; credit limit ₵0.00 → ₵500.00", naming only what changes, with
         // the log's fixed sign.
         QString details() const;
     };

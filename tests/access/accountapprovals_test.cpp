@@ -60,7 +60,7 @@ const Change changes[] = {
          return test.approvals.saveCustomer(test.detail);
      },
      [](AccountApprovalsTest& test) { return test.kofi->allowCredit() && test.kofi->creditLimit() == 1250; }, 1250,
-     "Allow credit: off → on; credit limit: ₵0.00 → ₵1,250.00"},
+     "Allow credit off → on; credit limit ₵0.00 → ₵1,250.00"},
     {"PointsAdjustment", AuditAction::pointsAdjustment,
      [](AccountApprovalsTest& test) {
          test.points.setDirection(AdjustPointsModel::Direction::remove);

@@ -1,5 +1,6 @@
 #include "ui/customers/customersview.h"
 
+#include "ui/access/approvalsheet.h"
 #include "ui/controls/errorlabel.h"
 #include "ui/controls/screentest.h"
 #include "ui/controls/segmentedcontrol.h"
@@ -15,9 +16,23 @@
 #include <QPushButton>
 
 namespace {
-// Signed in as a cashier, since Customers isn't only for admins.
+// Signed in as a cashier, since Customers isn't only for admins; credit, points by hand and
+// deleting wait for the admin's PIN.
 class CustomersViewTest : public ScreenTest {
 protected:
+    Ref<User> admin = addUser(store.context(), {.username = QStringLiteral("akosua"), .pin = QStringLiteral("4321"),
+                                                .role = UserRole::admin, .name = QStringLiteral("Akosua")});
+
+    // The admin types their PIN into the approval dialog open over `over`.
+    void approve(const QWidget* over)
+    {
+        auto* approval = over->findChild<ApprovalSheet*>();
+        ASSERT_NE(approval, nullptr) << "a cashier's change went through without an admin";
+        QTest::keyClicks(approval->pinField(), "4321");
+        approval->primaryButton()->click();
+        EXPECT_FALSE(approval->isVisible()) << approval->errorLabel()->text().toStdString();
+    }
+
     // The customer shown in the detail, ready for a sheet of the detail to open over it.
     CustomerDetail& showCustomer(const Ref<Customer>& customer)
     {
@@ -73,6 +88,8 @@ TEST_F(CustomersViewTest, ANewCustomerIsMadeOnSaveThenPaysCashIntoTheOpenTill)
     QTest::keyClicks(limit, "500");
     EXPECT_FALSE(detail->creditLimitErrorLabel()->isVisible());
     QTest::keyClick(limit, Qt::Key_Return);
+    EXPECT_EQ(countRowsOnDisk(store.path(), QStringLiteral("Customer")), 0) << "credit is an admin's";
+    approve(detail);
     ASSERT_EQ(view.customerList()->rowCount(), 1);
     EXPECT_EQ(view.customerList()->item(0, 0)->text(), "Ama Mensah");
     EXPECT_EQ(view.customerList()->currentRow(), 0) << "listed and chosen once saved";
@@ -122,6 +139,7 @@ TEST_F(CustomersViewTest, PointsAdjustedByHandShowInTheHistory)
     EXPECT_EQ(sheet->newBalanceLabel()->text(), "New balance: 6 points");
     QTest::keyClicks(sheet->reasonField(), "correction");
     QTest::keyClick(sheet->pointsField(), Qt::Key_Return);
+    approve(&detail);
     EXPECT_FALSE(sheet->isVisible());
     EXPECT_EQ(detail.pointsBalanceLabel()->text(), "6");
     ASSERT_EQ(detail.pointsHistory()->rowCount(), 1);
@@ -150,6 +168,7 @@ TEST_F(CustomersViewTest, DeletingWarnsInFullAndCancelKeepsTheCustomer)
     EXPECT_EQ(countRowsOnDisk(store.path(), QStringLiteral("Customer")), 1) << "Return means Cancel";
 
     clickButton(askToDelete(), "Delete");
+    approve(&detail);
     EXPECT_EQ(countRowsOnDisk(store.path(), QStringLiteral("Customer")), 0);
     auto& view = goTo<CustomersView>(QStringLiteral("Customers"));
     EXPECT_EQ(view.detail(), nullptr);
