@@ -1,14 +1,16 @@
 #include "access/accountapprovals.h"
 
 #include "access/approvalservice.h"
+#include "customers/accountsservice.h"
 #include "money/currency.h"
 #include "money/tolerances.h"
 #include "startup/sessionstore.h"
 
 #include <cstdlib>
 
-AccountApprovals::AccountApprovals(ApprovalService& approvals, SessionStore& session)
+AccountApprovals::AccountApprovals(ApprovalService& approvals, AccountsService& accounts, SessionStore& session)
     : m_approvals(approvals)
+    , m_accounts(accounts)
     , m_session(session)
 {
 }
@@ -19,14 +21,14 @@ QString AccountApprovals::money(double amount) const
     return Currency::format(amount, settings ? settings->currencySymbol() : Currency::fixedSign);
 }
 
-std::optional<ApprovalRequest> AccountApprovals::ask(AuditAction action, const QString& summary, bool askReason,
-                                                     const ViewModel& model, const Perform& perform)
+std::optional<ApprovalRequest> AccountApprovals::ask(AuditAction action, const std::function<QString()>& summary,
+                                                     bool askReason, const ViewModel& model, const Perform& perform)
 {
     if (!ApprovalService::needsApproval(action, m_session.currentUser().get(), m_session.settings().get())) {
         perform(nullptr, QString());
         return std::nullopt;
     }
-    ApprovalRequest request = ApprovalRequest::forModel(action, summary, model, perform);
+    ApprovalRequest request = ApprovalRequest::forModel(action, summary(), model, perform);
     request.askReason = askReason;
     return request;
 }
@@ -47,7 +49,8 @@ std::optional<ApprovalRequest> AccountApprovals::saveCustomer(CustomerDetailMode
     }
     const QString name = detail.name();
     const QString details = change->details();
-    return ask(AuditAction::customerCredit, QStringLiteral("%1 for %2.").arg(details, name), true, detail,
+    return ask(AuditAction::customerCredit, [&] { return QStringLiteral("%1 for %2.").arg(details, name); }, true,
+               detail,
                [this, &detail, name, details, limit = change->limitAfter](const Ref<User>& approver,
                                                                          const QString& reason) {
                    return detail.save(
@@ -58,18 +61,23 @@ std::optional<ApprovalRequest> AccountApprovals::saveCustomer(CustomerDetailMode
 std::optional<ApprovalRequest> AccountApprovals::deleteCustomer(CustomerDetailModel& detail)
 {
     const Ref<Customer> customer = detail.customer();
-    const double owed = detail.balanceOwed();
-    const std::optional<double> amount = owed > Tolerance::credit ? std::optional(owed) : std::nullopt;
-    const QString details = QStringLiteral("Owed %1; %2 points")
-                                .arg(Currency::format(owed, Currency::fixedSign))
-                                .arg(customer->loyaltyPoints());
-    const QString summary = QStringLiteral("Delete %1, who owes %2 and has %3 points.")
-                                .arg(customer->name(), money(owed))
-                                .arg(customer->loyaltyPoints());
+    const auto summary = [&] {
+        return QStringLiteral("Delete %1, who owes %2 and has %3 points.")
+            .arg(customer->name(), money(detail.balanceOwed()))
+            .arg(customer->loyaltyPoints());
+    };
     return ask(AuditAction::customerDeleted, summary, true, detail,
-               [this, &detail, customer, amount, details](const Ref<User>& approver, const QString& reason) {
+               [this, &detail, customer](const Ref<User>& approver, const QString& reason) {
                    return detail.deleteCustomer([&] {
-                       record(AuditAction::customerDeleted, approver, amount, customer->name(), reason, details);
+                       // Read again inside the delete: the row keeps what was written off, and a
+                       // store that can't tell refuses the delete rather than log a guess.
+                       const double owed = m_accounts.balance(customer);
+                       record(AuditAction::customerDeleted, approver,
+                              owed > Tolerance::credit ? std::optional(owed) : std::nullopt, customer->name(),
+                              reason,
+                              QStringLiteral("Owed %1; %2 points")
+                                  .arg(Currency::format(owed, Currency::fixedSign))
+                                  .arg(customer->loyaltyPoints()));
                    });
                });
 }
@@ -87,7 +95,7 @@ std::optional<ApprovalRequest> AccountApprovals::adjustPoints(AdjustPointsModel&
                                 .arg(std::abs(points))
                                 .arg(points > 0 ? QStringLiteral("to") : QStringLiteral("from"), customer->name(),
                                      details, sheet.reason().trimmed());
-    return ask(AuditAction::pointsAdjustment, summary, false, sheet,
+    return ask(AuditAction::pointsAdjustment, [&] { return summary; }, false, sheet,
                [this, &sheet, customer, points, details](const Ref<User>& approver, const QString&) {
                    return sheet.save([&] {
                        record(AuditAction::pointsAdjustment, approver, double(points), customer->name(),

@@ -6,6 +6,7 @@
 
 #include <optional>
 
+class AccountsService;
 class ApprovalService;
 class SessionStore;
 
@@ -15,7 +16,7 @@ class SessionStore;
 // one unit of work, so the log never misses a change nor tells of one that didn't happen.
 class AccountApprovals {
 public:
-    AccountApprovals(ApprovalService& approvals, SessionStore& session);
+    AccountApprovals(ApprovalService& approvals, AccountsService& accounts, SessionStore& session);
 
     // Each makes the change at once and gives nothing when the signed-in user may make it alone,
     // a refusal then being in the model's errorMessage; otherwise it changes nothing yet and gives
@@ -28,7 +29,8 @@ public:
 
 private:
     using Perform = std::function<bool(const Ref<User>& approver, const QString& reason)>;
-    std::optional<ApprovalRequest> ask(AuditAction action, const QString& summary, bool askReason,
+    // The summary is only worked out when somebody is asked.
+    std::optional<ApprovalRequest> ask(AuditAction action, const std::function<QString()>& summary, bool askReason,
                                        const ViewModel& model, const Perform& perform);
     // The row of the change, inside its unit of work.
     void record(AuditAction action, const Ref<User>& approver, std::optional<double> amount,
@@ -36,5 +38,6 @@ private:
     QString money(double amount) const;
 
     ApprovalService& m_approvals;
+    AccountsService& m_accounts;
     SessionStore& m_session;
 };

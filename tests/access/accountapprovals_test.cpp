@@ -21,7 +21,7 @@ struct AccountApprovalsTest : ::testing::Test {
     AccountsService accounts{context};
     LoyaltyService loyalty{context};
     SessionStore session;
-    AccountApprovals approvals{approvalService, session};
+    AccountApprovals approvals{approvalService, accounts, session};
     AttemptThrottle throttle;
     Ref<User> boss = addUser(context, {.username = QStringLiteral("boss"), .pin = QStringLiteral("2468"),
                                        .role = UserRole::admin, .name = QStringLiteral("Boss")});

@@ -185,7 +185,8 @@ FaultPlan accountPayment(FaultScene& scene)
 // A customer's account changes with its row in the audit log, or neither does.
 std::shared_ptr<AccountApprovals> accountApprovals(FaultScene& scene)
 {
-    return std::make_shared<AccountApprovals>(scene.environment.approvalService(), scene.session);
+    return std::make_shared<AccountApprovals>(scene.environment.approvalService(), scene.environment.accountsService(),
+                                              scene.session);
 }
 
 // A cashier's adjustment, approved by the admin.
@@ -201,12 +202,13 @@ FaultPlan pointsAdjustment(FaultScene& scene)
     model->setDirection(AdjustPointsModel::Direction::remove);
     model->setPointsText(QStringLiteral("15"));
     model->setReason(QStringLiteral("correction"));
-    const std::optional<ApprovalRequest> request = accountApprovals(scene)->adjustPoints(*model);
+    auto approvals = accountApprovals(scene);
+    const std::optional<ApprovalRequest> request = approvals->adjustPoints(*model);
     if (!request) {
         ADD_FAILURE() << "a cashier's adjustment went through without an admin";
         return {[]() -> std::optional<QString> { return std::nullopt; }};
     }
-    return {[&scene, model, perform = request->perform]() -> std::optional<QString> {
+    return {[&scene, model, approvals, perform = request->perform]() -> std::optional<QString> {
                 try {
                     perform(scene.cashier, QString());
                     return std::nullopt;

@@ -21,7 +21,7 @@ AdjustPointsSheet::AdjustPointsSheet(AppEnvironment& environment, SessionStore& 
                                      const Ref<Customer>& customer, QWidget* parent)
     : Sheet(AdjustPointsModel::saveTitle(), parent)
     , m_environment(environment)
-    , m_approvals(environment.approvalService(), session)
+    , m_approvals(environment.approvalService(), environment.accountsService(), session)
     , m_model(environment.loyaltyService(), session, customer, [this] { accept(); })
 {
     using Model = AdjustPointsModel;

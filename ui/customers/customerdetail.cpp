@@ -64,7 +64,7 @@ CustomerDetail::CustomerDetail(AppEnvironment& environment, SessionStore& sessio
     , m_environment(environment)
     , m_accounts(environment.accountsService())
     , m_session(session)
-    , m_approvals(environment.approvalService(), session)
+    , m_approvals(environment.approvalService(), environment.accountsService(), session)
     , m_model(m_accounts, environment.loyaltyService(), environment.modelContext(), session, customer)
 {
     using Model = CustomerDetailModel;
@@ -94,6 +94,8 @@ CustomerDetail::CustomerDetail(AppEnvironment& environment, SessionStore& sessio
     layout->addWidget(scroll, 1);
 
     connect(m_save, &QPushButton::clicked, this, &CustomerDetail::save);
+    // A new customer saved, at once or once an admin approved, can have points and be deleted.
+    connect(&m_model, &Model::fieldsChanged, this, &CustomerDetail::showActions);
     connect(&m_model, &Model::customerDeleted, this, &CustomerDetail::customerDeleted);
     connect(m_delete, &QPushButton::clicked, this, &CustomerDetail::confirmDelete);
     connect(&m_model, &Model::errorMessageChanged, this,
@@ -241,7 +243,6 @@ QLineEdit* CustomerDetail::field(Field which) const
 bool CustomerDetail::save()
 {
     askAnAdmin(m_approvals.saveCustomer(m_model));
-    showActions();
     return !m_model.hasUnsavedEdits();
 }
 

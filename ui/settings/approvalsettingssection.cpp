@@ -77,13 +77,7 @@ QWidget* ApprovalSettingsSection::discountLimitRow()
     m_limitUnit->addItems({ApprovalSettingsModel::percentUnit(), m_model.amountUnit()});
     layout->addWidget(m_limitUnit);
     layout->addStretch();
-    // Saved when the person leaves the field, not at each key.
-    connect(m_limit, &QLineEdit::editingFinished, this, [this] {
-        if (m_limit->isModified()) {
-            m_limit->setModified(false);
-            m_model.setDiscountLimitText(m_limit->text());
-        }
-    });
+    saveWhenEdited(m_limit, [this](const QString& text) { m_model.setDiscountLimitText(text); });
     connect(m_limitUnit, &QComboBox::activated, this,
             [this](int index) { m_model.setDiscountLimitIsPercent(index == percentItem); });
     return row;
