@@ -78,6 +78,14 @@ LogWhere whereOf(const ApprovalService::LogFilter& filter)
     return where;
 }
 
+// A points adjustment's amount is points, not money.
+QString amountText(const QString& actionRaw, double amount)
+{
+    if (AuditActions::fromRaw(actionRaw) == AuditAction::pointsAdjustment)
+        return QStringLiteral("%1%2 points").arg(amount > 0 ? QStringLiteral("+") : QString()).arg(qint64(amount));
+    return fixedMoney(amount);
+}
+
 ApprovalService::LogRow logRowOf(const SqliteStatement& statement)
 {
     ApprovalService::LogRow row;
@@ -87,7 +95,8 @@ ApprovalService::LogRow logRowOf(const SqliteStatement& statement)
     const QString approver = statement.text(4);
     row.cells << time.toString(QStringLiteral("yyyy-MM-dd HH:mm")) << AuditActions::title(statement.text(2))
               << statement.text(3) << (approver.isEmpty() ? QStringLiteral("—") : approver)
-              << (statement.isNull(5) ? QString() : fixedMoney(statement.real(5))) << statement.text(6)
+              << (statement.isNull(5) ? QString() : amountText(statement.text(2), statement.real(5)))
+              << statement.text(6)
               << statement.text(7) << statement.text(8);
     return row;
 }
@@ -129,7 +138,7 @@ Ref<User> ApprovalService::approver(const QString& pin)
 
 bool ApprovalService::isSwitchedOn(AuditAction action, const AppSettings* settings)
 {
-    return settings && AuditActions::isSwitchedOn(action, *settings);
+    return AuditActions::isSwitchedOn(action, settings);
 }
 
 bool ApprovalService::needsApproval(AuditAction action, const User* user, const AppSettings* settings)

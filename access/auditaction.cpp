@@ -69,12 +69,12 @@ QString AuditActions::dialogTitle(AuditAction action)
     return QString::fromUtf16(row(action).dialogTitle);
 }
 
-bool AuditActions::isSwitchedOn(AuditAction action, const AppSettings& settings)
+bool AuditActions::isSwitchedOn(AuditAction action, const AppSettings* settings)
 {
     const ActionRow& entry = row(action);
     switch (entry.asks) {
     case Asks::bySetting:
-        return (settings.*entry.setting)();
+        return settings && (settings->*entry.setting)();
     case Asks::always:
         return true;
     case Asks::never:

@@ -35,6 +35,7 @@ struct AuditActions {
     static QString title(const QString& raw);
     static QString title(AuditAction action);
     static QString dialogTitle(AuditAction action);
-    // The setting that asks a cashier for an admin's PIN; the account actions always do.
-    static bool isSwitchedOn(AuditAction action, const AppSettings& settings);
+    // The setting that asks a cashier for an admin's PIN, off while no settings are loaded; the
+    // account actions always ask, settings or not.
+    static bool isSwitchedOn(AuditAction action, const AppSettings* settings);
 };

@@ -1,5 +1,7 @@
 #include "customers/adjustpointsmodel.h"
 
+#include "store/unitofwork.h"
+
 AdjustPointsModel::AdjustPointsModel(LoyaltyService& loyalty, SessionStore& session, Ref<Customer> customer,
                                      std::function<void()> onDone, QObject* parent)
     : ViewModel(parent)
@@ -36,9 +38,23 @@ std::optional<QString> AdjustPointsModel::newBalanceText() const
     return QStringLiteral("New balance: %1 points").arg(m_customer->loyaltyPoints() + points());
 }
 
-bool AdjustPointsModel::save()
+bool AdjustPointsModel::check()
 {
-    if (!writing([this] { m_loyalty.adjust(m_customer, points(), m_reason, m_session.currentUser()); }))
+    return writing([this] { LoyaltyService::checkAdjustment(*m_customer, points(), m_reason); });
+}
+
+bool AdjustPointsModel::save(const std::function<void()>& alongside)
+{
+    ModelContext* context = m_customer->context();
+    Q_ASSERT(context);
+    const bool saved = writing([&] {
+        performUnitOfWork(*context, [&] {
+            m_loyalty.adjust(m_customer, points(), m_reason, m_session.currentUser());
+            if (alongside)
+                alongside();
+        });
+    });
+    if (!saved)
         return false;
     if (m_onDone)
         m_onDone();

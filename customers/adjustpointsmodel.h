@@ -45,10 +45,11 @@ public:
     // "New balance: {n} points" while the entry is a whole number above 0.
     std::optional<QString> newBalanceText() const;
 
-    // On success calls onDone and returns true; otherwise errorMessage says why.
-    bool save();
-
-Q_SIGNALS:
+    // Whether save() would go through as far as the entry goes; otherwise errorMessage says why.
+    bool check();
+    // On success calls onDone and returns true; otherwise errorMessage says why. `alongside` is
+    // written in the adjustment's own unit of work, after it.
+    bool save(const std::function<void()>& alongside = {});
 
 private:
     qint64 enteredPoints() const;

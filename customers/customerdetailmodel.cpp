@@ -57,12 +57,39 @@ void CustomerDetailModel::setCreditLimitText(const QString& text)
     Q_EMIT fieldsChanged();
 }
 
+QString CustomerDetailModel::CreditChange::details() const
+{
+    const auto onOff = [](bool on) { return on ? QStringLiteral("on") : QStringLiteral("off"); };
+    const auto fixed = [](double amount) { return Currency::format(amount, Currency::fixedSign); };
+    QStringList parts;
+    if (allowAfter != allowBefore)
+        parts << QStringLiteral("Allow credit %1 → %2").arg(onOff(allowBefore), onOff(allowAfter));
+    if (limitAfter != limitBefore)
+        parts << QStringLiteral("credit limit %1 → %2").arg(fixed(limitBefore), fixed(limitAfter));
+    QString text = parts.join(QStringLiteral("; "));
+    text[0] = text[0].toUpper();
+    return text;
+}
+
+std::optional<CustomerDetailModel::CreditChange> CustomerDetailModel::creditChange() const
+{
+    if (creditLimitProblem())
+        return std::nullopt;
+    // The record handed in still holds what a new customer starts with.
+    const Customer& before = *m_customer;
+    const Customer& after = *m_form.edits();
+    // Exactly what Save would write: the limit typed is already in cents.
+    if (after.allowCredit() == before.allowCredit() && after.creditLimit() == before.creditLimit())
+        return std::nullopt;
+    return CreditChange{before.allowCredit(), after.allowCredit(), before.creditLimit(), after.creditLimit()};
+}
+
 bool CustomerDetailModel::hasUnsavedEdits() const
 {
     return m_form.hasEdits() || creditLimitProblem();
 }
 
-bool CustomerDetailModel::save()
+bool CustomerDetailModel::save(const std::function<void()>& alongside)
 {
     if (creditLimitProblem())
         return false;
@@ -72,6 +99,8 @@ bool CustomerDetailModel::save()
             const Ref<Customer> live = m_form.writeTo(m_context);
             if (wasNew)
                 live->setCreatedAt(Clock::now());
+            if (alongside)
+                alongside();
             return live;
         });
     } catch (const Refusal& refusal) {
@@ -169,16 +198,21 @@ QStringList CustomerDetailModel::deleteWarnings()
     return lines;
 }
 
-bool CustomerDetailModel::deleteCustomer()
+bool CustomerDetailModel::deleteCustomer(const std::function<void()>& alongside)
 {
     if (!isNew()) {
         try {
-            performUnitOfWork(m_context, [this] { m_context.remove(m_customer); });
+            performUnitOfWork(m_context, [&] {
+                if (alongside)
+                    alongside();
+                m_context.remove(m_customer);
+            });
         } catch (const Refusal& refusal) {
             tellWriteFailure(refusal.description());
             return false;
         }
     }
     tellWriteFailure(std::nullopt);
+    Q_EMIT customerDeleted();
     return true;
 }

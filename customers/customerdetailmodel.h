@@ -13,6 +13,7 @@
 #include <QString>
 #include <QStringList>
 
+#include <functional>
 #include <optional>
 #include <utility>
 
@@ -77,13 +78,27 @@ public:
     // Why the credit limit as typed can't be saved; absent while it can.
     std::optional<QString> creditLimitProblem() const;
 
+    // What Save would do to the customer's credit, which a cashier can't change alone.
+    struct CreditChange {
+        bool allowBefore = false;
+        bool allowAfter = false;
+        double limitBefore = 0;
+        double limitAfter = 0;
+        // "Allow credit off → on; credit limit ₵0.00 → ₵500.00", naming only what changes, with
+        // the log's fixed sign.
+        QString details() const;
+    };
+    // Absent when Save would leave the credit as it is, or the limit as typed can't be saved.
+    std::optional<CreditChange> creditChange() const;
+
     // Whether the fields differ from the saved customer, so that leaving it can ask first. A new
     // customer nobody typed into has nothing to lose.
     bool hasUnsavedEdits() const;
     // Writes the edits to the customer, inserting a new one, in one unit of work. False when the
     // credit limit can't be read (creditLimitProblem says why) or the store refused (errorMessage);
-    // the edits stay either way and nothing is written.
-    bool save();
+    // the edits stay either way and nothing is written. `alongside` is written in the same unit of
+    // work, after the edits.
+    bool save(const std::function<void()>& alongside = {});
     // The fields as the customer holds them, dropping what was typed. A new customer's detail is
     // closed instead.
     void discardEdits();
@@ -113,11 +128,14 @@ public:
     // The lines under "Delete this customer?", in order; the last is always "This cannot be undone."
     QStringList deleteWarnings();
     // Sales keep their own record, without the customer; the account history goes with it.
-    bool deleteCustomer();
+    // `alongside` is written in the same unit of work, before the customer goes.
+    bool deleteCustomer(const std::function<void()>& alongside = {});
 
 Q_SIGNALS:
     // A save or rollback touched what this detail shows.
     void detailChanged();
+    // The customer is gone, whether at once or once an admin approved.
+    void customerDeleted();
 
 private:
     // The fallback when the store can't be read, with the reason in errorMessage; a later read

@@ -192,20 +192,23 @@ void LoyaltyService::applyVoid(const Ref<Sale>& sale, const Ref<User>& by)
     }
 }
 
+void LoyaltyService::checkAdjustment(const Customer& customer, qint64 points, const QString& reason)
+{
+    if (points == 0)
+        throw LoyaltyError::invalidPoints();
+    if (reason.trimmed().isEmpty())
+        throw LoyaltyError::needsReason();
+    if (customer.loyaltyPoints() + points < 0)
+        throw LoyaltyError::wouldGoNegative(customer.loyaltyPoints());
+}
+
 Ref<LoyaltyEntry> LoyaltyService::adjust(const Ref<Customer>& customer, qint64 points, const QString& reason,
                                          const Ref<User>& user)
 {
     Q_ASSERT(customer);
-    const QString trimmed = reason.trimmed();
-    if (points == 0)
-        throw LoyaltyError::invalidPoints();
-    if (trimmed.isEmpty())
-        throw LoyaltyError::needsReason();
-    if (customer->loyaltyPoints() + points < 0)
-        throw LoyaltyError::wouldGoNegative(customer->loyaltyPoints());
-
+    checkAdjustment(*customer, points, reason);
     return performUnitOfWork(m_context, [&] {
-        return record(points, customer, LoyaltyEntryKind::adjustment, {}, trimmed, 0, user);
+        return record(points, customer, LoyaltyEntryKind::adjustment, {}, reason.trimmed(), 0, user);
     });
 }
 

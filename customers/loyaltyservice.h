@@ -54,6 +54,9 @@ public:
     void applyRefund(const Ref<Sale>& refund, const Ref<Sale>& original, double share, bool fullyReturned,
                      const Ref<User>& by);
     void applyVoid(const Ref<Sale>& sale, const Ref<User>& by);
+    // Throws the LoyaltyError that adjust() would refuse with, so that a refusal comes before anybody
+    // is asked to approve the adjustment.
+    static void checkAdjustment(const Customer& customer, qint64 points, const QString& reason);
     // One unit of work; throws LoyaltyError before writing anything, or StoreError with nothing
     // written.
     Ref<LoyaltyEntry> adjust(const Ref<Customer>& customer, qint64 points, const QString& reason,

@@ -92,7 +92,7 @@ SectionScreens MainWindow::sectionScreens()
     screens.add(AppSection::till, [this] { return new TillView(m_environment, m_session); });
     screens.add(AppSection::auditLog,
                 [this] { return new AuditLogView(m_environment, m_session, m_registry); });
-    screens.add(AppSection::settings, [this] { return new SettingsView(m_environment, m_session); });
+    screens.add(AppSection::settings, [this] { return new SettingsView(m_environment, m_session, m_actionBus); });
     return screens;
 }
 

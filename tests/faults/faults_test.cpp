@@ -3,6 +3,7 @@
 
 #include "faultscene.h"
 
+#include "access/accountapprovals.h"
 #include "access/firstrunsetupmodel.h"
 #include "access/useraccountsviewmodel.h"
 #include "customers/adjustpointsmodel.h"
@@ -160,16 +161,45 @@ FaultPlan accountPayment(FaultScene& scene)
             }};
 }
 
+// A customer's account changes with its row in the audit log, or neither does.
+std::shared_ptr<AccountApprovals> accountApprovals(FaultScene& scene)
+{
+    return std::make_shared<AccountApprovals>(scene.environment.approvalService(), scene.environment.accountsService(),
+                                              scene.session);
+}
+
+// A cashier's adjustment, approved by the admin.
 FaultPlan pointsAdjustment(FaultScene& scene)
 {
+    const Ref<User> cashier = scene.saved(FaultScene::named<User>("Yaw", [](User& user) {
+        user.setUsername(QStringLiteral("yaw"));
+        user.setRole(UserRole::cashier);
+    }));
+    scene.session.setCurrentUser(cashier);
     auto model = std::make_shared<AdjustPointsModel>(scene.environment.loyaltyService(), scene.session,
                                                      scene.kofi, nullptr);
     model->setDirection(AdjustPointsModel::Direction::remove);
     model->setPointsText(QStringLiteral("15"));
     model->setReason(QStringLiteral("correction"));
-    return {.attempt = through(*model, [model] { return model->save(); }), .afterSuccess = [&scene] {
+    auto approvals = accountApprovals(scene);
+    const std::optional<ApprovalRequest> request = approvals->adjustPoints(*model);
+    if (!request) {
+        ADD_FAILURE() << "a cashier's adjustment went through without an admin";
+        return {[]() -> std::optional<QString> { return std::nullopt; }};
+    }
+    return {[&scene, model, approvals, perform = request->perform]() -> std::optional<QString> {
+                try {
+                    perform(scene.cashier, QString());
+                    return std::nullopt;
+                } catch (const Refusal& refusal) {
+                    return refusal.description();
+                }
+            },
+            [&scene] { EXPECT_EQ(scene.kofi->loyaltyPoints(), 40); },
+            [&scene] {
                 EXPECT_EQ(scene.kofi->loyaltyPoints(), 25);
                 EXPECT_EQ(scene.onDisk("LoyaltyEntry"), 1);
+                EXPECT_EQ(scene.onDisk("AuditEntry"), 1);
             }};
 }
 
@@ -379,12 +409,41 @@ FaultPlan customerSave(FaultScene& scene)
             [&scene] { EXPECT_EQ(scene.kofi->phone(), typedPhone); }};
 }
 
+// The admin's change of a customer's credit, which goes through at once.
+FaultPlan customerCredit(FaultScene& scene)
+{
+    auto detail = customerDetail(scene, scene.kofi);
+    detail->setCreditLimitText(QStringLiteral("1,250.00"));
+    auto approvals = accountApprovals(scene);
+    return {through(*detail,
+                    [detail, approvals] {
+                        EXPECT_FALSE(approvals->saveCustomer(*detail));
+                        return !detail->errorMessage();
+                    }),
+            [&scene, detail] {
+                EXPECT_EQ(scene.kofi->creditLimit(), 0);
+                EXPECT_EQ(detail->creditLimitText(), QStringLiteral("1,250.00"));
+            },
+            [&scene] {
+                EXPECT_EQ(scene.kofi->creditLimit(), 1250);
+                EXPECT_EQ(scene.onDisk("AuditEntry"), 1);
+            }};
+}
+
 FaultPlan customerDelete(FaultScene& scene)
 {
     auto detail = customerDetail(scene, scene.kofi);
-    return {through(*detail, [detail] { return detail->deleteCustomer(); }),
+    auto approvals = accountApprovals(scene);
+    return {through(*detail,
+                    [detail, approvals] {
+                        EXPECT_FALSE(approvals->deleteCustomer(*detail));
+                        return !detail->errorMessage();
+                    }),
             [&scene] { EXPECT_FALSE(scene.kofi->isDeleted()); },
-            [&scene] { EXPECT_EQ(scene.onDisk("Customer"), 0); }};
+            [&scene] {
+                EXPECT_EQ(scene.onDisk("Customer"), 0);
+                EXPECT_EQ(scene.onDisk("AuditEntry"), 1);
+            }};
 }
 
 // Devices that stand still: only the store can fail.
@@ -461,6 +520,7 @@ const Write writes[] = {
     {"SupplierDelete", supplierDelete},
     {"CustomerCreate", customerCreate},
     {"CustomerSave", customerSave},
+    {"CustomerCredit", customerCredit},
     {"CustomerDelete", customerDelete},
     {"AccountMap", accountMap},
     {"ReceiptPrinter",

@@ -52,15 +52,11 @@ ApprovalSheet* ApprovalSheet::askPIN(AuditAction action, const QString& summary,
                                      std::function<bool(const Ref<User>&)> perform,
                                      AppEnvironment& environment, QWidget* parent)
 {
-    ApprovalRequest request;
-    request.action = action;
-    request.summary = summary;
-    request.needsPIN = true;
-    request.perform = [&model, perform = std::move(perform)](const Ref<User>& approver, const QString&) {
-        if (!perform(approver))
-            throw Refusal(model.errorMessage().value_or(QString()));
-    };
-    return raise(std::move(request), environment, parent);
+    return raise(ApprovalRequest::forModel(action, summary, model,
+                                           [perform = std::move(perform)](const Ref<User>& approver, const QString&) {
+                                               return perform(approver);
+                                           }),
+                 environment, parent);
 }
 
 void ApprovalSheet::primaryAction()

@@ -1,5 +1,7 @@
 #include "ui/customers/adjustpointssheet.h"
 
+#include "environment/appenvironment.h"
+#include "ui/access/approvalsheet.h"
 #include "ui/controls/formfields.h"
 #include "ui/controls/segmentedcontrol.h"
 #include "ui/style/theme.h"
@@ -15,10 +17,12 @@ constexpr int addSegment = 0;
 constexpr int removeSegment = 1;
 } // namespace
 
-AdjustPointsSheet::AdjustPointsSheet(LoyaltyService& loyalty, SessionStore& session,
+AdjustPointsSheet::AdjustPointsSheet(AppEnvironment& environment, SessionStore& session,
                                      const Ref<Customer>& customer, QWidget* parent)
     : Sheet(AdjustPointsModel::saveTitle(), parent)
-    , m_model(loyalty, session, customer, [this] { accept(); })
+    , m_environment(environment)
+    , m_approvals(environment.approvalService(), environment.accountsService(), session)
+    , m_model(environment.loyaltyService(), session, customer, [this] { accept(); })
 {
     using Model = AdjustPointsModel;
     using Direction = AdjustPointsModel::Direction;
@@ -53,6 +57,18 @@ AdjustPointsSheet::AdjustPointsSheet(LoyaltyService& loyalty, SessionStore& sess
     connect(&m_model, &Model::errorMessageChanged, this, [this] { showError(m_model.errorMessage()); });
     showNewBalance();
     m_points->setFocus();
+}
+
+void AdjustPointsSheet::primaryAction()
+{
+    std::optional<ApprovalRequest> request = m_approvals.adjustPoints(m_model);
+    if (!request)
+        return;
+    // One sheet at a time, or this one's buttons would show under the shorter approval sheet: the
+    // adjustment waits behind it and comes back when the admin cancels.
+    request->onCancel = [this] { show(); };
+    hide();
+    ApprovalSheet::raise(std::move(*request), m_environment, parentWidget());
 }
 
 void AdjustPointsSheet::showNewBalance()

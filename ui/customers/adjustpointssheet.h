@@ -1,19 +1,21 @@
 #pragma once
 
+#include "access/accountapprovals.h"
 #include "customers/adjustpointsmodel.h"
 #include "ui/controls/sheet.h"
 
+class AppEnvironment;
 class QLabel;
 class QLineEdit;
 class SegmentedControl;
 
 // "Adjust Points" over the customer's detail: points added or removed by hand, with a reason.
-// Stays open with the reason when the change is refused.
+// Stays open with the reason when the change is refused; a cashier's waits for an admin's PIN.
 class AdjustPointsSheet : public Sheet {
     Q_OBJECT
 
 public:
-    AdjustPointsSheet(LoyaltyService& loyalty, SessionStore& session, const Ref<Customer>& customer,
+    AdjustPointsSheet(AppEnvironment& environment, SessionStore& session, const Ref<Customer>& customer,
                       QWidget* parent = nullptr);
 
     AdjustPointsModel& model() { return m_model; }
@@ -24,9 +26,11 @@ public:
     QPushButton* saveButton() const { return primaryButton(); }
 
 private:
-    void primaryAction() override { m_model.save(); }
+    void primaryAction() override;
     void showNewBalance();
 
+    AppEnvironment& m_environment;
+    AccountApprovals m_approvals;
     AdjustPointsModel m_model;
     SegmentedControl* m_direction;
     QLineEdit* m_points;

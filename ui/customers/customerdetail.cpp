@@ -1,6 +1,8 @@
 #include "ui/customers/customerdetail.h"
 
 #include "customers/loyaltyservice.h"
+#include "environment/appenvironment.h"
+#include "ui/access/approvalsheet.h"
 #include "money/currency.h"
 #include "store/storeerror.h"
 #include "ui/controls/asktodelete.h"
@@ -56,13 +58,14 @@ QTableWidget* makeTable(const QStringList& headers, const QString& name, QWidget
 }
 } // namespace
 
-CustomerDetail::CustomerDetail(AccountsService& accounts, LoyaltyService& loyalty, ModelContext& context,
-                               SessionStore& session, const Ref<Customer>& customer, QWidget* parent)
+CustomerDetail::CustomerDetail(AppEnvironment& environment, SessionStore& session, const Ref<Customer>& customer,
+                               QWidget* parent)
     : QWidget(parent)
-    , m_accounts(accounts)
-    , m_loyalty(loyalty)
+    , m_environment(environment)
+    , m_accounts(environment.accountsService())
     , m_session(session)
-    , m_model(accounts, loyalty, context, session, customer)
+    , m_approvals(environment.approvalService(), environment.accountsService(), session)
+    , m_model(m_accounts, environment.loyaltyService(), environment.modelContext(), session, customer)
 {
     using Model = CustomerDetailModel;
     m_title = Theme::label(QString(), Theme::Text::title, this);
@@ -90,10 +93,10 @@ CustomerDetail::CustomerDetail(AccountsService& accounts, LoyaltyService& loyalt
     layout->addWidget(m_error);
     layout->addWidget(scroll, 1);
 
-    connect(m_save, &QPushButton::clicked, &m_model, [this] {
-        m_model.save();
-        showActions();
-    });
+    connect(m_save, &QPushButton::clicked, this, &CustomerDetail::save);
+    // A new customer saved, at once or once an admin approved, can have points and be deleted.
+    connect(&m_model, &Model::fieldsChanged, this, &CustomerDetail::showActions);
+    connect(&m_model, &Model::customerDeleted, this, &CustomerDetail::customerDeleted);
     connect(m_delete, &QPushButton::clicked, this, &CustomerDetail::confirmDelete);
     connect(&m_model, &Model::errorMessageChanged, this,
             [this] { m_error->setMessage(m_model.errorMessage()); });
@@ -237,6 +240,12 @@ QLineEdit* CustomerDetail::field(Field which) const
     return m_fields.at(static_cast<int>(which));
 }
 
+bool CustomerDetail::save()
+{
+    askAnAdmin(m_approvals.saveCustomer(m_model));
+    return !m_model.hasUnsavedEdits();
+}
+
 void CustomerDetail::focusName()
 {
     focusToReplace(field(Field::name));
@@ -347,7 +356,7 @@ void CustomerDetail::refreshPurchases(int count)
 
 void CustomerDetail::openAdjustPoints()
 {
-    auto* sheet = new AdjustPointsSheet(m_loyalty, m_session, customer(), this);
+    auto* sheet = new AdjustPointsSheet(m_environment, m_session, customer(), this);
     sheet->setAttribute(Qt::WA_DeleteOnClose);
     sheet->open();
 }
@@ -363,8 +372,12 @@ void CustomerDetail::openReceivePayment()
 void CustomerDetail::confirmDelete()
 {
     askToDelete(this, CustomerDetailModel::deleteTitle(),
-                m_model.deleteWarnings().join(QStringLiteral("\n\n")), [this] {
-                    if (m_model.deleteCustomer())
-                        Q_EMIT customerDeleted();
-                });
+                m_model.deleteWarnings().join(QStringLiteral("\n\n")),
+                [this] { askAnAdmin(m_approvals.deleteCustomer(m_model)); });
+}
+
+void CustomerDetail::askAnAdmin(std::optional<ApprovalRequest> request)
+{
+    if (request)
+        ApprovalSheet::raise(std::move(*request), m_environment, this);
 }

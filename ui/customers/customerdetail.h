@@ -1,9 +1,11 @@
 #pragma once
 
+#include "access/accountapprovals.h"
 #include "customers/customerdetailmodel.h"
 
 #include <QWidget>
 
+class AppEnvironment;
 class ErrorLabel;
 class QCheckBox;
 class QLabel;
@@ -14,15 +16,16 @@ class Section;
 
 // One customer beside the Customers list: contact and credit edits kept until "Save", the points
 // and their history, the account with its ledger, and the purchases a page at a time. Made anew
-// for each customer chosen. "Save" stays in view above the sections, which scroll.
+// for each customer chosen. "Save" stays in view above the sections, which scroll. A cashier's
+// change of credit, adjustment of points or delete waits for an admin's PIN.
 class CustomerDetail : public QWidget {
     Q_OBJECT
 
 public:
     enum class Field { name, phone, email, address, creditLimit };
 
-    CustomerDetail(AccountsService& accounts, LoyaltyService& loyalty, ModelContext& context,
-                   SessionStore& session, const Ref<Customer>& customer, QWidget* parent = nullptr);
+    CustomerDetail(AppEnvironment& environment, SessionStore& session, const Ref<Customer>& customer,
+                   QWidget* parent = nullptr);
 
     CustomerDetailModel& model() { return m_model; }
     Ref<Customer> customer() const { return m_model.customer(); }
@@ -43,6 +46,9 @@ public:
     // Why the credit limit as typed can't be saved; hidden while it can.
     ErrorLabel* creditLimitErrorLabel() const { return m_creditLimitError; }
 
+    // "Save": at once, or through the approval dialog when a cashier changed the credit. True once
+    // nothing is left unsaved.
+    bool save();
     // Puts the caret in the name with it selected, for a customer just added.
     void focusName();
 
@@ -64,11 +70,14 @@ private:
     void openAdjustPoints();
     void openReceivePayment();
     void confirmDelete();
+    // Raises the approval dialog where the change waits for an admin.
+    void askAnAdmin(std::optional<ApprovalRequest> request);
     QString money(double amount) const;
 
+    AppEnvironment& m_environment;
     AccountsService& m_accounts;
-    LoyaltyService& m_loyalty;
     SessionStore& m_session;
+    AccountApprovals m_approvals;
     CustomerDetailModel m_model;
     int m_purchasesShown = 0;
 

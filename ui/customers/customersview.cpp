@@ -27,10 +27,10 @@ const QColor owesColour(0xa1, 0x4a, 0x00);
 
 CustomersView::CustomersView(AppEnvironment& environment, SessionStore& session, QWidget* parent)
     : QWidget(parent)
+    , m_environment(environment)
     , m_context(environment.modelContext())
     , m_session(session)
     , m_accounts(environment.accountsService())
-    , m_loyalty(environment.loyaltyService())
     , m_model(m_accounts, m_context, session)
 {
     using Model = CustomersViewModel;
@@ -152,7 +152,7 @@ QString CustomersView::editedName() const
 
 bool CustomersView::saveEdits()
 {
-    return m_detail && m_detail->model().save();
+    return m_detail && m_detail->save();
 }
 
 void CustomersView::discardEdits()
@@ -180,7 +180,7 @@ void CustomersView::showDetail(const Ref<Customer>& customer)
                               !m_model.errorMessage());
         return;
     }
-    m_detail = new CustomerDetail(m_accounts, m_loyalty, m_context, m_session, customer, this);
+    m_detail = new CustomerDetail(m_environment, m_session, customer, this);
     connect(m_detail, &CustomerDetail::customerDeleted, this, [this] { showDetail(nullptr); });
     m_detailPages->showDetail(m_detail);
     m_body->showNoRecords(false);

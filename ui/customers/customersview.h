@@ -2,7 +2,6 @@
 
 #include "customers/accountsservice.h"
 #include "customers/customersviewmodel.h"
-#include "customers/loyaltyservice.h"
 #include "ui/navigation/editingscreen.h"
 
 #include <QUuid>
@@ -51,10 +50,10 @@ private:
     void showDetail(const Ref<Customer>& customer);
     void addCustomer();
 
+    AppEnvironment& m_environment;
     ModelContext& m_context;
     SessionStore& m_session;
     AccountsService& m_accounts;
-    LoyaltyService& m_loyalty;
     CustomersViewModel m_model;
     QList<Ref<Customer>> m_customers; // the list's rows, in order
     bool m_rebuilding = false;

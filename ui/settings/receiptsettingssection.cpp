@@ -31,17 +31,6 @@ namespace {
 
 constexpr int previewWidth = 300;
 
-// Saves a text row when the person leaves the field, not at every keystroke.
-void saveWhenEdited(QLineEdit* edit, std::function<void(const QString&)> save)
-{
-    QObject::connect(edit, &QLineEdit::editingFinished, edit, [edit, save = std::move(save)] {
-        if (edit->isModified()) {
-            edit->setModified(false);
-            save(edit->text());
-        }
-    });
-}
-
 void showText(QLineEdit* edit, const QString& text)
 {
     if (!edit->hasFocus() && edit->text() != text)

@@ -4,6 +4,7 @@
 
 #include <QGridLayout>
 #include <QLabel>
+#include <QLineEdit>
 #include <QVBoxLayout>
 
 SettingsSection::SettingsSection(const QString& heading, QWidget* parent)
@@ -61,4 +62,14 @@ void SettingsSection::addNote(QGridLayout* form, QLabel* note)
 {
     note->setWordWrap(true);
     form->addWidget(note, form->rowCount(), 1);
+}
+
+void SettingsSection::saveWhenEdited(QLineEdit* edit, std::function<void(const QString&)> save)
+{
+    QObject::connect(edit, &QLineEdit::editingFinished, edit, [edit, save = std::move(save)] {
+        if (edit->isModified()) {
+            edit->setModified(false);
+            save(edit->text());
+        }
+    });
 }

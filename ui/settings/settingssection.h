@@ -2,8 +2,11 @@
 
 #include <QWidget>
 
+#include <functional>
+
 class QGridLayout;
 class QLabel;
+class QLineEdit;
 class QVBoxLayout;
 
 // One concern of the Settings form: a heading over one or more cards of rows.
@@ -22,6 +25,8 @@ protected:
     QLabel* addRow(QGridLayout* form, const QString& label, QWidget* field);
     // A line under a row saying what it does, in the quiet note style.
     void addNote(QGridLayout* form, QLabel* note);
+    // Saves a text row when the person leaves the field, not at every keystroke.
+    static void saveWhenEdited(QLineEdit* edit, std::function<void(const QString&)> save);
 
 private:
     QVBoxLayout* m_layout;

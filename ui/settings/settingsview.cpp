@@ -1,8 +1,11 @@
 #include "ui/settings/settingsview.h"
 
+#include "access/approvalsettingsmodel.h"
 #include "environment/appenvironment.h"
 #include "receipts/receiptsettingsmodel.h"
 #include "startup/sessionstore.h"
+#include "ui/navigation/posactionbus.h"
+#include "ui/settings/approvalsettingssection.h"
 #include "ui/settings/receiptsettingssection.h"
 #include "ui/settings/useraccountssection.h"
 #include "ui/style/theme.h"
@@ -10,10 +13,11 @@
 #include <QLabel>
 #include <QVBoxLayout>
 
-SettingsView::SettingsView(AppEnvironment& environment, SessionStore& session, QWidget* parent)
+SettingsView::SettingsView(AppEnvironment& environment, SessionStore& session, POSActionBus& bus, QWidget* parent)
     : QScrollArea(parent)
     , m_environment(environment)
     , m_session(session)
+    , m_bus(bus)
 {
     setWidgetResizable(true);
     setFrameShape(QFrame::NoFrame);
@@ -47,6 +51,7 @@ void SettingsView::build()
     m_built = true;
     // Sections follow in their fixed order; the rows of each write to the record and save at once.
     QList<QWidget*> sections = receiptSections();
+    sections.append(approvalsSection());
     sections.append(usersSection());
     for (QWidget* section : sections) {
         section->setMaximumWidth(860);
@@ -60,6 +65,16 @@ QList<QWidget*> SettingsView::receiptSections()
                                                  m_environment.printerDirectory(), m_environment.receiptPrinter(),
                                                  m_environment.cashDrawer(), this);
     return {new ReceiptSettingsSection(*m_receiptSettings, m_session), new CashDrawerSettingsSection(*m_receiptSettings)};
+}
+
+QWidget* SettingsView::approvalsSection()
+{
+    auto* model = new ApprovalSettingsModel(m_environment.modelContext(), m_session.settings(),
+                                            m_environment.approvalService(), this);
+    auto* section = new ApprovalSettingsSection(*model);
+    connect(section, &ApprovalSettingsSection::openAuditLog, this,
+            [this] { m_bus.setRequestedSection(AppSection::auditLog); });
+    return section;
 }
 
 QWidget* SettingsView::usersSection()

@@ -3,6 +3,7 @@
 #include <QScrollArea>
 
 class AppEnvironment;
+class POSActionBus;
 class QVBoxLayout;
 class ReceiptSettingsModel;
 class SessionStore;
@@ -13,15 +14,17 @@ class SettingsView : public QScrollArea {
     Q_OBJECT
 
 public:
-    SettingsView(AppEnvironment& environment, SessionStore& session, QWidget* parent = nullptr);
+    SettingsView(AppEnvironment& environment, SessionStore& session, POSActionBus& bus, QWidget* parent = nullptr);
 
 private:
     void build();
     QList<QWidget*> receiptSections();
+    QWidget* approvalsSection();
     QWidget* usersSection();
 
     AppEnvironment& m_environment;
     SessionStore& m_session;
+    POSActionBus& m_bus;
     QVBoxLayout* m_sections;
     bool m_built = false;
     ReceiptSettingsModel* m_receiptSettings = nullptr;

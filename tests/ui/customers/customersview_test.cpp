@@ -1,5 +1,6 @@
 #include "ui/customers/customersview.h"
 
+#include "ui/access/approvalsheet.h"
 #include "ui/controls/errorlabel.h"
 #include "ui/controls/screentest.h"
 #include "ui/customers/adjustpointssheet.h"
@@ -26,7 +27,22 @@ template <class Sheet> Sheet* openSheet(QWidget* window, QPushButton* button)
     return sheet;
 }
 
-using CustomersViewTest = ScreenTest;
+// Credit, points by hand and deleting wait for an admin's PIN when a cashier asks.
+class CustomersViewTest : public ScreenTest {
+protected:
+    Ref<User> admin = addUser(store.context(), {.username = QStringLiteral("akosua"), .pin = QStringLiteral("4321"),
+                                                .role = UserRole::admin, .name = QStringLiteral("Akosua")});
+
+    // The admin types their PIN into the approval dialog open over `over`.
+    void approve(const QWidget* over)
+    {
+        auto* approval = over->findChild<ApprovalSheet*>();
+        ASSERT_NE(approval, nullptr) << "a cashier's change went through without an admin";
+        QTest::keyClicks(approval->pinField(), "4321");
+        approval->primaryButton()->click();
+        EXPECT_FALSE(approval->isVisible()) << approval->errorLabel()->text().toStdString();
+    }
+};
 } // namespace
 
 // A cashier, since Customers isn't only for admins. The rules and texts are the detail model's.
@@ -47,6 +63,8 @@ TEST_F(CustomersViewTest, ANewCustomerIsSavedThenPaysCashIntoTheOpenTillAndAdjus
     limit->selectAll();
     QTest::keyClicks(limit, "500");
     QTest::keyClick(limit, Qt::Key_Return);
+    EXPECT_EQ(countRowsOnDisk(store.path(), QStringLiteral("Customer")), 0) << "credit is an admin's";
+    approve(detail);
     ASSERT_EQ(view.customerList()->rowCount(), 1);
     EXPECT_EQ(view.customerList()->currentRow(), 0) << "listed and chosen once saved";
     const Ref<Customer> ama = detail->customer();
@@ -69,6 +87,7 @@ TEST_F(CustomersViewTest, ANewCustomerIsSavedThenPaysCashIntoTheOpenTillAndAdjus
     QTest::keyClicks(points->pointsField(), "4");
     QTest::keyClicks(points->reasonField(), "welcome");
     QTest::keyClick(points->pointsField(), Qt::Key_Return);
+    approve(detail);
     EXPECT_EQ(detail->pointsBalanceLabel()->text(), "4");
     EXPECT_EQ(detail->pointsHistory()->rowCount(), 1);
 
@@ -102,6 +121,7 @@ TEST_F(CustomersViewTest, DeleteAsksWithReturnMeaningCancelAndPurchasesComeAPage
     EXPECT_EQ(countRowsOnDisk(store.path(), QStringLiteral("Customer")), 1) << "Return means Cancel";
     detail.deleteButton()->click();
     clickButton(openBox(&detail), "Delete");
+    approve(&detail);
     EXPECT_EQ(countRowsOnDisk(store.path(), QStringLiteral("Customer")), 0);
     EXPECT_TRUE(view.isShowingNoCustomers());
 }

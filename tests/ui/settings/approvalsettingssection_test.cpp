@@ -1,0 +1,117 @@
+#include "ui/settings/approvalsettingssection.h"
+
+#include "access/approvalservice.h"
+#include "access/approvalsettingsmodel.h"
+#include "records/records.h"
+#include "support/teststore.h"
+#include "ui/controls/errorlabel.h"
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QTest>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+struct ApprovalSettingsSectionTest : ::testing::Test {
+    TestStore store;
+    ModelContext& context = store.context();
+    Ref<AppSettings> settings = store.saved(std::make_shared<AppSettings>());
+    Ref<User> boss = store.saved([] {
+        auto made = std::make_shared<User>();
+        made->setName(QStringLiteral("Boss"));
+        made->setUsername(QStringLiteral("boss"));
+        made->setRole(UserRole::admin);
+        return made;
+    }());
+    ApprovalService approvals{context};
+    ApprovalSettingsModel model{context, settings, approvals};
+    ApprovalSettingsSection section{model};
+
+    ApprovalSettingsSectionTest() { section.show(); }
+
+    QCheckBox* box(const QString& title) const
+    {
+        for (QCheckBox* found : section.findChildren<QCheckBox*>()) {
+            if (found->text() == title)
+                return found;
+        }
+        ADD_FAILURE() << "no switch " << title.toStdString();
+        return nullptr;
+    }
+    void typeLimit(const QString& text)
+    {
+        QLineEdit* field = section.discountLimitField();
+        field->setFocus();
+        field->selectAll();
+        QTest::keyClicks(field, text);
+        QTest::keyClick(field, Qt::Key_Return);
+    }
+};
+
+TEST_F(ApprovalSettingsSectionTest, EachSwitchSavesItsOwnSetting)
+{
+    using Getter = bool (AppSettings::*)() const;
+    const std::pair<const char*, Getter> rows[] = {
+        {"Discounts Over the Limit", &AppSettings::approveDiscounts},
+        {"Price Changes at the Till", &AppSettings::approvePriceChanges},
+        {"Refunds", &AppSettings::approveRefunds},
+        {"Voids", &AppSettings::approveVoids},
+        {"Redeeming Loyalty Points", &AppSettings::approveRedeemPoints},
+        {"No Sale (Open Drawer)", &AppSettings::approveNoSale},
+    };
+    for (const auto& [title, getter] : rows) {
+        SCOPED_TRACE(title);
+        QCheckBox* toggle = box(QString::fromUtf8(title));
+        ASSERT_TRUE(toggle);
+        const bool before = (*settings.*getter)();
+        EXPECT_EQ(toggle->isChecked(), before);
+        toggle->click();
+        EXPECT_EQ((*settings.*getter)(), !before);
+        EXPECT_EQ(countRowsOnDisk(store.path(), QStringLiteral("AppSettings")), 1);
+    }
+}
+
+TEST_F(ApprovalSettingsSectionTest, TheLimitTakesAnAmountAsWrittenAndRefusesWhatIsNone)
+{
+    auto* unit = section.findChild<QComboBox*>();
+    ASSERT_TRUE(unit);
+    unit->setCurrentIndex(1);
+    Q_EMIT unit->activated(1);
+    EXPECT_FALSE(settings->discountLimitIsPercent());
+
+    typeLimit(QStringLiteral("1,250.00"));
+    EXPECT_EQ(settings->discountLimit(), 1250);
+    EXPECT_FALSE(section.discountLimitError()->isVisible());
+
+    typeLimit(QStringLiteral("ten"));
+    EXPECT_EQ(settings->discountLimit(), 1250);
+    EXPECT_TRUE(section.discountLimitError()->isVisible());
+    EXPECT_EQ(section.discountLimitField()->text(), QStringLiteral("ten"));
+    EXPECT_FALSE(context.hasChanges());
+
+    // Back to a percent, the saved amount reads without its cents.
+    Q_EMIT unit->activated(0);
+    typeLimit(QStringLiteral("12.5"));
+    EXPECT_EQ(settings->discountLimit(), 12.5);
+    EXPECT_EQ(settings->discountLimitText(), QStringLiteral("12.5% of the sale"));
+}
+
+TEST_F(ApprovalSettingsSectionTest, TheWarningStaysUntilAnActiveAdminHasAPin)
+{
+    EXPECT_TRUE(section.noAdminPinWarning()->isVisible());
+    EXPECT_EQ(section.noAdminPinWarning()->text(),
+              QStringLiteral("No admin has a PIN yet, so nobody can approve. Set one below in User Accounts with "
+                             "Set PIN…."));
+    boss->setPin(QStringLiteral("2468"));
+    context.save();
+    EXPECT_FALSE(section.noAdminPinWarning()->isVisible());
+    boss->setIsActive(false);
+    context.save();
+    EXPECT_TRUE(section.noAdminPinWarning()->isVisible());
+}
+
+} // namespace
