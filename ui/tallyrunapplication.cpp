@@ -1,6 +1,7 @@
 #include "ui/tallyrunapplication.h"
 
 #include "refusal/refusal.h"
+#include "ui/controls/wheelguard.h"
 
 #include <QMessageBox>
 #include <QMetaEnum>
@@ -31,6 +32,7 @@ TallyrunApplication::TallyrunApplication(int& argc, char** argv)
     : QApplication(argc, argv)
     , m_presenter(showWarning)
 {
+    installEventFilter(new WheelGuard(this));
 }
 
 TallyrunApplication* TallyrunApplication::instance()
