@@ -5,6 +5,7 @@
 #include <QWidget>
 
 class ErrorLabel;
+class FormFooter;
 class QCheckBox;
 class QLabel;
 class QLineEdit;
@@ -75,6 +76,7 @@ private:
     QLabel* m_title;
     ErrorLabel* m_error;
     ErrorLabel* m_creditLimitError;
+    FormFooter* m_footer;
     QPushButton* m_save;
     QPushButton* m_delete;
     QList<QLineEdit*> m_fields; // in Field order
