@@ -1,8 +1,11 @@
 #include "ui/controls/formfields.h"
 
+#include <QAbstractItemView>
 #include <QBoxLayout>
+#include <QComboBox>
 #include <QGridLayout>
 #include <QLabel>
+#include <QScrollBar>
 
 QLabel* addLabelledField(QBoxLayout* layout, const QString& label, QWidget* field)
 {
@@ -24,6 +27,21 @@ QLineEdit* makeSearchField(const QString& prompt, QWidget* parent)
     search->setAccessibleName(prompt);
     search->setClearButtonEnabled(true);
     return search;
+}
+
+void showWholeChoice(QComboBox* combo)
+{
+    QObject::connect(combo, &QComboBox::currentTextChanged, combo, &QWidget::setToolTip);
+    QAbstractItemView* list = combo->view();
+    list->setTextElideMode(Qt::ElideNone);
+    // The popup is never narrower than its list; the entries are filled in after this.
+    const auto fit = [list] {
+        list->setMinimumWidth(list->sizeHintForColumn(0) + list->verticalScrollBar()->sizeHint().width());
+    };
+    QAbstractItemModel* entries = combo->model();
+    QObject::connect(entries, &QAbstractItemModel::rowsInserted, list, fit);
+    QObject::connect(entries, &QAbstractItemModel::modelReset, list, fit);
+    QObject::connect(entries, &QAbstractItemModel::dataChanged, list, fit);
 }
 
 void focusToReplace(QLineEdit* edit)
