@@ -5,7 +5,9 @@
 #include <QComboBox>
 #include <QGridLayout>
 #include <QLabel>
+#include <QHelpEvent>
 #include <QScrollBar>
+#include <QToolTip>
 
 QLabel* addLabelledField(QBoxLayout* layout, const QString& label, QWidget* field)
 {
@@ -29,9 +31,27 @@ QLineEdit* makeSearchField(const QString& prompt, QWidget* parent)
     return search;
 }
 
+namespace {
+class WholeChoiceTip : public QObject {
+public:
+    using QObject::QObject;
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override
+    {
+        if (event->type() != QEvent::ToolTip)
+            return false;
+        auto* combo = static_cast<QComboBox*>(watched);
+        QToolTip::showText(static_cast<QHelpEvent*>(event)->globalPos(), combo->currentText(), combo);
+        return true;
+    }
+};
+} // namespace
+
 void showWholeChoice(QComboBox* combo)
 {
-    QObject::connect(combo, &QComboBox::currentTextChanged, combo, &QWidget::setToolTip);
+    // Asked for on hover, since forms set the choice with signals blocked.
+    combo->installEventFilter(new WholeChoiceTip(combo));
     QAbstractItemView* list = combo->view();
     list->setTextElideMode(Qt::ElideNone);
     // The popup is never narrower than its list; the entries are filled in after this.
