@@ -64,9 +64,11 @@ TEST_F(CustomerScreensTest, ListLineUnderTheNameIsThePhoneElseTheEmailBesideWhat
         context.save();
         if (c.owed > 0)
             addSale(context, {.customer = abdul, .tenders = {{PaymentMethodType::onAccount, c.owed}}});
-        for (const CustomerRow& row : CustomersViewModel(accounts, context, session).rows())
-            if (row.customer == abdul)
+        for (const CustomerRow& row : CustomersViewModel(accounts, context, session).rows()) {
+            if (row.customer == abdul) {
                 EXPECT_EQ(row.detail(), QString::fromUtf8(c.detail)) << c.fault;
+            }
+        }
     }
 }
 

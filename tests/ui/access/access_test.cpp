@@ -112,10 +112,12 @@ TEST(LoginView, TwoLineBusinessNameLeavesEveryFieldWholeInBothModes)
                 continue;
             EXPECT_GE(field->height(), field->sizeHint().height()) << field->accessibleName().toStdString();
             // Its caption sits above it, not on it.
-            for (const QLabel* caption : field->parentWidget()->findChildren<QLabel*>())
-                if (caption->buddy() == field)
+            for (const QLabel* caption : field->parentWidget()->findChildren<QLabel*>()) {
+                if (caption->buddy() == field) {
                     EXPECT_LE(caption->geometry().bottom(), field->geometry().top())
                         << field->accessibleName().toStdString();
+                }
+            }
         }
     }
 }
