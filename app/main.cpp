@@ -22,7 +22,7 @@ int stopAtStartup(const QString& description)
     std::fprintf(stderr, "Tallyrun: %s\n", qPrintable(description));
     // Without a screen to show it on, a modal box would wait forever.
     if (QGuiApplication::platformName() != QLatin1String("offscreen"))
-        QMessageBox::critical(nullptr, QStringLiteral("Tallyrun"), description);
+        QMessageBox::critical(nullptr, QStringLiteral("Brindle"), description);
     return 1;
 }
 } // namespace
@@ -58,6 +58,6 @@ int main(int argc, char* argv[])
     window->show();
     // The store opened and works; what start-up could not repair is said once, not hidden.
     if (const std::optional<QString> problem = app->maintenanceProblem())
-        QMessageBox::warning(window.get(), QStringLiteral("Tallyrun"), *problem);
+        QMessageBox::warning(window.get(), QStringLiteral("Brindle"), *problem);
     return application.exec();
 }

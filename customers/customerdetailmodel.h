@@ -51,7 +51,6 @@ public:
     static QString purchaseSection() { return QStringLiteral("Purchase History"); }
     static QString noPurchasesMessage() { return QStringLiteral("No purchases yet."); }
     static QString voidedMark() { return QStringLiteral("Voided"); }
-    static QString saveTitle() { return QStringLiteral("Save"); }
     static QString deleteTitle() { return QStringLiteral("Delete this customer?"); }
 
     CustomerDetailModel(AccountsService& accounts, LoyaltyService& loyalty, ModelContext& context,

@@ -51,7 +51,9 @@ QList<CustomerRow> CustomersViewModel::rows()
         QList<CustomerRow> result;
         result.reserve(customers.size());
         for (const Ref<Customer>& customer : customers) {
-            CustomerRow row{customer, customer->name(), std::nullopt};
+            CustomerRow row{customer, customer->name(), std::nullopt,
+                            customer->phone().trimmed().isEmpty() ? customer->email().trimmed()
+                                                                  : customer->phone().trimmed()};
             const double owed = balances.value(customer->idText());
             if (owed > 0)
                 row.owesText = QStringLiteral("Owes ") + Currency::format(owed, symbol);
@@ -63,6 +65,16 @@ QList<CustomerRow> CustomersViewModel::rows()
         setErrorMessage(error.description());
         return {};
     }
+}
+
+QString CustomerRow::detail() const
+{
+    QStringList parts;
+    if (!contact.isEmpty())
+        parts << contact;
+    if (owesText)
+        parts << *owesText;
+    return parts.join(QStringLiteral(" · "));
 }
 
 Ref<Customer> CustomersViewModel::addCustomer()

@@ -16,6 +16,11 @@ struct CustomerRow {
     QString name;
     // "Owes ₵20.00" while the balance is above 0.
     std::optional<QString> owesText;
+    // The phone, else the e-mail: what tells two customers of one name apart.
+    QString contact;
+
+    // The line under the name: the contact, then what is owed.
+    QString detail() const;
 };
 
 // The Customers screen: the searchable list and "New Customer". A store that can't be read gives

@@ -45,7 +45,6 @@ public:
     }
     static QString upcomingSection() { return QStringLiteral("Upcoming Appointments"); }
     static QString noUpcomingMessage() { return QStringLiteral("Nothing booked."); }
-    static QString saveTitle() { return QStringLiteral("Save"); }
     static QString deleteTitle() { return QStringLiteral("Delete Staff Member"); }
     static QString deleteQuestion(const QString& name) { return QStringLiteral("Delete %1?").arg(name); }
     static QString deleteMessage()

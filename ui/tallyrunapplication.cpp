@@ -1,6 +1,7 @@
 #include "ui/tallyrunapplication.h"
 
 #include "refusal/refusal.h"
+#include "ui/controls/wheelguard.h"
 
 #include <QMessageBox>
 #include <QMetaEnum>
@@ -23,7 +24,7 @@ QString deliveryText(QObject* receiver, QEvent* event)
 
 void showWarning(const QString& message)
 {
-    QMessageBox::warning(QApplication::activeWindow(), QStringLiteral("Tallyrun"), message);
+    QMessageBox::warning(QApplication::activeWindow(), QStringLiteral("Brindle"), message);
 }
 } // namespace
 
@@ -31,6 +32,7 @@ TallyrunApplication::TallyrunApplication(int& argc, char** argv)
     : QApplication(argc, argv)
     , m_presenter(showWarning)
 {
+    installEventFilter(new WheelGuard(this));
 }
 
 TallyrunApplication* TallyrunApplication::instance()
@@ -47,7 +49,7 @@ TallyrunApplication::MessagePresenter TallyrunApplication::setMessagePresenter(M
 QString TallyrunApplication::unexpectedFailureMessage()
 {
     return QStringLiteral("Something went wrong, so that was not done. Try it again; if it keeps happening, "
-                          "restart Tallyrun.");
+                          "restart Brindle.");
 }
 
 bool TallyrunApplication::notify(QObject* receiver, QEvent* event)

@@ -38,6 +38,38 @@ TEST_F(CustomerScreensTest, ListSearchesEmailInAnyCaseAndShowsWhoOwes)
     EXPECT_EQ(list.rows()[0].customer, ama);
 }
 
+// Three customers of one name must be told apart in the list by what is under each name.
+TEST_F(CustomerScreensTest, ListLineUnderTheNameIsThePhoneElseTheEmailBesideWhatIsOwed)
+{
+    const struct {
+        const char* fault;
+        const char* phone;
+        const char* email;
+        double owed;
+        const char* detail;
+    } cases[] = {
+        {"phone not shown", "024 555 0101", "abdul@example.com", 0, "024 555 0101"},
+        {"e-mail not used without a phone", "", "abdul@example.com", 0, "abdul@example.com"},
+        {"a blank phone taken for one", "  ", "abdul@example.com", 0, "abdul@example.com"},
+        {"what is owed lost beside the phone", "024 555 0102", "", 35, "024 555 0102 · Owes ₵35.00"},
+        {"a dangling separator with no contact", "", "", 35, "Owes ₵35.00"},
+        {"anything shown for nothing", "", "", 0, ""},
+    };
+    for (const auto& c : cases) {
+        const Ref<Customer> abdul = addCustomer(context, {.name = QStringLiteral("Abdul Abubakar")});
+        abdul->setPhone(QString::fromUtf8(c.phone));
+        abdul->setEmail(QString::fromUtf8(c.email));
+        context.save();
+        if (c.owed > 0)
+            addSale(context, {.customer = abdul, .tenders = {{PaymentMethodType::onAccount, c.owed}}});
+        for (const CustomerRow& row : CustomersViewModel(accounts, context, session).rows()) {
+            if (row.customer == abdul) {
+                EXPECT_EQ(row.detail(), QString::fromUtf8(c.detail)) << c.fault;
+            }
+        }
+    }
+}
+
 TEST_F(CustomerScreensTest, DeleteWarnsAboutTheBalanceAndSalesThenUnlinksThem)
 {
     const Ref<Customer> ama = addCustomer(context, {.name = QStringLiteral("Ama")});

@@ -5,6 +5,7 @@
 #include "ui/controls/segmentedcontrol.h"
 #include "ui/style/theme.h"
 
+#include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
@@ -62,10 +63,16 @@ LoginView::LoginView(AuthServicing& auth, SessionStore& session, AttemptThrottle
     cardLayout->addSpacing(4);
     cardLayout->addWidget(m_signIn);
 
+    // Stretches, not an alignment, centre the card: an aligned widget is given its size hint, which
+    // a title wrapped onto two lines outgrows, and the fields below it get squeezed.
+    auto* row = new QHBoxLayout;
+    row->addStretch();
+    row->addWidget(card);
+    row->addStretch();
     auto* layout = new QVBoxLayout(this);
     // A little above the middle, where the eye goes first.
     layout->addStretch(2);
-    layout->addWidget(card, 0, Qt::AlignHCenter);
+    layout->addLayout(row);
     layout->addStretch(3);
 
     setTabOrder(m_method->segment(0), m_method->segment(1));

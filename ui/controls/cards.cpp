@@ -15,7 +15,10 @@ QLabel* fillFigure(QWidget* figure, const QString& caption, const QMargins& padd
     column->setSpacing(2);
     auto* value = Theme::label(QString(), Theme::Text::heading, figure);
     value->setAccessibleName(caption);
-    column->addWidget(Theme::label(caption, Theme::Text::note, figure));
+    auto* title = Theme::label(caption, Theme::Text::note, figure);
+    // A caption of two words broken over two lines reads as two figures.
+    title->setWordWrap(false);
+    column->addWidget(title);
     column->addWidget(value);
     return value;
 }

@@ -1,8 +1,13 @@
 #include "ui/controls/formfields.h"
 
+#include <QAbstractItemView>
 #include <QBoxLayout>
+#include <QComboBox>
 #include <QGridLayout>
 #include <QLabel>
+#include <QHelpEvent>
+#include <QScrollBar>
+#include <QToolTip>
 
 QLabel* addLabelledField(QBoxLayout* layout, const QString& label, QWidget* field)
 {
@@ -24,6 +29,39 @@ QLineEdit* makeSearchField(const QString& prompt, QWidget* parent)
     search->setAccessibleName(prompt);
     search->setClearButtonEnabled(true);
     return search;
+}
+
+namespace {
+class WholeChoiceTip : public QObject {
+public:
+    using QObject::QObject;
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override
+    {
+        if (event->type() != QEvent::ToolTip)
+            return false;
+        auto* combo = static_cast<QComboBox*>(watched);
+        QToolTip::showText(static_cast<QHelpEvent*>(event)->globalPos(), combo->currentText(), combo);
+        return true;
+    }
+};
+} // namespace
+
+void showWholeChoice(QComboBox* combo)
+{
+    // Asked for on hover, since forms set the choice with signals blocked.
+    combo->installEventFilter(new WholeChoiceTip(combo));
+    QAbstractItemView* list = combo->view();
+    list->setTextElideMode(Qt::ElideNone);
+    // The popup is never narrower than its list; the entries are filled in after this.
+    const auto fit = [list] {
+        list->setMinimumWidth(list->sizeHintForColumn(0) + list->verticalScrollBar()->sizeHint().width());
+    };
+    QAbstractItemModel* entries = combo->model();
+    QObject::connect(entries, &QAbstractItemModel::rowsInserted, list, fit);
+    QObject::connect(entries, &QAbstractItemModel::modelReset, list, fit);
+    QObject::connect(entries, &QAbstractItemModel::dataChanged, list, fit);
 }
 
 void focusToReplace(QLineEdit* edit)

@@ -4,6 +4,7 @@
 #include <QString>
 
 class QBoxLayout;
+class QComboBox;
 class QGridLayout;
 class QLabel;
 
@@ -20,6 +21,10 @@ void focusToReplace(QLineEdit* edit);
 
 // A search box over a list, its prompt shown in it while empty.
 QLineEdit* makeSearchField(const QString& prompt, QWidget* parent);
+
+// A combo box narrower than its choice: the whole choice on hover, and a list as wide as its
+// longest entry.
+void showWholeChoice(QComboBox* combo);
 
 // Keeps a line edit and a view model's text in step both ways: what the person types goes to the
 // model, and the model's own changes (a cleared form) come back to the field.

@@ -3,7 +3,6 @@
 #include "ui/controls/emptystate.h"
 #include "ui/style/theme.h"
 
-#include <QAbstractItemView>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
@@ -12,7 +11,7 @@
 #include <QSignalBlocker>
 #include <QVBoxLayout>
 
-SearchListPane::SearchListPane(QLineEdit* search, QAbstractItemView* list, const QString& noMatches,
+SearchListPane::SearchListPane(QLineEdit* search, QWidget* list, const QString& noMatches,
                                QWidget* parent)
     : QWidget(parent)
     , m_noMatchesText(noMatches)

@@ -4,7 +4,6 @@
 
 #include <functional>
 
-class QAbstractItemView;
 class QLabel;
 class QLineEdit;
 class QListWidget;
@@ -18,7 +17,7 @@ class SearchListPane : public QWidget {
 
 public:
     // `noMatches` has %1 for what was searched for.
-    SearchListPane(QLineEdit* search, QAbstractItemView* list, const QString& noMatches,
+    SearchListPane(QLineEdit* search, QWidget* list, const QString& noMatches,
                    QWidget* parent = nullptr);
 
     void showMatches(const QString& searchText, bool anyMatch);

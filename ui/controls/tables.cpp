@@ -60,6 +60,8 @@ void setRowCells(QTableWidget* table, int row, const QStringList& cells, int fir
 {
     for (int column = 0; column < cells.size(); ++column) {
         auto* item = new QTableWidgetItem(cells[column]);
+        // A narrow window cuts a long cell short; the whole of it is a hover away.
+        item->setToolTip(cells[column]);
         if (column >= firstAmountColumn)
             item->setTextAlignment(Qt::AlignRight | Qt::AlignVCenter);
         table->setItem(row, column, item);

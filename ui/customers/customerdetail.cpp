@@ -9,6 +9,7 @@
 #include "ui/controls/cards.h"
 #include "ui/controls/errorlabel.h"
 #include "ui/controls/formfields.h"
+#include "ui/controls/formfooter.h"
 #include "ui/controls/lazyrefresh.h"
 #include "ui/controls/scrollpage.h"
 #include "ui/controls/tables.h"
@@ -71,17 +72,11 @@ CustomerDetail::CustomerDetail(AppEnvironment& environment, SessionStore& sessio
     m_title = Theme::label(QString(), Theme::Text::title, this);
     m_title->setTextFormat(Qt::PlainText);
     m_title->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
-    m_delete = new QPushButton(QStringLiteral("Delete Customer…"), this);
-    m_save = new QPushButton(Model::saveTitle(), this);
-    Theme::markPrimary(m_save);
-    m_error = new ErrorLabel(this);
+    m_footer = new FormFooter(QStringLiteral("Delete Customer…"), this);
+    m_delete = m_footer->deleteButton();
+    m_save = m_footer->saveButton();
+    m_error = m_footer->errorLabel();
     m_creditLimitError = new ErrorLabel(this);
-
-    auto* header = new QHBoxLayout;
-    header->setSpacing(10);
-    header->addWidget(m_title, 1);
-    header->addWidget(m_delete);
-    header->addWidget(m_save);
 
     QScrollArea* scroll = makeSectionScroll(
         {contactSection(), loyaltySection(), accountSection(), purchaseSection()}, 20, this);
@@ -89,9 +84,9 @@ CustomerDetail::CustomerDetail(AppEnvironment& environment, SessionStore& sessio
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(12);
-    layout->addLayout(header);
-    layout->addWidget(m_error);
+    layout->addWidget(m_title);
     layout->addWidget(scroll, 1);
+    layout->addWidget(m_footer);
 
     connect(m_save, &QPushButton::clicked, this, &CustomerDetail::save);
     // A new customer saved, at once or once an admin approved, can have points and be deleted.
@@ -273,7 +268,7 @@ void CustomerDetail::showActions()
     // Points and payments need the customer in the store; leaving a new one drops it.
     const bool isNew = m_model.isNew();
     m_adjustPoints->setEnabled(!isNew);
-    m_delete->setVisible(!isNew);
+    m_footer->showNewRecord(isNew);
 }
 
 void CustomerDetail::refreshPoints()

@@ -7,6 +7,7 @@
 
 class AppEnvironment;
 class ErrorLabel;
+class FormFooter;
 class QCheckBox;
 class QLabel;
 class QLineEdit;
@@ -84,6 +85,7 @@ private:
     QLabel* m_title;
     ErrorLabel* m_error;
     ErrorLabel* m_creditLimitError;
+    FormFooter* m_footer;
     QPushButton* m_save;
     QPushButton* m_delete;
     QList<QLineEdit*> m_fields; // in Field order

@@ -7,6 +7,7 @@
 #include "ui/controls/formfields.h"
 #include "ui/controls/lazyrefresh.h"
 #include "ui/controls/listdetail.h"
+#include "ui/controls/recordrowdelegate.h"
 #include "ui/controls/tables.h"
 #include "ui/customers/customerdetail.h"
 #include "ui/style/theme.h"
@@ -19,11 +20,6 @@
 #include <QPushButton>
 #include <QTableWidget>
 #include <QVBoxLayout>
-
-namespace {
-enum Column { nameColumn, owesColumn };
-const QColor owesColour(0xa1, 0x4a, 0x00);
-} // namespace
 
 CustomersView::CustomersView(AppEnvironment& environment, SessionStore& session, QWidget* parent)
     : QWidget(parent)
@@ -43,12 +39,22 @@ CustomersView::CustomersView(AppEnvironment& environment, SessionStore& session,
     auto* error = new ErrorLabel(this);
 
     m_search = makeSearchField(Model::searchPrompt(), this);
-    m_list = new QTableWidget(0, 2, this);
-    setUpRecordTable(m_list, QStringLiteral("Customers"), 38);
+    m_list = new QTableWidget(0, 1, this);
+    auto* rows = new RecordRowDelegate(m_list);
+    m_list->setItemDelegate(rows);
+    setUpRecordTable(m_list, QStringLiteral("Customers"),
+                     rows->sizeHint(QStyleOptionViewItem(), QModelIndex()).height());
     m_list->horizontalHeader()->hide();
-    m_list->horizontalHeader()->setSectionResizeMode(nameColumn, QHeaderView::Stretch);
-    m_list->horizontalHeader()->setSectionResizeMode(owesColumn, QHeaderView::ResizeToContents);
-    m_listPane = new SearchListPane(m_search, m_list, QStringLiteral("No customers match “%1”."), this);
+    m_list->horizontalHeader()->setSectionResizeMode(0, QHeaderView::Stretch);
+    m_list->setFrameShape(QFrame::NoFrame);
+    m_list->setMouseTracking(true);
+    // On a card, as every list beside a record's detail.
+    auto* listCard = new QWidget(this);
+    Theme::markCard(listCard);
+    auto* cardLayout = new QVBoxLayout(listCard);
+    cardLayout->setContentsMargins(1, 6, 1, 6);
+    cardLayout->addWidget(m_list);
+    m_listPane = new SearchListPane(m_search, listCard, QStringLiteral("No customers match “%1”."), this);
     m_listPane->setFixedWidth(300);
     m_detailPages = new DetailPages(Model::noSelectionTitle(), Model::noSelectionMessage(), this);
     m_body = new ListDetailBody(m_listPane, m_detailPages, Model::emptyTitle(), Model::emptyMessage(), this);
@@ -94,12 +100,9 @@ void CustomersView::refreshList()
         for (int row = 0; row < rows.size(); ++row) {
             const CustomerRow& line = rows[row];
             m_customers.append(line.customer);
-            auto* name = new QTableWidgetItem(line.name);
-            auto* owes = new QTableWidgetItem(line.owesText.value_or(QString()));
-            owes->setTextAlignment(Qt::AlignRight | Qt::AlignVCenter);
-            owes->setForeground(owesColour);
-            m_list->setItem(row, nameColumn, name);
-            m_list->setItem(row, owesColumn, owes);
+            auto* item = new QTableWidgetItem(line.name);
+            item->setData(RecordRowDelegate::detailRole, line.detail());
+            m_list->setItem(row, 0, item);
             if (line.customer->id() == selectedID)
                 m_list->selectRow(row);
         }
@@ -122,7 +125,7 @@ bool CustomersView::selectCustomer(const QUuid& customerID)
 {
     for (int row = 0; row < m_customers.size(); ++row) {
         if (m_customers[row]->id() == customerID) {
-            m_list->setCurrentCell(row, nameColumn);
+            m_list->setCurrentCell(row, 0);
             return true;
         }
     }

@@ -91,9 +91,10 @@ QVariant MovementHistoryModel::data(const QModelIndex& index, int role) const
         const std::optional<QString> line = movement.costLine();
         return line ? QVariant(*line) : QVariant();
     }
-    case isInwardRole:
-        return movement.quantityChange() > 0;
+    case directionRole:
+        return (movement.quantityChange() > 0) - (movement.quantityChange() < 0);
     case Qt::DisplayRole:
+    case Qt::ToolTipRole:
     case Qt::AccessibleTextRole: {
         // One sentence for screen readers and anyone copying the row.
         QStringList parts{data(index, typeRole).toString(), data(index, changeRole).toString(),

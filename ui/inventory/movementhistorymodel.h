@@ -19,7 +19,7 @@ public:
         stockAfterRole, // "Stock after 12"
         detailRole,     // when, from whom and why, on one line
         costLineRole,   // absent unless a delivery's cost was booked
-        isInwardRole,
+        directionRole,  // 1 in, -1 out, 0 for a change of cost alone
     };
 
     explicit MovementHistoryModel(InventoryViewModel& inventory, QObject* parent = nullptr);

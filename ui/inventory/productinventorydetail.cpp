@@ -60,10 +60,15 @@ public:
                 QFontMetrics(font).elidedText(index.data(role).toString(), Qt::ElideRight, rect.width());
             painter->drawText(rect, int(alignment | Qt::AlignVCenter), value);
         };
-        const bool isInward = index.data(MovementHistoryModel::isInwardRole).toBool();
+        const int direction = index.data(MovementHistoryModel::directionRole).toInt();
         text(left, strong, ink, MovementHistoryModel::typeRole, Qt::AlignLeft);
-        text(right, strong, isInward ? inward : outward, MovementHistoryModel::changeRole, Qt::AlignRight);
-        text(left.translated(0, line), small, muted, MovementHistoryModel::detailRole, Qt::AlignLeft);
+        text(right, strong, direction > 0 ? inward : direction < 0 ? outward : muted, MovementHistoryModel::changeRole,
+             Qt::AlignRight);
+        // The stock after is short: the detail takes what it leaves, not a fixed share.
+        const int stockAfterWidth =
+            QFontMetrics(small).horizontalAdvance(index.data(MovementHistoryModel::stockAfterRole).toString());
+        const QRect detail(area.left(), area.top() + line, area.width() - stockAfterWidth - 2 * padding, line);
+        text(detail, small, muted, MovementHistoryModel::detailRole, Qt::AlignLeft);
         text(right.translated(0, line), small, muted, MovementHistoryModel::stockAfterRole, Qt::AlignRight);
         if (index.data(MovementHistoryModel::costLineRole).isValid())
             text(QRect(area.left(), area.top() + 2 * line, area.width(), line), small, muted,
@@ -99,7 +104,7 @@ ProductInventoryDetail::ProductInventoryDetail(InventoryViewModel& model, ModelC
     m_reorderLevel = addFigureCard(figures, QStringLiteral("Reorder Level"), this);
     m_stockValue = addFigureCard(figures, QStringLiteral("Stock Value"), this);
     m_lowStock = new QLabel(QStringLiteral("Low Stock"), this);
-    Theme::setKind(m_lowStock, "badge");
+    Theme::setKind(m_lowStock, "warningBadge");
     m_lowStock->setToolTip(QStringLiteral("On hand is at or below the reorder level."));
     m_averageCost = Theme::label(QString(), Theme::Text::note, this);
     m_averageCost->setObjectName(QStringLiteral("averageCost"));

@@ -136,6 +136,7 @@ ProductEditForm::ProductEditForm(ProductsViewModel& model, QWidget* parent)
         // Long names are cut rather than widening the form past the screen.
         combo->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
         combo->setMinimumContentsLength(6);
+        showWholeChoice(combo);
         m_pickers.append(combo);
     }
     m_toggles = {new QCheckBox(QStringLiteral("Active"), this),

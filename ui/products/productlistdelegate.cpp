@@ -26,6 +26,13 @@ void ProductListDelegate::fill(QListWidgetItem* item, const ProductListRow& row)
     if (row.isInactive)
         spoken.append(QStringLiteral("Inactive"));
     item->setData(Qt::AccessibleTextRole, spoken.join(QStringLiteral(", ")));
+    // The bottom line is cut short in a narrow list: the whole of it on hover.
+    QStringList whole{row.name};
+    for (const QString& part : {row.sku, row.category, row.stockText}) {
+        if (!part.isEmpty())
+            whole.append(part);
+    }
+    item->setToolTip(whole.join(QStringLiteral(" · ")));
 }
 
 QSize ProductListDelegate::sizeHint(const QStyleOptionViewItem& option, const QModelIndex&) const

@@ -4,6 +4,7 @@
 #include "ui/controls/cards.h"
 #include "ui/controls/errorlabel.h"
 #include "ui/controls/formfields.h"
+#include "ui/controls/formfooter.h"
 #include "ui/controls/lazyrefresh.h"
 #include "ui/controls/tables.h"
 #include "ui/style/theme.h"
@@ -34,18 +35,13 @@ StaffDetail::StaffDetail(StaffService& staff, ModelContext& context, SessionStor
     m_title = Theme::label(QString(), Theme::Text::title, this);
     m_title->setTextFormat(Qt::PlainText);
     m_title->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
-    m_delete = new QPushButton(Model::deleteTitle(), this);
-    m_save = new QPushButton(Model::saveTitle(), this);
-    Theme::markPrimary(m_save);
-    m_error = new ErrorLabel(this);
+    m_footer = new FormFooter(Model::deleteTitle(), this);
+    m_delete = m_footer->deleteButton();
+    m_save = m_footer->saveButton();
+    m_error = m_footer->errorLabel();
     m_commissionError = new ErrorLabel(this);
     m_readProblem = new ErrorLabel(this);
 
-    auto* header = new QHBoxLayout;
-    header->setSpacing(10);
-    header->addWidget(m_title, 1);
-    header->addWidget(m_delete);
-    header->addWidget(m_save);
 
     QScrollArea* scroll =
         makeSectionScroll({detailsSection(), thisMonthSection(), upcomingSection()}, 20, this, 760);
@@ -53,9 +49,9 @@ StaffDetail::StaffDetail(StaffService& staff, ModelContext& context, SessionStor
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(12);
-    layout->addLayout(header);
-    layout->addWidget(m_error);
+    layout->addWidget(m_title);
     layout->addWidget(scroll, 1);
+    layout->addWidget(m_footer);
 
     connect(m_save, &QPushButton::clicked, this, [this] {
         if (m_model.save())
@@ -183,7 +179,7 @@ void StaffDetail::refresh()
     // The saved name, not the one being typed.
     m_title->setText(member()->name());
     // A member not yet in the store has nothing to delete, earn or be booked for.
-    m_delete->setVisible(!m_model.isNew());
+    m_footer->showNewRecord(m_model.isNew());
     m_model.refresh();
     m_services->setText(m_model.servicesText());
     m_revenue->setText(m_model.revenueText());

@@ -5,6 +5,7 @@
 #include <QWidget>
 
 class ErrorLabel;
+class FormFooter;
 class QCheckBox;
 class QLabel;
 class QLineEdit;
@@ -51,6 +52,7 @@ private:
     StaffDetailModel m_model;
     QLabel* m_title;
     ErrorLabel* m_error;
+    FormFooter* m_footer;
     QPushButton* m_save;
     QPushButton* m_delete;
     QList<QLineEdit*> m_fields; // in Field order

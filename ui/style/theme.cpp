@@ -41,6 +41,8 @@ QLabel[kind="warning"] { font-size: 13px; color: #9a5b00; }
 *[kind="alert"] QLabel { color: #a32a1e; background: transparent; border: none; }
 *[kind="card"] QLabel[kind="badge"], QLabel[kind="badge"] { font-size: 12px; color: #1d4f86; background: #dce8f6; border-radius: 8px;
                        padding: 1px 8px; }
+*[kind="card"] QLabel[kind="warningBadge"], QLabel[kind="warningBadge"] { font-size: 12px; font-weight: 600;
+                       color: #8a4b00; background: #fdebc8; border-radius: 8px; padding: 1px 8px; }
 
 *[kind="card"] { background: #ffffff; border: 1px solid #dde1e6; border-radius: 12px; }
 *[kind="card"] QLabel { background: transparent; border: none; }

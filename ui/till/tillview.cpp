@@ -88,13 +88,18 @@ TillView::TillView(AppEnvironment& environment, SessionStore& session, QWidget* 
     auto* column = new QVBoxLayout(page);
     column->setContentsMargins(32, 28, 32, 32);
     column->setSpacing(16);
-    column->addWidget(Theme::label(AppSections::title(AppSection::till), Theme::Text::title, page));
-
+    // A refusal stands beside the title, in room the title row has anyway: below it, it would push
+    // the form down under the pointer.
     m_error = new ErrorLabel(page);
+    m_error->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    auto* titleRow = new QHBoxLayout;
+    titleRow->setSpacing(24);
+    titleRow->addWidget(Theme::label(AppSections::title(AppSection::till), Theme::Text::title, page));
+    titleRow->addWidget(m_error, 1);
+    column->addLayout(titleRow);
     m_backupMessage = Theme::label(QString(), Theme::Text::note, page);
     m_backupMessage->setTextFormat(Qt::PlainText);
     m_backupMessage->hide();
-    column->addWidget(m_error);
     column->addWidget(m_backupMessage);
 
     auto* closed = new Card(page);

@@ -5,6 +5,8 @@
 #include "ui/navigation/mainnavigationview.h"
 #include "ui/windowtest.h"
 
+#include <QApplication>
+#include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
 
@@ -40,6 +42,41 @@ TEST_F(WindowTest, SignInByPasswordThenByPinWithAMistakeShownAndSelectedForRetyp
     QTest::keyClick(focused(), Qt::Key_Return);
     EXPECT_EQ(session.currentUser(), ama);
     EXPECT_EQ(window->rootView()->screen(), RootView::Screen::mainNavigation);
+}
+
+// A business name that wraps onto two lines must push the form down, not squeeze it.
+TEST(LoginView, TwoLineBusinessNameLeavesEveryFieldWholeInBothModes)
+{
+    TestStore store;
+    AppEnvironment environment(store.context());
+    SessionStore session;
+    LoginView view(environment.authService(), session, environment.attemptThrottle());
+    const Ref<AppSettings> settings = environment.loadOrCreateSettings();
+    settings->setBusinessName(QStringLiteral("Auntie Adwoa's Provisions and General Goods"));
+    session.setSettings(settings);
+    view.resize(1280, 800);
+    view.show();
+
+    for (const LoginView::Field method : {LoginView::Field::username, LoginView::Field::pin}) {
+        view.model().setIsUsingPin(method == LoginView::Field::pin);
+        QApplication::processEvents();
+        const QFontMetrics title(view.titleLabel()->font());
+        EXPECT_GE(view.titleLabel()->height(), title.lineSpacing() * 2) << "title cut";
+        for (const LoginView::Field which : {LoginView::Field::username, LoginView::Field::password,
+                                             LoginView::Field::pin}) {
+            QLineEdit* field = view.field(which);
+            if (!field->isVisible())
+                continue;
+            EXPECT_GE(field->height(), field->sizeHint().height()) << field->accessibleName().toStdString();
+            // Its caption sits above it, not on it.
+            for (const QLabel* caption : field->parentWidget()->findChildren<QLabel*>()) {
+                if (caption->buddy() == field) {
+                    EXPECT_LE(caption->geometry().bottom(), field->geometry().top())
+                        << field->accessibleName().toStdString();
+                }
+            }
+        }
+    }
 }
 
 TEST_F(WindowTest, FirstRunRefusesAGapInTheFormThenSignsTheNewAdminIn)

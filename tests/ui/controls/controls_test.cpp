@@ -5,11 +5,17 @@
 #include "ui/controls/sheet.h"
 
 #include <QApplication>
+#include <QComboBox>
+#include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QScrollArea>
+#include <QScrollBar>
 #include <QSignalSpy>
+#include <QSpinBox>
 #include <QTest>
 #include <QVBoxLayout>
+#include <QWheelEvent>
 
 #include <gtest/gtest.h>
 
@@ -128,4 +134,61 @@ TEST(Sheet, CancelAndEscapeCloseWithoutTryingAndReturnClosesOnlyOnceThePrimaryAc
     QTest::keyClick(sheet.name, Qt::Key_Return);
     EXPECT_EQ(sheet.tries, 2);
     EXPECT_EQ(sheet.result(), QDialog::Accepted);
+}
+
+namespace {
+// A form taller than its scroll area, with the control half-way down under the pointer.
+struct WheelForm {
+    QScrollArea area;
+    QComboBox* combo = new QComboBox;
+    QSpinBox* spin = new QSpinBox;
+    QLineEdit* other = new QLineEdit;
+
+    WheelForm()
+    {
+        combo->addItems({QStringLiteral("each"), QStringLiteral("kg"), QStringLiteral("litre")});
+        combo->setCurrentIndex(1);
+        spin->setValue(5);
+        auto* page = new QWidget;
+        auto* layout = new QVBoxLayout(page);
+        layout->addSpacing(300);
+        layout->addWidget(combo);
+        layout->addWidget(spin);
+        layout->addWidget(other);
+        layout->addSpacing(900);
+        area.setWidget(page);
+        area.setWidgetResizable(true);
+        area.resize(300, 400);
+        area.show();
+        QApplication::setActiveWindow(&area);
+    }
+
+    int valueOf(QWidget* control) const { return control == combo ? combo->currentIndex() : spin->value(); }
+
+    void wheelDownOver(QWidget* control)
+    {
+        const QPointF centre = QRectF(control->rect()).center();
+        QWheelEvent wheel(centre, control->mapToGlobal(centre), QPoint(), QPoint(0, -120), Qt::NoButton,
+                          Qt::NoModifier, Qt::NoScrollPhase, false);
+        QApplication::sendEvent(control, &wheel);
+    }
+};
+} // namespace
+
+TEST(WheelGuard, TheWheelChangesOnlyAFocusedControlAndElseScrollsTheForm)
+{
+    for (const bool focused : {false, true}) {
+        for (const bool isCombo : {true, false}) {
+            WheelForm form;
+            QWidget* control = isCombo ? static_cast<QWidget*>(form.combo) : form.spin;
+            (focused ? control : form.other)->setFocus();
+            const int before = form.valueOf(control);
+            form.wheelDownOver(control);
+            const std::string what = std::string(isCombo ? "combo box" : "spin box") +
+                                     (focused ? ", focused" : ", not focused");
+            EXPECT_EQ(form.valueOf(control) != before, focused) << what;
+            EXPECT_EQ(form.area.verticalScrollBar()->value() > 0, !focused) << what;
+            EXPECT_EQ(control->hasFocus(), focused) << what << ": the wheel moved the focus";
+        }
+    }
 }

@@ -2,6 +2,7 @@
 
 #include "ui/access/approvalsheet.h"
 #include "ui/controls/errorlabel.h"
+#include "ui/controls/recordrowdelegate.h"
 #include "ui/controls/screentest.h"
 #include "ui/customers/adjustpointssheet.h"
 #include "ui/customers/customerdetail.h"
@@ -80,7 +81,7 @@ TEST_F(CustomersViewTest, ANewCustomerIsSavedThenPaysCashIntoTheOpenTillAndAdjus
     QTest::keyClick(payment->amountField(), Qt::Key_Return);
     EXPECT_FALSE(payment->isVisible());
     EXPECT_EQ(detail->accountHistory()->rowCount(), 2);
-    EXPECT_EQ(view.customerList()->item(0, 1)->text(), "Owes ₵75.00");
+    EXPECT_EQ(view.customerList()->item(0, 0)->data(RecordRowDelegate::detailRole).toString(), "Owes ₵75.00");
 
     auto* points = openSheet<AdjustPointsSheet>(window.get(), detail->adjustPointsButton());
     ASSERT_NE(points, nullptr);
