@@ -59,5 +59,7 @@ int main(int argc, char* argv[])
     // The store opened and works; what start-up could not repair is said once, not hidden.
     if (const std::optional<QString> problem = app->maintenanceProblem())
         QMessageBox::warning(window.get(), QStringLiteral("Tallyrun"), *problem);
+    if (const std::optional<QString> notice = app->sharedCodesNotice())
+        QMessageBox::warning(window.get(), QStringLiteral("Brindle"), *notice);
     return application.exec();
 }

@@ -1,5 +1,6 @@
 #include "records/posschema.h"
 
+#include "records/productcodeindex.h"
 #include "records/records.h"
 #include "store/storeerror.h"
 
@@ -60,6 +61,12 @@ void addSalesHistoryIndexes(SqliteConnection& connection)
     connection.execute(QStringLiteral("CREATE INDEX IF NOT EXISTS \"Sale_history_customer\" ON \"Sale\" "
                                       "(\"customer\", \"timestamp\", \"id\")"));
 }
+
+// A store with shared codes gets its indexes at a later start, once they are put right.
+void addUniqueProductCodes(SqliteConnection& connection)
+{
+    ProductCodeIndex::ensure(connection);
+}
 } // namespace
 
 SchemaDescription POSSchema::description()
@@ -98,6 +105,7 @@ SchemaDescription POSSchema::description()
         {
             {2, addUniqueInvoiceNumbers},
             {3, addSalesHistoryIndexes},
+            {4, addUniqueProductCodes},
         },
     };
 }
