@@ -5,6 +5,7 @@
 #include "ui/controls/cards.h"
 #include "ui/controls/errorlabel.h"
 #include "ui/controls/formfields.h"
+#include "ui/controls/readingorder.h"
 #include "ui/style/theme.h"
 
 #include <QComboBox>
@@ -329,4 +330,9 @@ void AppointmentEditor::confirmDelete()
                     if (m_model.deleteAppointment())
                         Q_EMIT deleted();
                 });
+}
+
+bool AppointmentEditor::focusNextPrevChild(bool next)
+{
+    return ReadingOrder::focusNext(this, next) || QWidget::focusNextPrevChild(next);
 }

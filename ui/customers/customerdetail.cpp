@@ -8,6 +8,7 @@
 #include "ui/controls/errorlabel.h"
 #include "ui/controls/formfields.h"
 #include "ui/controls/lazyrefresh.h"
+#include "ui/controls/readingorder.h"
 #include "ui/controls/scrollpage.h"
 #include "ui/controls/tables.h"
 #include "ui/customers/adjustpointssheet.h"
@@ -367,4 +368,9 @@ void CustomerDetail::confirmDelete()
                     if (m_model.deleteCustomer())
                         Q_EMIT customerDeleted();
                 });
+}
+
+bool CustomerDetail::focusNextPrevChild(bool next)
+{
+    return ReadingOrder::focusNext(this, next) || QWidget::focusNextPrevChild(next);
 }

@@ -3,6 +3,7 @@
 #include "environment/appenvironment.h"
 #include "receipts/receiptsettingsmodel.h"
 #include "startup/sessionstore.h"
+#include "ui/controls/readingorder.h"
 #include "ui/settings/receiptsettingssection.h"
 #include "ui/settings/useraccountssection.h"
 #include "ui/style/theme.h"
@@ -65,4 +66,9 @@ QList<QWidget*> SettingsView::receiptSections()
 QWidget* SettingsView::usersSection()
 {
     return new UserAccountsSection(m_environment.modelContext(), m_environment.authService(), m_session);
+}
+
+bool SettingsView::focusNextPrevChild(bool next)
+{
+    return ReadingOrder::focusNext(this, next) || QScrollArea::focusNextPrevChild(next);
 }

@@ -5,6 +5,7 @@
 #include "ui/controls/errorlabel.h"
 #include "ui/controls/formfields.h"
 #include "ui/controls/lazyrefresh.h"
+#include "ui/controls/readingorder.h"
 #include "ui/controls/tables.h"
 #include "ui/style/theme.h"
 
@@ -207,4 +208,9 @@ void StaffDetail::confirmDelete()
                     if (m_model.deleteMember())
                         Q_EMIT memberDeleted();
                 });
+}
+
+bool StaffDetail::focusNextPrevChild(bool next)
+{
+    return ReadingOrder::focusNext(this, next) || QWidget::focusNextPrevChild(next);
 }
