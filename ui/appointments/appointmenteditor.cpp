@@ -6,6 +6,7 @@
 #include "ui/controls/errorlabel.h"
 #include "ui/controls/formfields.h"
 #include "ui/controls/readingorder.h"
+#include "ui/controls/savekey.h"
 #include "ui/style/theme.h"
 
 #include <QComboBox>
@@ -237,6 +238,7 @@ QWidget* AppointmentEditor::buttonRow()
     m_bookAgain = new QPushButton(Model::bookAgainTitle(), row);
     m_book = new QPushButton(row);
     Theme::markPrimary(m_book);
+    SaveKey::attach(m_book);
     buttons->addWidget(m_delete);
     buttons->addStretch();
     for (QPushButton* button : {m_noShow, m_cancel, m_bookAgain, m_book})

@@ -9,6 +9,7 @@
 #include "ui/controls/formfields.h"
 #include "ui/controls/lazyrefresh.h"
 #include "ui/controls/readingorder.h"
+#include "ui/controls/savekey.h"
 #include "ui/controls/scrollpage.h"
 #include "ui/controls/tables.h"
 #include "ui/customers/adjustpointssheet.h"
@@ -72,6 +73,7 @@ CustomerDetail::CustomerDetail(AccountsService& accounts, LoyaltyService& loyalt
     m_delete = new QPushButton(QStringLiteral("Delete Customer…"), this);
     m_save = new QPushButton(Model::saveTitle(), this);
     Theme::markPrimary(m_save);
+    SaveKey::attach(m_save);
     m_error = new ErrorLabel(this);
     m_creditLimitError = new ErrorLabel(this);
 

@@ -6,6 +6,7 @@
 #include "ui/controls/formfields.h"
 #include "ui/controls/lazyrefresh.h"
 #include "ui/controls/readingorder.h"
+#include "ui/controls/savekey.h"
 #include "ui/controls/tables.h"
 #include "ui/style/theme.h"
 
@@ -38,6 +39,7 @@ StaffDetail::StaffDetail(StaffService& staff, ModelContext& context, SessionStor
     m_delete = new QPushButton(Model::deleteTitle(), this);
     m_save = new QPushButton(Model::saveTitle(), this);
     Theme::markPrimary(m_save);
+    SaveKey::attach(m_save);
     m_error = new ErrorLabel(this);
     m_commissionError = new ErrorLabel(this);
     m_readProblem = new ErrorLabel(this);
