@@ -1,6 +1,7 @@
 #include "records/productcodeindex.h"
 
 #include "store/sqlite.h"
+#include "store/storeerror.h"
 
 namespace {
 struct Code {
@@ -36,10 +37,22 @@ QStringList ProductCodeIndex::ensure(SqliteConnection& connection)
     const QStringList shared = duplicates(connection);
     if (!shared.isEmpty())
         return shared;
-    for (const Code& code : codes)
-        connection.execute(QStringLiteral("CREATE UNIQUE INDEX IF NOT EXISTS \"%1\" ON \"Product\" (\"%2\" COLLATE "
-                                          "%3) WHERE \"%2\" <> ''")
-                               .arg(QLatin1String(code.index), QLatin1String(code.column),
-                                    QLatin1String(code.collation)));
+    // Both or neither, inside a migration's transaction or on their own at start.
+    connection.execute(QStringLiteral("SAVEPOINT product_codes"));
+    try {
+        for (const Code& code : codes)
+            connection.execute(QStringLiteral("CREATE UNIQUE INDEX IF NOT EXISTS \"%1\" ON \"Product\" "
+                                              "(\"%2\" COLLATE %3) WHERE \"%2\" <> ''")
+                                   .arg(QLatin1String(code.index), QLatin1String(code.column),
+                                        QLatin1String(code.collation)));
+        connection.execute(QStringLiteral("RELEASE product_codes"));
+    } catch (const StoreError&) {
+        // A full disk may have ended the transaction already; then there is nothing to undo.
+        if (connection.inTransaction()) {
+            connection.execute(QStringLiteral("ROLLBACK TO product_codes"));
+            connection.execute(QStringLiteral("RELEASE product_codes"));
+        }
+        throw;
+    }
     return {};
 }
