@@ -53,9 +53,11 @@ void MainWindow::installMenus()
     menuBar()->addMenu(store);
     store->addSeparator();
     // Through close(), so unsaved edits are asked about first.
-    store->addAction(QStringLiteral("Quit"), QKeySequence::Quit, this, &QWidget::close);
+    QAction* quit = store->addAction(QStringLiteral("Quit"));
+    quit->setShortcut(QKeySequence::Quit);
+    connect(quit, &QAction::triggered, this, &QWidget::close);
     QMenu* help = menuBar()->addMenu(QStringLiteral("&Help"));
-    help->addAction(QStringLiteral("About Brindle"), this, &MainWindow::showAbout);
+    connect(help->addAction(QStringLiteral("About Brindle")), &QAction::triggered, this, &MainWindow::showAbout);
     connect(&m_actionBus, &POSActionBus::showNewMarketSheetChanged, this, [this](bool show) {
         if (show)
             showNewMarketSheet();

@@ -12,7 +12,7 @@ void ScreenFind::offer(POSActionBus& bus, QWidget* screen, QLineEdit* field)
 
 ScreenFind::ScreenFind(POSActionBus& bus, QWidget* screen, QLineEdit* field)
     : QObject(screen)
-    , m_bus(bus)
+    , m_bus(&bus)
     , m_field(field)
 {
     screen->installEventFilter(this);
@@ -27,7 +27,7 @@ bool ScreenFind::eventFilter(QObject* watched, QEvent* event)
 {
     if (event->type() == QEvent::Show) {
         m_offered = true;
-        m_bus.setFindOnScreen([this] {
+        m_bus->setFindOnScreen([this] {
             m_field->setFocus(Qt::ShortcutFocusReason);
             m_field->selectAll();
         });
@@ -40,8 +40,8 @@ bool ScreenFind::eventFilter(QObject* watched, QEvent* event)
 void ScreenFind::withdraw()
 {
     // Hidden before it was ever shown: nothing to take back.
-    if (!m_offered)
+    if (!m_offered || !m_bus)
         return;
     m_offered = false;
-    m_bus.setFindOnScreen({});
+    m_bus->setFindOnScreen({});
 }

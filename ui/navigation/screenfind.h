@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QObject>
+#include <QPointer>
 
 class POSActionBus;
 class QLineEdit;
@@ -21,7 +22,8 @@ private:
     ScreenFind(POSActionBus& bus, QWidget* screen, QLineEdit* field);
     void withdraw();
 
-    POSActionBus& m_bus;
+    // The window's bus goes before the screens that the window deletes last.
+    QPointer<POSActionBus> m_bus;
     QLineEdit* m_field;
     bool m_offered = false;
 };
