@@ -25,12 +25,13 @@ struct ClashScene : FaultScene {
         soap->setBarcode(QStringLiteral("600100"));
         context.save();
         markets.registry.createMarket(QStringLiteral("Main Shop"));
+        // Opening a new product's form may set up the store's taxes: done before the file is read.
+        form.newProduct(ProductType::inventory);
     }
 
     // A new product with these codes, saved from the form.
     std::optional<QString> saveProduct(const char* sku, const char* barcode)
     {
-        form.newProduct(ProductType::inventory);
         form.editedProduct()->setName(QStringLiteral("Rice"));
         form.editedProduct()->setSku(QString::fromUtf8(sku));
         form.editedProduct()->setBarcode(QString::fromUtf8(barcode));
