@@ -10,7 +10,8 @@ enum class AuthErrorCase {
     invalidPin,
     cannotDeactivateSelf,
     pinFormat,
-    pinInUse
+    pinInUse,
+    usernameInUse
 };
 
 inline QString describeAuthError(AuthErrorCase errorCase)
@@ -29,6 +30,8 @@ inline QString describeAuthError(AuthErrorCase errorCase)
         return QStringLiteral("A PIN is 4 to 6 digits.");
     case AuthErrorCase::pinInUse:
         return QStringLiteral("Someone else already has that PIN. Choose another.");
+    case AuthErrorCase::usernameInUse:
+        return QStringLiteral("Someone else already has that username. Choose another.");
     }
     Q_UNREACHABLE();
 }

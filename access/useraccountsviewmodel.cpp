@@ -1,5 +1,6 @@
 #include "access/useraccountsviewmodel.h"
 
+#include "access/autherror.h"
 #include "access/passwordhasher.h"
 #include "access/pinrules.h"
 #include "clock/clock.h"
@@ -61,6 +62,16 @@ void UserAccountsViewModel::assign(QString& field, const QString& value,
     Q_EMIT(this->*changed)();
 }
 
+void UserAccountsViewModel::checkUsernameIsFree(const QString& username)
+{
+    // Sign-in trims and lower-cases what is typed, so two usernames that read the same there would
+    // leave one account that can never sign in.
+    const Condition sameAtSignIn(QStringLiteral("lower(trim(\"username\")) = ?"),
+                                 {username.trimmed().toLower()});
+    if (m_context.count<User>(sameAtSignIn) > 0)
+        throw AuthError(AuthError::Case::usernameInUse);
+}
+
 bool UserAccountsViewModel::createUser()
 {
     setErrorMessage(std::nullopt);
@@ -75,8 +86,9 @@ bool UserAccountsViewModel::createUser()
     const QString pin = PinRules::trimmed(m_newPin);
     if (!pin.isEmpty() && !writing([&] { m_auth.checkPin(pin, nullptr); }))
         return false;
+    if (!writing([&] { checkUsernameIsFree(m_newUsername); }))
+        return false;
 
-    // Usernames are not checked for uniqueness, unlike PINs: two accounts may share one.
     const QString salt = PasswordHasher::makeSalt();
     auto user = std::make_shared<User>();
     user->setName(m_newUserName);

@@ -76,6 +76,8 @@ Q_SIGNALS:
     void usersChanged();
 
 private:
+    // Throws AuthError::usernameInUse.
+    void checkUsernameIsFree(const QString& username);
     void assign(QString& field, const QString& value, void (UserAccountsViewModel::*changed)());
 
     ModelContext& m_context;

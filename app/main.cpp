@@ -10,6 +10,7 @@
 #include "ui/style/theme.h"
 #include "ui/tallyrunapplication.h"
 
+#include <QIcon>
 #include <QMessageBox>
 
 #include <cstdio>
@@ -34,6 +35,9 @@ int main(int argc, char* argv[])
     QCoreApplication::setOrganizationName(AppProfile::organizationName());
     QCoreApplication::setApplicationName(AppProfile::applicationName());
     TallyrunApplication application(argc, argv);
+    application.setWindowIcon(QIcon(QStringLiteral(":/icons/tallyrun.png")));
+    // Ties the window to tallyrun.desktop, for its name and icon in the task bar.
+    QGuiApplication::setDesktopFileName(QStringLiteral("tallyrun"));
     Theme::apply(application);
 
     MarketRegistry registry(AppProfile::defaults());
@@ -59,5 +63,7 @@ int main(int argc, char* argv[])
     // The store opened and works; what start-up could not repair is said once, not hidden.
     if (const std::optional<QString> problem = app->maintenanceProblem())
         QMessageBox::warning(window.get(), QStringLiteral("Brindle"), *problem);
+    if (const std::optional<QString> notice = app->sharedCodesNotice())
+        QMessageBox::warning(window.get(), QStringLiteral("Brindle"), *notice);
     return application.exec();
 }

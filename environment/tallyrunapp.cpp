@@ -3,6 +3,7 @@
 #include "environment/startuperror.h"
 #include "environment/storemaintenance.h"
 #include "records/posschema.h"
+#include "records/productcodeindex.h"
 #include "startup/appprofile.h"
 #include "startup/marketregistry.h"
 #include "store/storeerror.h"
@@ -40,6 +41,7 @@ TallyrunApp::TallyrunApp(MarketRegistry& registry, const QString& defaultStorePa
     ModelContext& context = m_modelContainer->mainContext();
 
     m_maintenanceProblem = StoreMaintenance::run(context);
+    m_sharedCodesNotice = checkProductCodes(context.connection());
 
     m_environment = std::make_unique<AppEnvironment>(context);
 }
@@ -57,6 +59,25 @@ QString TallyrunApp::storePath(const MarketInfo& market, const MarketRegistry& r
     if (market.isDefaultStore())
         return defaultStorePath;
     return QDir(registry.marketsDirectory()).filePath(market.storeFileName);
+}
+
+std::optional<QString> TallyrunApp::checkProductCodes(SqliteConnection& connection)
+{
+    QStringList shared;
+    try {
+        shared = ProductCodeIndex::ensure(connection);
+    } catch (const StoreError& error) {
+        // The store still opens; the indexes are tried again at the next start.
+        qCWarning(lcStore) << "Unique product codes were not checked:" << error.description();
+        return std::nullopt;
+    }
+    if (shared.isEmpty())
+        return std::nullopt;
+    // Which product keeps a code is the owner's call, so nothing is changed here.
+    qCWarning(lcStore) << "Products share codes:" << shared;
+    return QStringLiteral("Some products share a SKU or barcode, so a scan can't tell them apart. Give each "
+                          "its own in Products:\n\n%1")
+        .arg(shared.join(QLatin1Char('\n')));
 }
 
 SessionStore& TallyrunApp::session()

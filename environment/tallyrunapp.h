@@ -38,14 +38,21 @@ public:
     // store is open and usable all the same.
     std::optional<QString> maintenanceProblem() const { return m_maintenanceProblem; }
 
+    // The SKUs and barcodes that several products share, said once at each start until they are
+    // put right; their unique indexes wait until then.
+    std::optional<QString> sharedCodesNotice() const { return m_sharedCodesNotice; }
+
     // Lets the process that a relaunch starts open the store while this one winds down.
     void releaseStoreLock() { m_storeLock->release(); }
 
 private:
+    static std::optional<QString> checkProductCodes(SqliteConnection& connection);
+
     std::unique_ptr<SessionStore> m_session;
     MarketInfo m_market;
     std::unique_ptr<StoreLock> m_storeLock;
     std::unique_ptr<ModelContainer> m_modelContainer;
     std::unique_ptr<AppEnvironment> m_environment;
     std::optional<QString> m_maintenanceProblem;
+    std::optional<QString> m_sharedCodesNotice;
 };

@@ -7,6 +7,7 @@
 #include "money/rounding.h"
 #include "money/taxsetup.h"
 #include "money/tolerances.h"
+#include "stock/productcodeerror.h"
 #include "store/storeerror.h"
 #include "store/unitofwork.h"
 
@@ -309,6 +310,7 @@ std::optional<QString> ProductsViewModel::save()
     Ref<Product> saved;
     try {
         saved = performUnitOfWork(m_context, [&] {
+            ProductCodeError::checkUnique(m_context, *edits);
             const QDateTime now = Clock::now();
             const double costBefore = isNew ? 0 : m_form.live()->costPrice();
             const Ref<Product> live = m_form.writeTo(m_context);

@@ -4,7 +4,7 @@
 
 #include <QString>
 
-enum class MarketProvisioningErrorCase { invalidInput };
+enum class MarketProvisioningErrorCase { invalidInput, nameInUse };
 
 inline QString describeMarketProvisioningError(MarketProvisioningErrorCase errorCase)
 {
@@ -12,6 +12,8 @@ inline QString describeMarketProvisioningError(MarketProvisioningErrorCase error
     case MarketProvisioningErrorCase::invalidInput:
         return QStringLiteral(
             "Enter a market name, admin username, and a password of at least 6 characters.");
+    case MarketProvisioningErrorCase::nameInUse:
+        return QStringLiteral("You already have a store with that name. Choose another.");
     }
     Q_UNREACHABLE();
 }

@@ -4,6 +4,9 @@
 #include "startup/storefiles.h"
 #include "store/record.h"
 #include "stores/marketprovisioner.h"
+#include "stores/marketprovisioningerror.h"
+
+#include <algorithm>
 
 #include <QDir>
 #include <QUuid>
@@ -23,6 +26,16 @@ bool NewMarketModel::create()
         return false;
     }
 
+    // The Switch Store menu lists stores by name alone.
+    const QString name = m_marketName.trimmed();
+    const QList<MarketInfo> markets = m_registry.allMarkets();
+    if (std::any_of(markets.begin(), markets.end(), [&name](const MarketInfo& market) {
+            return market.name.trimmed().compare(name, Qt::CaseInsensitive) == 0;
+        })) {
+        setErrorMessage(MarketProvisioningError(MarketProvisioningError::Case::nameInUse).description());
+        return false;
+    }
+
     const QString fileName = Record::uuidText(QUuid::createUuid()) + QStringLiteral(".store");
     const QString path = QDir(m_registry.marketsDirectory()).filePath(fileName);
     const bool made = writing([&] {
@@ -38,7 +51,7 @@ bool NewMarketModel::create()
         return false;
 
     // Listed only once its file is complete, so the menu never offers a store that can't open.
-    m_createdMarket = m_registry.createMarket(m_marketName.trimmed(), fileName);
+    m_createdMarket = m_registry.createMarket(name, fileName);
     Q_EMIT createdMarketChanged();
     return true;
 }

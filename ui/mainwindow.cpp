@@ -2,6 +2,7 @@
 
 #include "environment/appenvironment.h"
 #include "refusal/refusal.h"
+#include "startup/appinfo.h"
 #include "startup/sessionstore.h"
 #include "ui/access/firstrunsetupview.h"
 #include "ui/access/loginview.h"
@@ -11,6 +12,7 @@
 #include "ui/inventory/inventoryview.h"
 #include "ui/navigation/mainnavigationview.h"
 #include "ui/navigation/poscommands.h"
+#include "ui/navigation/screenfind.h"
 #include "ui/products/productsview.h"
 #include "ui/settings/settingsview.h"
 #include "ui/staff/staffview.h"
@@ -23,6 +25,7 @@
 #include "ui/till/tillview.h"
 
 #include <QCloseEvent>
+#include <QDir>
 #include <QMenuBar>
 #include <QMessageBox>
 
@@ -45,12 +48,29 @@ MainWindow::MainWindow(AppEnvironment& environment, SessionStore& session, Marke
 void MainWindow::installMenus()
 {
     menuBar()->addMenu(new POSCommands(m_actionBus, this));
-    menuBar()->addMenu(new MarketCommands(m_registry, m_switcher, m_actionBus, m_session, this,
-                                          [this](std::function<void()> proceed) { askToLeave(std::move(proceed)); }));
+    auto* store = new MarketCommands(m_registry, m_switcher, m_actionBus, m_session, this,
+                                     [this](std::function<void()> proceed) { askToLeave(std::move(proceed)); });
+    menuBar()->addMenu(store);
+    store->addSeparator();
+    // Through close(), so unsaved edits are asked about first.
+    QAction* quit = store->addAction(QStringLiteral("Quit"));
+    quit->setShortcut(QKeySequence::Quit);
+    connect(quit, &QAction::triggered, this, &QWidget::close);
+    QMenu* help = menuBar()->addMenu(QStringLiteral("&Help"));
+    connect(help->addAction(QStringLiteral("About Brindle")), &QAction::triggered, this, &MainWindow::showAbout);
     connect(&m_actionBus, &POSActionBus::showNewMarketSheetChanged, this, [this](bool show) {
         if (show)
             showNewMarketSheet();
     });
+}
+
+void MainWindow::showAbout()
+{
+    QMessageBox::about(this, QStringLiteral("About Brindle"),
+                       QStringLiteral("<h3>Brindle %1</h3><p>Point of sale for a small shop.</p><p>This store: %2</p>")
+                           .arg(AppInfo::version(),
+                                QDir::toNativeSeparators(m_environment.modelContext().connection().path())
+                                    .toHtmlEscaped()));
 }
 
 void MainWindow::showNewMarketSheet()
@@ -80,7 +100,11 @@ SectionScreens MainWindow::sectionScreens()
 {
     SectionScreens screens;
     screens.add(AppSection::appointments, [this] { return new AppointmentsView(m_environment); });
-    screens.add(AppSection::products, [this] { return new ProductsView(m_environment, m_session); });
+    screens.add(AppSection::products, [this] {
+        auto* view = new ProductsView(m_environment, m_session);
+        ScreenFind::offer(m_actionBus, view, view->searchField());
+        return view;
+    });
     screens.add(AppSection::inventory, [this] {
         return new InventoryView(m_environment.modelContext(), m_environment.inventoryService(), m_session);
     });

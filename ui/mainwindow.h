@@ -30,6 +30,8 @@ protected:
 private:
     void installMenus();
     void showNewMarketSheet();
+    // Help ▸ About: the version and the file of the store on show.
+    void showAbout();
     void askToLeave(std::function<void()> proceed);
     RootView::ScreenFactories screens();
     // The main navigation's sections that have a screen; a section joins the sidebar once its

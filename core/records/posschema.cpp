@@ -1,5 +1,6 @@
 #include "records/posschema.h"
 
+#include "records/productcodeindex.h"
 #include "records/records.h"
 #include "store/storeerror.h"
 
@@ -58,6 +59,12 @@ void dropIndexesTheHistoryCovers(SqliteConnection& connection)
     connection.execute(QStringLiteral("DROP INDEX IF EXISTS \"Sale_customer_timestamp\""));
     connection.execute(QStringLiteral("DROP INDEX IF EXISTS \"Sale_cashier\""));
 }
+
+// A store with shared codes gets its indexes at a later start, once they are put right.
+void addUniqueProductCodes(SqliteConnection& connection)
+{
+    ProductCodeIndex::ensure(connection);
+}
 } // namespace
 
 SchemaDescription POSSchema::description()
@@ -97,6 +104,7 @@ SchemaDescription POSSchema::description()
         {
             {2, addUniqueInvoiceNumbers},
             {3, dropIndexesTheHistoryCovers},
+            {4, addUniqueProductCodes},
         },
     };
 }

@@ -3,8 +3,11 @@
 #include "clock/clock.h"
 #include "startup/appprofile.h"
 #include "store/record.h"
+#include "store/sqlite.h"
+#include "store/storeerror.h"
 
 #include <QDir>
+#include <QFileInfo>
 
 MarketRegistry::MarketRegistry(QSettings& preferences)
     : m_preferences(preferences)
@@ -60,9 +63,44 @@ MarketInfo MarketRegistry::bootstrapIfNeeded()
     }
     const MarketInfo market{QUuid::createUuid(), QStringLiteral("Default Market"),
                             MarketInfo::defaultStoreFileName(), Clock::now()};
-    storeMarkets({market});
+    storeMarkets(QList<MarketInfo>{market} + storesInMarketsFolder({market.name}));
     setActive(market);
     return market;
+}
+
+QList<MarketInfo> MarketRegistry::storesInMarketsFolder(QStringList takenNames) const
+{
+    QList<MarketInfo> found;
+    const QDir folder(marketsDirectory());
+    for (const QFileInfo& file : folder.entryInfoList({QStringLiteral("*.store")}, QDir::Files, QDir::Name)) {
+        const QUuid fromFileName = QUuid::fromString(file.completeBaseName());
+        const QString readName = businessName(file.filePath()).value_or(file.completeBaseName());
+        QString name = readName;
+        // The Switch Store menu tells stores apart by name alone.
+        for (int n = 2; takenNames.contains(name, Qt::CaseInsensitive); ++n)
+            name = QStringLiteral("%1 (%2)").arg(readName).arg(n);
+        takenNames << name;
+        found << MarketInfo{fromFileName.isNull() ? QUuid::createUuid() : fromFileName, name, file.fileName(),
+                            file.lastModified()};
+    }
+    return found;
+}
+
+std::optional<QString> MarketRegistry::businessName(const QString& storePath)
+{
+    try {
+        SqliteConnection store;
+        store.open(storePath);
+        const QString name =
+            store.scalar(QStringLiteral("SELECT \"businessName\" FROM \"AppSettings\" ORDER BY rowid LIMIT 1"))
+                .toString()
+                .trimmed();
+        if (!name.isEmpty())
+            return name;
+    } catch (const StoreError& error) {
+        qCWarning(lcStore) << "No business name in" << storePath << error.description();
+    }
+    return std::nullopt;
 }
 
 MarketInfo MarketRegistry::createMarket(const QString& name, const std::optional<QString>& storeFileName)

@@ -31,7 +31,8 @@ public:
     }
 
     // The store to open: the active one, else the first listed (made active), else a new
-    // "Default Market" at the default location.
+    // "Default Market" at the default location. A list that was lost or damaged forgets no store:
+    // every store file left in the markets folder is listed again after it, under its business name.
     MarketInfo bootstrapIfNeeded();
 
     // Appends a market with a new id, made now; without a file name it gets "{id}.store".
@@ -41,6 +42,9 @@ public:
     void removeMarket(const QUuid& id);
 
 private:
+    // Names already taken get " (2)", " (3)", ... so that no two entries read the same.
+    QList<MarketInfo> storesInMarketsFolder(QStringList takenNames) const;
+    static std::optional<QString> businessName(const QString& storePath);
     void storeMarkets(const QList<MarketInfo>& markets);
 
     QSettings& m_preferences;

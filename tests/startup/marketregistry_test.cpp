@@ -1,8 +1,12 @@
 #include "startup/marketregistry.h"
 
 #include "clock/clock.h"
+#include "records/appsettings.h"
+#include "records/posschema.h"
 #include "support/printers.h"
+#include "support/testmarkets.h"
 
+#include <QFile>
 #include <QJsonDocument>
 #include <QTemporaryDir>
 
@@ -115,4 +119,49 @@ TEST(MarketInfo, ListLayoutIsPinned)
     EXPECT_EQ(markets[0].id, QUuid::fromString(QStringLiteral("0f8fad5b-d9cb-469f-a165-70867728950e")));
     EXPECT_EQ(markets[0].createdAt.toMSecsSinceEpoch(), 1700000000500);
     EXPECT_EQ(QJsonDocument::fromJson(MarketInfo::encodeList(markets)), QJsonDocument::fromJson(stored));
+}
+
+namespace {
+// A store file in Markets, as New Store leaves it, for a business of that name.
+void makeStore(const QString& path, const QString& businessName)
+{
+    ModelContainer container(path, POSSchema::description());
+    auto settings = std::make_shared<AppSettings>();
+    settings->setBusinessName(businessName);
+    container.mainContext().insert(settings);
+    container.mainContext().save();
+}
+} // namespace
+
+// A damaged preferences file loses the list, not the stores: each file in Markets comes back
+// under the business name in its settings, after the fresh Default Market, which stays open.
+TEST(MarketRegistry, ALostListIsMadeAgainFromTheStoreFilesInMarkets)
+{
+    TestMarkets markets;
+    const QDir folder(markets.registry.marketsDirectory());
+    const QUuid osuID = QUuid::fromString(QStringLiteral("0f8fad5b-d9cb-469f-a165-70867728950e"));
+    const QString osuFile = Record::uuidText(osuID) + ".store";
+    makeStore(folder.filePath(osuFile), " Osu Provisions ");
+    makeStore(folder.filePath("B-second.store"), "osu provisions"); // one name for two stores
+    makeStore(folder.filePath("C-unnamed.store"), "");
+    QFile junk(folder.filePath("D-damaged.store"));
+    ASSERT_TRUE(junk.open(QIODevice::WriteOnly));
+    junk.write("not a store");
+    junk.close();
+    markets.settings.setValue(MarketRegistry::marketsKey(), QByteArray("[{\"id\": tru"));
+
+    const MarketInfo open = markets.registry.bootstrapIfNeeded();
+
+    EXPECT_EQ(open.name, "Default Market");
+    EXPECT_TRUE(open.isDefaultStore());
+    QStringList listed;
+    for (const MarketInfo& market : markets.registry.allMarkets())
+        listed << market.name + " = " + market.storeFileName;
+    // In file-name order, the second of one name told apart, a store without one (or that can't be
+    // read) under its file's name.
+    EXPECT_EQ(listed, (QStringList{"Default Market = __default__", "Osu Provisions = " + osuFile,
+                                   "osu provisions (2) = B-second.store", "C-unnamed = C-unnamed.store",
+                                   "D-damaged = D-damaged.store"}));
+    EXPECT_EQ(markets.registry.allMarkets().value(1).id, osuID) << "the file's own UUID stays its id";
+    EXPECT_EQ(markets.registry.activeMarket(), open);
 }

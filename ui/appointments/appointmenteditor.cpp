@@ -5,6 +5,8 @@
 #include "ui/controls/cards.h"
 #include "ui/controls/errorlabel.h"
 #include "ui/controls/formfields.h"
+#include "ui/controls/readingorder.h"
+#include "ui/controls/savekey.h"
 #include "ui/style/theme.h"
 
 #include <QComboBox>
@@ -236,6 +238,7 @@ QWidget* AppointmentEditor::buttonRow()
     m_bookAgain = new QPushButton(Model::bookAgainTitle(), row);
     m_book = new QPushButton(row);
     Theme::markPrimary(m_book);
+    SaveKey::attach(m_book);
     buttons->addWidget(m_delete);
     buttons->addStretch();
     for (QPushButton* button : {m_noShow, m_cancel, m_bookAgain, m_book})
@@ -329,4 +332,9 @@ void AppointmentEditor::confirmDelete()
                     if (m_model.deleteAppointment())
                         Q_EMIT deleted();
                 });
+}
+
+bool AppointmentEditor::focusNextPrevChild(bool next)
+{
+    return ReadingOrder::focusNext(this, next) || QWidget::focusNextPrevChild(next);
 }

@@ -45,6 +45,10 @@ Q_SIGNALS:
     // The booking is gone; the editor is of no more use.
     void deleted();
 
+protected:
+    // Tab follows the form as it reads.
+    bool focusNextPrevChild(bool next) override;
+
 private:
     QWidget* whenSection();
     QWidget* whatWhoSection();

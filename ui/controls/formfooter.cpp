@@ -1,6 +1,7 @@
 #include "ui/controls/formfooter.h"
 
 #include "ui/controls/errorlabel.h"
+#include "ui/controls/savekey.h"
 #include "ui/style/theme.h"
 
 #include <QHBoxLayout>
@@ -18,8 +19,7 @@ FormFooter::FormFooter(const QString& deleteTitle, QWidget* parent)
     m_saved->hide();
     m_notSaved->hide();
     Theme::markPrimary(m_save);
-    m_save->setShortcut(QKeySequence::Save);
-    m_save->setToolTip(QStringLiteral("Save (Ctrl+S)"));
+    SaveKey::attach(m_save);
     auto* line = new QHBoxLayout(this);
     line->setContentsMargins(0, 0, 0, 0);
     line->setSpacing(12);

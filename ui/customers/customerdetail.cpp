@@ -11,6 +11,8 @@
 #include "ui/controls/formfields.h"
 #include "ui/controls/formfooter.h"
 #include "ui/controls/lazyrefresh.h"
+#include "ui/controls/readingorder.h"
+#include "ui/controls/savekey.h"
 #include "ui/controls/scrollpage.h"
 #include "ui/controls/tables.h"
 #include "ui/customers/adjustpointssheet.h"
@@ -375,4 +377,9 @@ void CustomerDetail::askAnAdmin(std::optional<ApprovalRequest> request)
 {
     if (request)
         ApprovalSheet::raise(std::move(*request), m_environment, this);
+}
+
+bool CustomerDetail::focusNextPrevChild(bool next)
+{
+    return ReadingOrder::focusNext(this, next) || QWidget::focusNextPrevChild(next);
 }

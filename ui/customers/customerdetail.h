@@ -57,6 +57,10 @@ Q_SIGNALS:
     // The customer is gone; the detail is of no more use.
     void customerDeleted();
 
+protected:
+    // Tab follows the form as it reads.
+    bool focusNextPrevChild(bool next) override;
+
 private:
     Section* contactSection();
     Section* loyaltySection();

@@ -8,6 +8,7 @@
 #include <QLabel>
 #include <QListWidget>
 #include <QPushButton>
+#include <QShortcut>
 #include <QShowEvent>
 #include <QStackedWidget>
 #include <QVBoxLayout>
@@ -74,7 +75,25 @@ MainNavigationView::MainNavigationView(AppEnvironment& environment, SessionStore
     connect(&m_model, &MainNavigationModel::sectionsChanged, this, &MainNavigationView::showSections);
     connect(&m_model, &MainNavigationModel::selectionChanged, this, &MainNavigationView::showSelection);
     connect(m_signOut, &QPushButton::clicked, this, [this] { askToLeave([this] { m_model.signOut(); }); });
+    addSectionKeys();
     showSections();
+}
+
+void MainNavigationView::addSectionKeys()
+{
+    for (int key = 1; key <= sectionKeyCount; ++key) {
+        auto* shortcut = new QShortcut(sectionKey(key), this);
+        connect(shortcut, &QShortcut::activated, this, [this, key] {
+            const QList<AppSection> sections = m_model.sections();
+            if (key <= sections.size())
+                m_model.requestSelection(sections[key - 1]);
+        });
+    }
+}
+
+QKeySequence MainNavigationView::sectionKey(int key)
+{
+    return QKeySequence(Qt::CTRL | Qt::Key(Qt::Key_0 + key));
 }
 
 void MainNavigationView::showSections()
@@ -84,6 +103,8 @@ void MainNavigationView::showSections()
     for (AppSection section : m_model.sections()) {
         auto* item = new QListWidgetItem(AppSections::title(section), m_sidebar);
         item->setData(sectionRole, static_cast<int>(section));
+        if (m_sidebar->count() <= sectionKeyCount)
+            item->setToolTip(sectionKey(m_sidebar->count()).toString(QKeySequence::NativeText));
     }
     // Without any section an empty list would only look broken.
     m_sidebar->setVisible(m_sidebar->count() > 0);

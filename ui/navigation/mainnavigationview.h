@@ -3,6 +3,7 @@
 #include "ui/navigation/editingscreen.h"
 #include "ui/navigation/mainnavigationmodel.h"
 
+#include <QKeySequence>
 #include <QMap>
 #include <QWidget>
 
@@ -19,6 +20,10 @@ class MainNavigationView : public QWidget, public EditingScreen {
     Q_OBJECT
 
 public:
+    // Ctrl+1 ... Ctrl+9 open the sidebar's first nine sections, in its order.
+    static constexpr int sectionKeyCount = 9;
+    static QKeySequence sectionKey(int key);
+
     MainNavigationView(AppEnvironment& environment, SessionStore& session, POSActionBus& bus,
                        SectionScreens screens, QWidget* parent = nullptr);
 
@@ -36,6 +41,7 @@ protected:
     void showEvent(QShowEvent* event) override;
 
 private:
+    void addSectionKeys();
     void showSections();
     void showSelection();
 

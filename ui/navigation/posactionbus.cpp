@@ -23,3 +23,9 @@ void POSActionBus::setRequestedSection(std::optional<AppSection> section)
     m_requestedSection = section;
     Q_EMIT requestedSectionChanged();
 }
+
+void POSActionBus::setFindOnScreen(Action action)
+{
+    m_findOnScreen = std::move(action);
+    Q_EMIT findOnScreenChanged();
+}

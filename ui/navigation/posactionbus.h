@@ -41,6 +41,11 @@ public:
     std::optional<AppSection> requestedSection() const { return m_requestedSection; }
     void setRequestedSection(std::optional<AppSection> section);
 
+    // Off the POS workspace, "Find Product" runs this: the search box of the screen on show, which
+    // sets it when shown and clears it when hidden.
+    const Action& findOnScreen() const { return m_findOnScreen; }
+    void setFindOnScreen(Action action);
+
     const Action& backUpNow() const { return m_backUpNow; }
     void setBackUpNow(Action action) { m_backUpNow = std::move(action); }
     const Action& restoreFromBackup() const { return m_restoreFromBackup; }
@@ -57,6 +62,7 @@ Q_SIGNALS:
     void isPOSWorkspaceActiveChanged(bool active);
     void showNewMarketSheetChanged(bool show);
     void requestedSectionChanged();
+    void findOnScreenChanged();
 
 private:
     Action m_newSale;
@@ -68,6 +74,7 @@ private:
     bool m_isPOSWorkspaceActive = false;
     bool m_showNewMarketSheet = false;
     std::optional<AppSection> m_requestedSection;
+    Action m_findOnScreen;
     Action m_backUpNow;
     Action m_restoreFromBackup;
 };

@@ -5,8 +5,7 @@ POSCommands::POSCommands(POSActionBus& bus, QWidget* parent)
     , m_bus(bus)
 {
     addCommand(QStringLiteral("New Sale"), {QKeySequence(Qt::CTRL | Qt::Key_N)}, &POSActionBus::newSale);
-    addCommand(QStringLiteral("Find Product"), {QKeySequence(Qt::CTRL | Qt::Key_F)},
-               &POSActionBus::findProduct);
+    addFindProduct();
     // The keypad's Enter as well as the main Return: cashiers often ring up on the keypad.
     addCommand(QStringLiteral("Complete Sale"),
                {QKeySequence(Qt::CTRL | Qt::Key_Return), QKeySequence(Qt::CTRL | Qt::Key_Enter)},
@@ -27,4 +26,19 @@ void POSCommands::addCommand(const QString& text, const QList<QKeySequence>& sho
     connect(&m_bus, &POSActionBus::isPOSWorkspaceActiveChanged, item, &QAction::setEnabled);
     // Read when chosen: the workspace may register its actions after the menu was built.
     connect(item, &QAction::triggered, this, [this, action] { POSActionBus::run((m_bus.*action)()); });
+}
+
+void POSCommands::addFindProduct()
+{
+    QAction* item = addAction(QStringLiteral("Find Product"));
+    item->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_F));
+    const auto update = [this, item] {
+        item->setEnabled(m_bus.isPOSWorkspaceActive() || bool(m_bus.findOnScreen()));
+    };
+    update();
+    connect(&m_bus, &POSActionBus::isPOSWorkspaceActiveChanged, item, update);
+    connect(&m_bus, &POSActionBus::findOnScreenChanged, item, update);
+    connect(item, &QAction::triggered, this, [this] {
+        POSActionBus::run(m_bus.isPOSWorkspaceActive() ? m_bus.findProduct() : m_bus.findOnScreen());
+    });
 }

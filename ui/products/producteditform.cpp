@@ -6,6 +6,7 @@
 #include "ui/controls/cards.h"
 #include "ui/controls/errorlabel.h"
 #include "ui/controls/formfooter.h"
+#include "ui/controls/readingorder.h"
 #include "ui/products/newcategorysheet.h"
 #include "ui/products/newsuppliersheet.h"
 #include "ui/style/theme.h"
@@ -647,4 +648,9 @@ void ProductEditForm::openNewSupplier()
         this);
     sheet->setAttribute(Qt::WA_DeleteOnClose);
     sheet->open();
+}
+
+bool ProductEditForm::focusNextPrevChild(bool next)
+{
+    return ReadingOrder::focusNext(this, next) || QWidget::focusNextPrevChild(next);
 }

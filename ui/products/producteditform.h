@@ -58,6 +58,10 @@ Q_SIGNALS:
     // The product was changed on the form (not yet saved).
     void edited();
 
+protected:
+    // Tab follows the form as it reads.
+    bool focusNextPrevChild(bool next) override;
+
 private:
     QWidget* buildIdentity();
     QWidget* buildPricing();

@@ -6,6 +6,7 @@
 #include "startup/sessionstore.h"
 #include "ui/navigation/posactionbus.h"
 #include "ui/settings/approvalsettingssection.h"
+#include "ui/controls/readingorder.h"
 #include "ui/settings/receiptsettingssection.h"
 #include "ui/settings/useraccountssection.h"
 #include "ui/style/theme.h"
@@ -80,4 +81,9 @@ QWidget* SettingsView::approvalsSection()
 QWidget* SettingsView::usersSection()
 {
     return new UserAccountsSection(m_environment.modelContext(), m_environment.authService(), m_session);
+}
+
+bool SettingsView::focusNextPrevChild(bool next)
+{
+    return ReadingOrder::focusNext(this, next) || QScrollArea::focusNextPrevChild(next);
 }

@@ -16,6 +16,10 @@ class SettingsView : public QScrollArea {
 public:
     SettingsView(AppEnvironment& environment, SessionStore& session, POSActionBus& bus, QWidget* parent = nullptr);
 
+protected:
+    // Tab follows the sections as they read.
+    bool focusNextPrevChild(bool next) override;
+
 private:
     void build();
     QList<QWidget*> receiptSections();

@@ -6,6 +6,8 @@
 #include "ui/controls/formfields.h"
 #include "ui/controls/formfooter.h"
 #include "ui/controls/lazyrefresh.h"
+#include "ui/controls/readingorder.h"
+#include "ui/controls/savekey.h"
 #include "ui/controls/tables.h"
 #include "ui/style/theme.h"
 
@@ -203,4 +205,9 @@ void StaffDetail::confirmDelete()
                     if (m_model.deleteMember())
                         Q_EMIT memberDeleted();
                 });
+}
+
+bool StaffDetail::focusNextPrevChild(bool next)
+{
+    return ReadingOrder::focusNext(this, next) || QWidget::focusNextPrevChild(next);
 }

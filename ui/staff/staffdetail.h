@@ -42,6 +42,10 @@ Q_SIGNALS:
     // The member is gone; the detail is of no more use.
     void memberDeleted();
 
+protected:
+    // Tab follows the form as it reads.
+    bool focusNextPrevChild(bool next) override;
+
 private:
     Section* detailsSection();
     Section* thisMonthSection();

@@ -7,6 +7,7 @@
 #include "ui/controls/errorlabel.h"
 #include "ui/controls/formfields.h"
 #include "ui/controls/listdetail.h"
+#include "ui/controls/readingorder.h"
 #include "ui/controls/recordrowdelegate.h"
 #include "ui/style/theme.h"
 
@@ -93,7 +94,7 @@ SuppliersView::SuppliersView(AppEnvironment& environment, QWidget* parent)
 
 QWidget* SuppliersView::buildForm()
 {
-    m_form = new QWidget(this);
+    m_form = new ReadingOrderForm(this);
     auto* column = new QVBoxLayout(m_form);
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(8);
