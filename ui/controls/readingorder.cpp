@@ -12,11 +12,11 @@ bool takesTab(const QWidget* widget)
     return (widget->focusPolicy() & Qt::TabFocus) && widget->isVisible() && widget->isEnabled();
 }
 
-// A scroll area around the fields is only their frame, not a stop that owns them.
+// Within another stop (a spin box's edit), or within a scroll area, whose fields are its block's.
 bool insideAnotherStop(const QWidget* widget, const QWidget* form)
 {
     for (const QWidget* up = widget->parentWidget(); up && up != form; up = up->parentWidget()) {
-        if ((up->focusPolicy() & Qt::TabFocus) && !qobject_cast<const QScrollArea*>(up))
+        if ((up->focusPolicy() & Qt::TabFocus) || qobject_cast<const QScrollArea*>(up))
             return true;
     }
     return false;
@@ -42,9 +42,14 @@ QList<QWidget*> ReadingOrder::stops(QWidget* form)
         QWidget* widget;
         QRect box; // in the form's coordinates
     };
+    // Fields inside a scroll area read as one block where the area stands, however far they are
+    // scrolled: their own positions would interleave them with what lies below the area.
     QList<Stop> found;
     for (QWidget* widget : form->findChildren<QWidget*>()) {
-        if (takesTab(widget) && !widget->isWindow() && !insideAnotherStop(widget, form))
+        auto* scroll = qobject_cast<QScrollArea*>(widget);
+        const bool isStop = scroll ? scroll->widget() != nullptr && scroll->isVisible()
+                                   : takesTab(widget) && !widget->isWindow();
+        if (isStop && !insideAnotherStop(widget, form))
             found.append({widget, QRect(widget->mapTo(form, QPoint(0, 0)), widget->size())});
     }
     std::sort(found.begin(), found.end(),
@@ -58,8 +63,12 @@ QList<QWidget*> ReadingOrder::stops(QWidget* form)
             ++end;
         std::sort(found.begin() + start, found.begin() + end,
                   [](const Stop& a, const Stop& b) { return a.box.left() < b.box.left(); });
-        for (qsizetype i = start; i < end; ++i)
-            ordered.append(found[i].widget);
+        for (qsizetype i = start; i < end; ++i) {
+            if (auto* scroll = qobject_cast<QScrollArea*>(found[i].widget))
+                ordered.append(stops(scroll->widget()));
+            else
+                ordered.append(found[i].widget);
+        }
         start = end;
     }
     return ordered;
