@@ -60,6 +60,16 @@ void addSalesHistoryIndexes(SqliteConnection& connection)
     connection.execute(QStringLiteral("CREATE INDEX IF NOT EXISTS \"Sale_history_customer\" ON \"Sale\" "
                                       "(\"customer\", \"timestamp\", \"id\")"));
 }
+
+// The audit log pages by (timestamp, id), newest first, over all actions or one; each reads along
+// one of these without sorting, and a count of one action reads its index alone.
+void addAuditLogIndexes(SqliteConnection& connection)
+{
+    connection.execute(QStringLiteral(
+        "CREATE INDEX IF NOT EXISTS \"AuditEntry_log\" ON \"AuditEntry\" (\"timestamp\", \"id\")"));
+    connection.execute(QStringLiteral("CREATE INDEX IF NOT EXISTS \"AuditEntry_log_action\" ON \"AuditEntry\" "
+                                      "(\"actionRaw\", \"timestamp\", \"id\")"));
+}
 } // namespace
 
 SchemaDescription POSSchema::description()
@@ -98,6 +108,7 @@ SchemaDescription POSSchema::description()
         {
             {2, addUniqueInvoiceNumbers},
             {3, addSalesHistoryIndexes},
+            {4, addAuditLogIndexes},
         },
     };
 }
