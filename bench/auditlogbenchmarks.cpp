@@ -41,19 +41,19 @@ struct Filter {
 void BM_AuditLogFilter(benchmark::State& state, Filter filter)
 {
     ApprovalService approvals(readContext());
-    AuditLogViewModel log(readContext(), approvals);
+    AuditLogViewModel screen(readContext(), approvals);
     const QDate last = logDay("MAX");
-    log.setTo(last);
-    log.setFrom(filter.days == 0 ? logDay("MIN") : last.addDays(-filter.days));
-    log.setAction(filter.action);
-    log.setSearch(QString::fromUtf8(filter.search));
+    screen.setTo(last);
+    screen.setFrom(filter.days == 0 ? logDay("MIN") : last.addDays(-filter.days));
+    screen.setAction(filter.action);
+    screen.setSearch(QString::fromUtf8(filter.search));
     qint64 rows = 0;
     for (auto _ : state) {
-        benchmark::DoNotOptimize(log.countText());
-        rows = log.page(std::nullopt).size();
+        benchmark::DoNotOptimize(screen.countText());
+        rows = screen.page(std::nullopt).size();
     }
     state.counters["rows"] = double(rows);
-    state.SetLabel(log.countText().toStdString());
+    state.SetLabel(screen.countText().toStdString());
 }
 BENCHMARK_CAPTURE(BM_AuditLogFilter, firstPage, Filter{})->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(BM_AuditLogFilter, voidsThisWeek, Filter{AuditAction::voidSale})->Unit(benchmark::kMillisecond);
