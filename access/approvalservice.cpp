@@ -50,12 +50,15 @@ struct LogWhere {
     QVariantList bindings;
 };
 
-LogWhere whereOf(const ApprovalService::LogFilter& filter)
+LogWhere whereOf(const ApprovalService::LogFilter& filter, bool boundedAbove = true)
 {
     LogWhere where;
-    where.sql = QStringLiteral("timestamp >= ? AND timestamp < ?");
-    where.bindings << double(QDateTime(filter.from, QTime(0, 0)).toSecsSinceEpoch())
-                   << double(QDateTime(filter.to.addDays(1), QTime(0, 0)).toSecsSinceEpoch());
+    where.sql = QStringLiteral("timestamp >= ?");
+    where.bindings << double(QDateTime(filter.from, QTime(0, 0)).toSecsSinceEpoch());
+    if (boundedAbove) {
+        where.sql += QStringLiteral(" AND timestamp < ?");
+        where.bindings << double(QDateTime(filter.to.addDays(1), QTime(0, 0)).toSecsSinceEpoch());
+    }
     if (filter.action) {
         where.sql += QStringLiteral(" AND actionRaw = ?");
         where.bindings << AuditActions::raw(*filter.action);
@@ -238,10 +241,12 @@ QList<ApprovalService::LogRow> ApprovalService::logPage(const LogFilter& filter,
                                                         const std::optional<std::pair<double, QString>>& after,
                                                         int limit)
 {
-    LogWhere where = whereOf(filter);
+    LogWhere where = whereOf(filter, !after);
+    // The key's row is inside the filter, so the key is the upper bound, and a page far down
+    // starts at its place in the index instead of walking there.
     if (after) {
-        where.sql += QStringLiteral(" AND (timestamp < ? OR (timestamp = ? AND id < ?))");
-        where.bindings << after->first << after->first << after->second;
+        where.sql += QStringLiteral(" AND (timestamp, id) < (?, ?)");
+        where.bindings << after->first << after->second;
     }
     where.bindings << limit;
     return m_context.rows<LogRow>(

@@ -1,5 +1,7 @@
 #include "storegenerator.h"
 
+#include "money/currency.h"
+#include "money/quantity.h"
 #include "money/rounding.h"
 #include "money/taxcalculator.h"
 #include "money/taxcomponent.h"
@@ -42,6 +44,12 @@ constexpr double firstPriceLevel = 0.6;
 constexpr double returnedShare = 0.01;
 constexpr int daysToReturn = 10;
 constexpr double voidedShare = 0.005;
+// The audit log of such a shop: haggled prices and discounts over the limit every day, a few No
+// Sales a shift, and a row for each refund, void, redemption and pay-out; about 100,000 rows in five
+// years.
+constexpr double priceChangedShare = 0.12;
+constexpr double discountOverLimitShare = 0.05;
+constexpr int mostNoSalesPerShift = 9;
 
 // Our own draws on top of the engine, so the rows don't depend on the standard library's
 // distributions, which differ between implementations.
@@ -532,9 +540,17 @@ struct ReturnedLine {
     double unitDiscount;
 };
 
+struct SoldLine {
+    int product;
+    double quantity;
+    double unitPrice;
+    double unitCost;
+};
+
 struct PlannedRefund {
     double when = 0;
     std::string originalId;
+    std::string originalInvoice;
     int customer = -1;
     bool onAccount = false;
     std::vector<ReturnedLine> lines;
@@ -567,6 +583,8 @@ public:
         , m_random(options.seed)
         // Returns draw from a stream of their own, so that they leave the rest of the history as it was.
         , m_refundRandom(options.seed ^ 0x7E7A17ull)
+        // So do the audit rows.
+        , m_auditRandom(options.seed ^ 0xA0D17ull)
         , m_days(std::max(1, int(std::lround(fullDays * options.scale))))
         , m_salesTotal(std::max<std::int64_t>(1, std::llround(fullSales * options.scale)))
         , m_firstDay(options.lastDay.addDays(-(m_days - 1)))
@@ -635,6 +653,9 @@ public:
                      {"id", "businessName", "addressLine", "phoneNumber", "defaultTaxGroupID", "lastBackupAt",
                       "loyaltyOpeningBalancesRecorded", "staffDefaultsApplied", "lastReceiptSequence",
                       "saleItemTaxModeBackfilled"})
+        , m_audit(db, "AuditEntry",
+                  {"id", "timestamp", "actionRaw", "cashierName", "approverName", "amount", "reference", "reason",
+                   "details"})
     {
     }
 
@@ -664,7 +685,7 @@ public:
         for (const Insert* insert :
              {&m_users, &m_categories, &m_suppliers, &m_taxes, &m_taxGroups, &m_groupTaxes, &m_products,
               &m_customers, &m_shifts, &m_sales, &m_items, &m_payments, &m_movements, &m_cashMovements,
-              &m_customerPayments, &m_loyalty, &m_settings})
+              &m_customerPayments, &m_loyalty, &m_settings, &m_audit})
             counts.emplace_back(QString::fromStdString(insert->table()), insert->rows());
         return counts;
     }
@@ -1136,6 +1157,7 @@ private:
             }
             if (!open && m_random.chance(0.08))
                 payCash(shift, "payIn", double(m_random.between(1, 4) * 50), "Float top-up");
+            auditNoSales(shift);
             writeShift(shift, open);
         }
 
@@ -1156,6 +1178,8 @@ private:
             .text(m_userIds[size_t(shift.cashier)])
             .real(when)
             .row();
+        if (std::string_view(type) == "payOut")
+            writeAudit(when, "payOut", shift.cashier, {}, std::abs(signedAmount), {}, reason, {});
     }
 
     void writeShift(const ShiftState& shift, bool open)
@@ -1202,21 +1226,15 @@ private:
         while (lineCount < 6 && draw >= lineShares[lineCount - 1])
             draw -= lineShares[lineCount++ - 1];
 
-        struct Line {
-            int product;
-            double quantity;
-            double unitPrice;
-            double unitCost;
-        };
-        std::vector<Line> lines;
+        std::vector<SoldLine> lines;
         std::vector<TaxCalculator::LineInput> inputs;
         for (int i = 0; i < lineCount; ++i) {
             int index = pickProduct(day);
             for (int retry = 0; retry < 5 && std::any_of(lines.begin(), lines.end(),
-                                                         [&](const Line& l) { return l.product == index; });
+                                                         [&](const SoldLine& l) { return l.product == index; });
                  ++retry)
                 index = pickProduct(day);
-            if (std::any_of(lines.begin(), lines.end(), [&](const Line& l) { return l.product == index; }))
+            if (std::any_of(lines.begin(), lines.end(), [&](const SoldLine& l) { return l.product == index; }))
                 continue;
             const ProductState& product = m_productStates[size_t(index)];
             double quantity = 1;
@@ -1268,12 +1286,13 @@ private:
             PlannedRefund plan;
             plan.when = at(returnDay, m_refundRandom.uniform(8, 20.5));
             plan.originalId = saleId;
+            plan.originalInvoice = invoice;
             plan.customer = customerIndex;
             const bool everything = m_refundRandom.chance(0.35);
             const size_t only = size_t(m_refundRandom.between(0, std::int64_t(lines.size()) - 1));
             double netReturned = 0;
             for (size_t i = 0; i < lines.size(); ++i) {
-                const Line& line = lines[i];
+                const SoldLine& line = lines[i];
                 if (!everything && i != only)
                     continue;
                 double quantity = line.quantity;
@@ -1288,7 +1307,7 @@ private:
             }
             // The customer's points follow the share of the sale's net that came back.
             fullyReturned = std::equal(returned.begin(), returned.end(), lines.begin(),
-                                       [](double back, const Line& line) { return back == line.quantity; });
+                                       [](double back, const SoldLine& line) { return back == line.quantity; });
             const double net = cart.total - cart.taxTotal;
             const double share = std::clamp(net > 0 ? netReturned / net : 1.0, 0.0, 1.0);
             plan.pointsToGiveBack =
@@ -1338,7 +1357,7 @@ private:
         writeSale(row);
 
         for (size_t i = 0; i < lines.size(); ++i) {
-            const Line& line = lines[i];
+            const SoldLine& line = lines[i];
             writeItem(saleId, m_productStates[size_t(line.product)], line.quantity, line.unitPrice,
                       line.unitCost, inputs[i].taxRate, lineDiscounts[i], returned[i]);
         }
@@ -1351,7 +1370,7 @@ private:
         }
 
         const std::string reason = "Sale " + invoice;
-        for (const Line& line : lines) {
+        for (const SoldLine& line : lines) {
             ProductState& product = m_productStates[size_t(line.product)];
             if (!product.tracksStock)
                 continue;
@@ -1365,7 +1384,7 @@ private:
         }
         if (voided) {
             const std::string voidReason = "Void " + invoice;
-            for (const Line& line : lines) {
+            for (const SoldLine& line : lines) {
                 ProductState& product = m_productStates[size_t(line.product)];
                 if (!product.tracksStock)
                     continue;
@@ -1374,6 +1393,9 @@ private:
             }
         }
 
+        auditSale(when, invoice, cashier, lines, customer, redeemed, pointsDiscount);
+        if (voided)
+            writeAudit(voidedAt, "void", cashier, approverFor(cashier), cart.total, invoice, row.voidReason, {});
         if (customer && redeemed > 0) {
             customer->points -= redeemed;
             writeLoyalty(*customer, -redeemed, "redeemed", invoice, pointsDiscount, cashier, when);
@@ -1381,6 +1403,76 @@ private:
         if (customer && earned > 0) {
             customer->points += earned;
             writeLoyalty(*customer, earned, "earned", invoice, 0, cashier, when);
+        }
+    }
+
+    // Approval is switched on for discounts, prices, voids and No Sale; an admin approves her own.
+    std::string approverFor(int cashier) const { return cashier == 0 ? std::string() : m_userNames[0]; }
+
+    void writeAudit(double when, const char* action, int cashier, const std::string& approver,
+                    std::optional<double> amount, const std::string& reference, const std::string& reason,
+                    const QString& details)
+    {
+        m_audit.text(uuid(m_auditRandom))
+            .real(when)
+            .text(action)
+            .text(m_userNames[size_t(cashier)])
+            .text(approver);
+        if (amount)
+            m_audit.real(Rounding::toCents(*amount));
+        else
+            m_audit.null();
+        m_audit.text(reference).text(reason).text(details.toStdString()).row();
+    }
+
+    // The rows the counter writes after a sale. The sale itself was drawn without them, so the
+    // history stays the same row for row whether or not the log is there.
+    void auditSale(double when, const std::string& invoice, int cashier, const std::vector<SoldLine>& lines,
+                   const CustomerState* customer, std::int64_t redeemed, double pointsValue)
+    {
+        static const std::vector<const char*> discountReasons = {
+            "", "Loyal customer", "Owner's friend", "Slow-moving stock", "Large order paid in full"};
+        static const std::vector<const char*> priceReasons = {
+            "", "", "Regular customer", "Bulk buy", "Shelf tag was lower", "Matched the market price", "Dented tin"};
+        const auto money = [](double amount) { return Currency::format(amount, Currency::fixedSign); };
+        if (m_auditRandom.chance(discountOverLimitShare)) {
+            double gross = 0;
+            for (const SoldLine& line : lines)
+                gross += line.quantity * line.unitPrice;
+            const double discount = Rounding::toCents(gross * m_auditRandom.uniform(0.11, 0.3));
+            writeAudit(when, "discount", cashier, approverFor(cashier), discount, invoice,
+                       m_auditRandom.pick(discountReasons),
+                       QStringLiteral("%1 off %2 (%3); limit 10% of the sale")
+                           .arg(money(discount), money(gross), Currency::percentText(discount / gross)));
+        }
+        if (m_auditRandom.chance(priceChangedShare)) {
+            const SoldLine& line = lines[size_t(m_auditRandom.between(0, std::int64_t(lines.size()) - 1))];
+            const ProductState& product = m_productStates[size_t(line.product)];
+            // The line was rung up at the lowered price; the shelf asked more.
+            const double shelf = shelfPrice(line.unitPrice * m_auditRandom.uniform(1.05, 1.25));
+            writeAudit(when, "priceChange", cashier, approverFor(cashier), line.unitPrice * line.quantity, invoice,
+                       m_auditRandom.pick(priceReasons),
+                       QStringLiteral("%1: %2 → %3 × %4")
+                           .arg(QString::fromStdString(product.name), money(shelf), money(line.unitPrice),
+                                Quantity::format(line.quantity,
+                                                 SellingUnits::fromRaw(QString::fromStdString(product.unitRaw)))));
+        }
+        if (redeemed > 0)
+            writeAudit(when, "redeemPoints", cashier, {}, pointsValue, invoice, {},
+                       QStringLiteral("%1 points for %2").arg(redeemed).arg(QString::fromStdString(customer->name)));
+    }
+
+    void auditNoSales(const ShiftState& shift)
+    {
+        static const std::vector<const char*> reasons = {"Change for a customer", "Coins for the float",
+                                                         "Checked the float", "Drawer didn't close",
+                                                         "Counted the notes"};
+        const std::int64_t count = m_auditRandom.between(0, mostNoSalesPerShift);
+        for (std::int64_t i = 0; i < count; ++i) {
+            const double when =
+                std::round(m_auditRandom.uniform(shift.openedAt + 600, shift.closedAt - 300) * 1000) / 1000;
+            writeAudit(when, "noSale", shift.cashier, approverFor(shift.cashier), std::nullopt, {},
+                       m_auditRandom.pick(reasons), {});
         }
     }
 
@@ -1536,6 +1628,11 @@ private:
         const char* method =
             plan.onAccount ? "onAccount" : (m_refundRandom.chance(0.85) ? "cash" : "mobileMoney");
         writePayment(uuid(m_refundRandom), row.id, method, row.total, 0, 0, "", plan.when);
+        writeAudit(plan.when, "refund", shift.cashier, {}, -row.total,
+                   row.invoice + " (refund of " + plan.originalInvoice + ")", row.refundReason,
+                   QStringLiteral("%1 line(s), %2")
+                       .arg(plan.lines.size())
+                       .arg(PaymentMethodTypes::label(PaymentMethodTypes::fromRaw(QString::fromUtf8(method)))));
         if (std::string_view(method) == "cash")
             shift.cashIn += row.total;
         if (plan.onAccount && customer)
@@ -1630,6 +1727,7 @@ private:
     const StoreGenerator::Options& m_options;
     Random m_random;
     Random m_refundRandom;
+    Random m_auditRandom;
     const int m_days;
     const std::int64_t m_salesTotal;
     const QDate m_firstDay;
@@ -1637,7 +1735,7 @@ private:
 
     Insert m_users, m_categories, m_suppliers, m_taxes, m_taxGroups, m_groupTaxes, m_products, m_customers,
         m_shifts, m_sales, m_items, m_payments, m_movements, m_cashMovements, m_customerPayments, m_loyalty,
-        m_settings;
+        m_settings, m_audit;
 
     std::vector<Aisle> m_catalogue;
     std::vector<std::string> m_userIds; // admin first, then the two cashiers

@@ -65,6 +65,13 @@ void addUniqueProductCodes(SqliteConnection& connection)
 {
     ProductCodeIndex::ensure(connection);
 }
+
+// The audit log pages by (timestamp, id), newest first, over all actions or one; its indexes,
+// declared below, take in the one on the timestamp alone.
+void dropIndexTheAuditLogCovers(SqliteConnection& connection)
+{
+    connection.execute(QStringLiteral("DROP INDEX IF EXISTS \"AuditEntry_timestamp\""));
+}
 } // namespace
 
 SchemaDescription POSSchema::description()
@@ -90,7 +97,8 @@ SchemaDescription POSSchema::description()
             {"CustomerPayment", L{"customer", "timestamp"}},
             {"CustomerPayment", L{"timestamp"}},
             {"LoyaltyEntry", L{"customer", "timestamp"}},
-            {"AuditEntry", L{"timestamp"}},
+            {"AuditEntry", L{"timestamp", "id"}},
+            {"AuditEntry", L{"actionRaw", "timestamp", "id"}},
             {"HeldSale", L{"statusRaw", "heldAt"}},
             {"Appointment", L{"start"}},
             {"Product", L{"barcode"}},
@@ -105,6 +113,7 @@ SchemaDescription POSSchema::description()
             {2, addUniqueInvoiceNumbers},
             {3, dropIndexesTheHistoryCovers},
             {4, addUniqueProductCodes},
+            {5, dropIndexTheAuditLogCovers},
         },
     };
 }
