@@ -4,6 +4,8 @@
 #include "benchstores.h"
 
 #include "customers/accountsservice.h"
+#include "customers/customersviewmodel.h"
+#include "startup/sessionstore.h"
 #include "records/posschema.h"
 #include "records/records.h"
 #include "store/modelcontainer.h"
@@ -91,6 +93,24 @@ void BM_AgedBalancesAllCustomers(benchmark::State& state)
     state.counters["owing"] = double(owing);
 }
 BENCHMARK(BM_AgedBalancesAllCustomers)->UseRealTime()->Unit(benchmark::kMillisecond);
+
+// What the Customers screen reads as it opens, and as a search is typed: a page of the list by name
+// with what each of its customers owes.
+void BM_CustomersListPage(benchmark::State& state, const char* search)
+{
+    ModelContainer container(fiveYearStorePath(), POSSchema::description());
+    ModelContext& context = container.mainContext();
+    AccountsService accounts(context);
+    SessionStore session;
+    CustomersViewModel list(accounts, context, session);
+    list.setSearchText(QString::fromUtf8(search));
+    qsizetype rows = 0;
+    for (auto _ : state)
+        rows = list.page().size();
+    state.counters["rows"] = double(rows);
+}
+BENCHMARK_CAPTURE(BM_CustomersListPage, firstPage, "")->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(BM_CustomersListPage, search, "mensah")->Unit(benchmark::kMillisecond);
 
 // The shift with the most sales; the generated shifts hold about 250 each.
 void BM_ExpectedCashOfBusiestShift(benchmark::State& state)

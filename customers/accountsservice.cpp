@@ -228,30 +228,40 @@ double AccountsService::cashReceived(const Ref<TillShift>& shift)
             .toDouble());
 }
 
-QHash<QString, double> AccountsService::balancesByCustomer()
+QHash<QString, double> AccountsService::balancesByCustomer(const std::optional<QList<Ref<Customer>>>& only)
 {
     struct CustomerSum {
         QString customer;
         double total;
     };
-    const auto sumsById = [this](const QString& sql, const QVariantList& bindings) {
-        return m_context.rows<CustomerSum>(sql, bindings, [](const SqliteStatement& row) {
-            return CustomerSum{row.text(0), row.real(1)};
-        });
+    QVariantList ids;
+    if (only) {
+        if (only->isEmpty())
+            return {};
+        for (const Ref<Customer>& customer : *only)
+            ids.append(customer->idText());
+    }
+    const auto sumsById = [&](const QString& sql, QVariantList bindings, const QString& customerColumn) {
+        const QString among = only ? QStringLiteral(" AND %1 IN (%2)")
+                                         .arg(customerColumn, QStringList(ids.size(), QStringLiteral("?")).join(u','))
+                                   : QString();
+        return m_context.rows<CustomerSum>(sql.arg(among), bindings + ids,
+                                           [](const SqliteStatement& row) {
+                                               return CustomerSum{row.text(0), row.real(1)};
+                                           });
     };
     const QString amount = centsTotalSql(QStringLiteral("p.\"amount\""));
     // Driven by Payment(methodRaw, timestamp) over the on-account payments alone, a small share of all.
     const QList<CustomerSum> charges = sumsById(
-        QStringLiteral("SELECT s.\"customer\", %1 FROM \"Payment\" p JOIN \"Sale\" s ON s.\"id\" = "
-                       "p.\"sale\" WHERE p.\"methodRaw\" = ? AND s.\"statusRaw\" != ? AND s.\"customer\" "
-                       "IS NOT NULL GROUP BY s.\"customer\"")
-            .arg(amount),
-        {raw(PaymentMethodType::onAccount), voidedRaw()});
+        QStringLiteral("SELECT s.\"customer\", ") + amount +
+            QStringLiteral(" FROM \"Payment\" p JOIN \"Sale\" s ON s.\"id\" = p.\"sale\" WHERE "
+                           "p.\"methodRaw\" = ? AND s.\"statusRaw\" != ? AND s.\"customer\" IS NOT NULL%1 "
+                           "GROUP BY s.\"customer\""),
+        {raw(PaymentMethodType::onAccount), voidedRaw()}, QStringLiteral("s.\"customer\""));
     const QList<CustomerSum> credits = sumsById(
-        QStringLiteral("SELECT p.\"customer\", %1 FROM \"CustomerPayment\" p WHERE p.\"customer\" IS "
-                       "NOT NULL GROUP BY p.\"customer\"")
-            .arg(amount),
-        {});
+        QStringLiteral("SELECT p.\"customer\", ") + amount +
+            QStringLiteral(" FROM \"CustomerPayment\" p WHERE p.\"customer\" IS NOT NULL%1 GROUP BY p.\"customer\""),
+        {}, QStringLiteral("p.\"customer\""));
     QHash<QString, double> balances;
     for (const CustomerSum& sum : charges)
         balances.insert(sum.customer, sum.total);

@@ -92,8 +92,8 @@ public:
     AccountStatement statement(const Ref<Customer>& customer, std::optional<QDate> from);
 
     // The balance of every customer with any account activity, by id, from two grouped sums rather
-    // than a ledger each; equal to balance() for each.
-    QHash<QString, double> balancesByCustomer();
+    // than a ledger each; equal to balance() for each. `only` narrows it to those customers.
+    QHash<QString, double> balancesByCustomer(const std::optional<QList<Ref<Customer>>>& only = std::nullopt);
 
 private:
     ModelContext& m_context;

@@ -25,31 +25,26 @@ void CustomersViewModel::setSearchText(const QString& text)
         Q_EMIT searchTextChanged();
 }
 
-QList<Ref<Customer>> CustomersViewModel::filteredCustomers(const QList<Ref<Customer>>& customers) const
+QList<CustomerRow> CustomersViewModel::page(const Ref<Customer>& after)
 {
-    const QString needle = m_searchText.toLower();
-    if (needle.isEmpty())
-        return customers;
-    QList<Ref<Customer>> result;
-    for (const Ref<Customer>& customer : customers) {
-        if (customer->name().toLower().contains(needle) || customer->phone().toLower().contains(needle) ||
-            customer->email().toLower().contains(needle))
-            result.append(customer);
-    }
-    return result;
-}
-
-QList<CustomerRow> CustomersViewModel::rows()
-{
-    try {
-        // The search runs in memory, where lower-casing is Unicode's.
-        const QList<Ref<Customer>> customers = filteredCustomers(
-            m_context.fetch<Customer>(FetchDescriptor().sortedBy(ascending(Customer::Col::name))));
-        const QHash<QString, double> balances = m_accounts.balancesByCustomer();
+    return reading(QList<CustomerRow>(), [&] {
+        using Col = Customer::Col;
+        Condition filter;
+        if (!m_searchText.isEmpty())
+            filter = Col::name.contains(m_searchText) || Col::phone.contains(m_searchText) ||
+                     Col::email.contains(m_searchText);
+        // The key is read back from the store: the record may hold a name edited since.
+        if (after)
+            filter = filter && Condition(QStringLiteral("(\"name\", \"id\") > (SELECT \"name\", \"id\" FROM "
+                                                        "\"Customer\" WHERE \"id\" = ?)"),
+                                         {after->idText()});
+        const QList<Ref<Customer>> customers = m_context.fetch<Customer>(
+            FetchDescriptor(filter).sortedBy(ascending(Col::name)).sortedBy(ascending(Col::id)).limitedTo(pageSize));
+        const QHash<QString, double> balances = m_accounts.balancesByCustomer(customers);
         const Ref<AppSettings> settings = m_session.settings();
         const QString symbol = settings ? settings->currencySymbol() : Currency::fixedSign;
-        QList<CustomerRow> result;
-        result.reserve(customers.size());
+        QList<CustomerRow> rows;
+        rows.reserve(customers.size());
         for (const Ref<Customer>& customer : customers) {
             CustomerRow row{customer, customer->name(), std::nullopt,
                             customer->phone().trimmed().isEmpty() ? customer->email().trimmed()
@@ -57,14 +52,20 @@ QList<CustomerRow> CustomersViewModel::rows()
             const double owed = balances.value(customer->idText());
             if (owed > 0)
                 row.owesText = QStringLiteral("Owes ") + Currency::format(owed, symbol);
-            result.append(row);
+            rows.append(row);
         }
-        setErrorMessage(std::nullopt);
-        return result;
-    } catch (const Refusal& error) {
-        setErrorMessage(error.description());
-        return {};
-    }
+        return rows;
+    });
+}
+
+bool CustomersViewModel::isSaved(const QUuid& customerID)
+{
+    return reading(false, [&] { return m_context.count<Customer>(Customer::Col::id == customerID) > 0; });
+}
+
+bool CustomersViewModel::hasCustomers()
+{
+    return reading(false, [this] { return m_context.count<Customer>() > 0; });
 }
 
 QString CustomerRow::detail() const

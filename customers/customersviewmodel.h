@@ -48,10 +48,14 @@ public:
     QString searchText() const { return m_searchText; }
     void setSearchText(const QString& text);
 
-    // Those whose name, phone or e-mail contains the lower-cased search; order kept.
-    QList<Ref<Customer>> filteredCustomers(const QList<Ref<Customer>>& customers) const;
-    // Every customer by name, through filteredCustomers.
-    QList<CustomerRow> rows();
+    static constexpr int pageSize = 100;
+    // The list by name, a page at a time: the customers after `after`, the last one shown, or the
+    // first page without it; fewer than a page means the end. With a search, those whose name,
+    // phone or e-mail contains it (case aside in the ASCII letters).
+    QList<CustomerRow> page(const Ref<Customer>& after = nullptr);
+    // Any customer at all, search aside: "No customers" is only for a store without one.
+    bool hasCustomers();
+    bool isSaved(const QUuid& customerID);
     // "New Customer": named so for the detail to rename; it reaches the store when the detail
     // saves it.
     static Ref<Customer> addCustomer();

@@ -10,6 +10,7 @@
 #include "ui/controls/recordrowdelegate.h"
 #include "ui/controls/tables.h"
 #include "ui/customers/customerdetail.h"
+#include "ui/customers/customerlistmodel.h"
 #include "ui/style/theme.h"
 
 #include <QHBoxLayout>
@@ -18,7 +19,7 @@
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QPushButton>
-#include <QTableWidget>
+#include <QTableView>
 #include <QVBoxLayout>
 
 CustomersView::CustomersView(AppEnvironment& environment, SessionStore& session, QWidget* parent)
@@ -28,6 +29,7 @@ CustomersView::CustomersView(AppEnvironment& environment, SessionStore& session,
     , m_session(session)
     , m_accounts(environment.accountsService())
     , m_model(m_accounts, m_context, session)
+    , m_rows(new CustomerListModel(m_model, this))
 {
     using Model = CustomersViewModel;
     m_newCustomer = new QPushButton(Model::newCustomerTitle(), this);
@@ -39,7 +41,8 @@ CustomersView::CustomersView(AppEnvironment& environment, SessionStore& session,
     auto* error = new ErrorLabel(this);
 
     m_search = makeSearchField(Model::searchPrompt(), this);
-    m_list = new QTableWidget(0, 1, this);
+    m_list = new QTableView(this);
+    m_list->setModel(m_rows);
     auto* rows = new RecordRowDelegate(m_list);
     m_list->setItemDelegate(rows);
     setUpRecordTable(m_list, QStringLiteral("Customers"),
@@ -78,7 +81,7 @@ CustomersView::CustomersView(AppEnvironment& environment, SessionStore& session,
             [this](const QModelIndex& current) {
                 if (m_rebuilding || !current.isValid())
                     return;
-                chooseCustomer(m_customers[current.row()]);
+                chooseCustomer(m_rows->customer(current.row()));
             });
     refreshList();
 }
@@ -90,30 +93,24 @@ bool CustomersView::isShowingNoCustomers() const
 
 void CustomersView::refreshList()
 {
-    const QList<CustomerRow> rows = m_model.rows();
-    const QUuid selectedID = m_detail ? m_detail->customer()->id() : QUuid();
     {
         m_rebuilding = true;
-        m_customers.clear();
-        m_list->clearContents();
-        m_list->setRowCount(static_cast<int>(rows.size()));
-        for (int row = 0; row < rows.size(); ++row) {
-            const CustomerRow& line = rows[row];
-            m_customers.append(line.customer);
-            auto* item = new QTableWidgetItem(line.name);
-            item->setData(RecordRowDelegate::detailRole, line.detail());
-            m_list->setItem(row, 0, item);
-            if (line.customer->id() == selectedID)
+        m_rows->reload();
+        // The customer shown keeps its row chosen; a new one has none until it is saved (and this
+        // runs inside that save, before the detail knows it went through).
+        if (m_detail && m_model.isSaved(m_detail->customer()->id())) {
+            if (const int row = m_rows->rowOf(m_detail->customer()->id()); row >= 0)
                 m_list->selectRow(row);
         }
         m_rebuilding = false;
     }
+    const bool listed = m_rows->rowCount() > 0;
 
     const bool searching = !m_model.searchText().isEmpty();
-    m_listPane->showMatches(m_model.searchText(), !rows.isEmpty());
+    m_listPane->showMatches(m_model.searchText(), listed);
     // "No customers" only while there are none at all, not while a search finds none, nor while
     // the first is being typed.
-    m_body->showNoRecords(rows.isEmpty() && !searching && !m_model.errorMessage() && !m_detail);
+    m_body->showNoRecords(!listed && !searching && !m_model.errorMessage() && !m_detail);
 
     // A customer deleted elsewhere takes its detail with it; one only filtered out, or new and not
     // yet saved, stays shown.
@@ -123,13 +120,11 @@ void CustomersView::refreshList()
 
 bool CustomersView::selectCustomer(const QUuid& customerID)
 {
-    for (int row = 0; row < m_customers.size(); ++row) {
-        if (m_customers[row]->id() == customerID) {
-            m_list->setCurrentCell(row, 0);
-            return true;
-        }
-    }
-    return false;
+    const int row = m_rows->rowOf(customerID);
+    if (row < 0)
+        return false;
+    m_list->setCurrentIndex(m_rows->index(row));
+    return true;
 }
 
 void CustomersView::chooseCustomer(const Ref<Customer>& customer)
@@ -179,7 +174,7 @@ void CustomersView::showDetail(const Ref<Customer>& customer)
     if (!customer) {
         m_list->clearSelection();
         m_detailPages->showDetail(nullptr);
-        m_body->showNoRecords(m_customers.isEmpty() && m_model.searchText().isEmpty() &&
+        m_body->showNoRecords(m_model.searchText().isEmpty() && !m_model.hasCustomers() &&
                               !m_model.errorMessage());
         return;
     }

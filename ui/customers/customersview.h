@@ -9,11 +9,12 @@
 
 class AppEnvironment;
 class CustomerDetail;
+class CustomerListModel;
 class DetailPages;
 class ListDetailBody;
 class QLineEdit;
 class QPushButton;
-class QTableWidget;
+class QTableView;
 class SearchListPane;
 
 // The "Customers" section: the searchable list with what each customer owes, "New Customer", and
@@ -29,7 +30,8 @@ public:
     CustomersViewModel& model() { return m_model; }
     QLineEdit* searchField() const { return m_search; }
     QPushButton* newCustomerButton() const { return m_newCustomer; }
-    QTableWidget* customerList() const { return m_list; }
+    QTableView* customerList() const { return m_list; }
+    CustomerListModel& customerRows() const { return *m_rows; }
     // The chosen customer's detail; null while none is chosen.
     CustomerDetail* detail() const { return m_detail; }
     bool isShowingNoCustomers() const;
@@ -55,12 +57,12 @@ private:
     SessionStore& m_session;
     AccountsService& m_accounts;
     CustomersViewModel m_model;
-    QList<Ref<Customer>> m_customers; // the list's rows, in order
+    CustomerListModel* m_rows;
     bool m_rebuilding = false;
 
     QLineEdit* m_search;
     QPushButton* m_newCustomer;
-    QTableWidget* m_list;
+    QTableView* m_list;
     SearchListPane* m_listPane;
     DetailPages* m_detailPages;
     ListDetailBody* m_body;

@@ -6,6 +6,7 @@
 #include "ui/controls/screentest.h"
 #include "ui/customers/adjustpointssheet.h"
 #include "ui/customers/customerdetail.h"
+#include "ui/customers/customerlistmodel.h"
 #include "ui/customers/receiveaccountpaymentsheet.h"
 #include "ui/till/tillview.h"
 
@@ -66,8 +67,8 @@ TEST_F(CustomersViewTest, ANewCustomerIsSavedThenPaysCashIntoTheOpenTillAndAdjus
     QTest::keyClick(limit, Qt::Key_Return);
     EXPECT_EQ(countRowsOnDisk(store.path(), QStringLiteral("Customer")), 0) << "credit is an admin's";
     approve(detail);
-    ASSERT_EQ(view.customerList()->rowCount(), 1);
-    EXPECT_EQ(view.customerList()->currentRow(), 0) << "listed and chosen once saved";
+    ASSERT_EQ(view.customerRows().rowCount(), 1);
+    EXPECT_EQ(view.customerList()->currentIndex().row(), 0) << "listed and chosen once saved";
     const Ref<Customer> ama = detail->customer();
     EXPECT_EQ(ama->creditLimit(), 500);
 
@@ -81,7 +82,7 @@ TEST_F(CustomersViewTest, ANewCustomerIsSavedThenPaysCashIntoTheOpenTillAndAdjus
     QTest::keyClick(payment->amountField(), Qt::Key_Return);
     EXPECT_FALSE(payment->isVisible());
     EXPECT_EQ(detail->accountHistory()->rowCount(), 2);
-    EXPECT_EQ(view.customerList()->item(0, 0)->data(RecordRowDelegate::detailRole).toString(), "Owes ₵75.00");
+    EXPECT_EQ(view.customerRows().index(0).data(RecordRowDelegate::detailRole).toString(), "Owes ₵75.00");
 
     auto* points = openSheet<AdjustPointsSheet>(window.get(), detail->adjustPointsButton());
     ASSERT_NE(points, nullptr);
