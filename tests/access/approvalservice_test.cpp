@@ -48,19 +48,6 @@ struct ApprovalTest : ::testing::Test {
     }
 };
 
-TEST_F(ApprovalTest, OnlyAnActiveAdminsPinApproves)
-{
-    EXPECT_EQ(approvals.approver(QStringLiteral(" 2468\t")), boss);
-    const QString wrong = QStringLiteral("That isn't an admin's PIN. Ask an admin to enter theirs.");
-    EXPECT_EQ(refusalOf(QStringLiteral("1111")), wrong); // a cashier's own PIN
-    EXPECT_EQ(refusalOf(QStringLiteral("   ")), wrong);
-    boss->setIsActive(false);
-    context.save();
-    // With no admin able to approve, that is said whatever was typed.
-    EXPECT_EQ(refusalOf(QString()), QStringLiteral("No admin has a PIN yet, so nobody can approve this. An admin "
-                                                   "can set one in Settings → User Accounts."));
-}
-
 TEST_F(ApprovalTest, TheDiscountLimitAndWhatAnApprovalCovers)
 {
     // 10 % of 99.99 is 10.00: exactly that passes, a cent more asks.
@@ -87,7 +74,7 @@ TEST_F(ApprovalTest, TheDiscountLimitAndWhatAnApprovalCovers)
     context.rollback();
 }
 
-TEST_F(ApprovalTest, WhoNeedsApproval)
+TEST_F(ApprovalTest, WhoNeedsApprovalAndOnlyAnActiveAdminsPinApproves)
 {
     EXPECT_TRUE(ApprovalService::needsApproval(AuditAction::voidSale, ama.get(), settings.get()));
     EXPECT_TRUE(ApprovalService::needsApproval(AuditAction::voidSale, nullptr, settings.get()));
@@ -99,6 +86,16 @@ TEST_F(ApprovalTest, WhoNeedsApproval)
     ama->setRoleRaw(QStringLiteral("manager"));
     EXPECT_TRUE(ApprovalService::needsApproval(AuditAction::voidSale, ama.get(), settings.get()));
     context.rollback();
+
+    EXPECT_EQ(approvals.approver(QStringLiteral(" 2468\t")), boss);
+    const QString wrong = QStringLiteral("That isn't an admin's PIN. Ask an admin to enter theirs.");
+    EXPECT_EQ(refusalOf(QStringLiteral("1111")), wrong); // a cashier's own PIN
+    EXPECT_EQ(refusalOf(QStringLiteral("   ")), wrong);
+    boss->setIsActive(false);
+    context.save();
+    // With no admin able to approve, that is said whatever was typed.
+    EXPECT_EQ(refusalOf(QString()), QStringLiteral("No admin has a PIN yet, so nobody can approve this. An admin "
+                                                   "can set one in Settings → User Accounts."));
 }
 
 TEST_F(ApprovalTest, ASaleWritesItsRowsEvenWhenAnAdminRangItUp)
@@ -109,24 +106,17 @@ TEST_F(ApprovalTest, ASaleWritesItsRowsEvenWhenAnAdminRangItUp)
     cart.setPrice(cart.lines()[0].id, 90, QStringLiteral("Boss"), QStringLiteral("damaged bag"));
     approvals.recordSale(*sale, cart, boss.get(), *settings);
 
-    const QList<QStringList> rows = approvals.rows({now.date(), now.date(), std::nullopt, QString()});
-    ASSERT_EQ(rows.size(), 2);
     // Both in the same second: the order among them is the key's.
-    QStringList actions{rows[0][1], rows[1][1]};
-    actions.sort();
-    EXPECT_EQ(actions, (QStringList{QStringLiteral("Discount over limit"), QStringLiteral("Price change")}));
-    for (const QStringList& row : rows) {
-        EXPECT_EQ(row[2], QStringLiteral("Boss"));
-        EXPECT_EQ(row[5], QStringLiteral("INV-20260309-0001"));
-        if (row[1] == QStringLiteral("Price change")) {
-            EXPECT_EQ(row[3], QStringLiteral("Boss"));
-            EXPECT_EQ(row[4], QStringLiteral("₵90.00"));
-            EXPECT_EQ(row[7], QStringLiteral("Rice: ₵99.99 → ₵90.00 × 1"));
-        } else {
-            EXPECT_EQ(row[3], QStringLiteral("—"));
-            EXPECT_EQ(row[4], QStringLiteral("₵12.50"));
-        }
+    QStringList rows;
+    QStringList details;
+    for (const QStringList& row : approvals.rows({now.date(), now.date(), std::nullopt, QString()})) {
+        rows << row.mid(1, 5).join(u'|');
+        details << row.value(7);
     }
+    rows.sort();
+    EXPECT_EQ(rows, (QStringList{"Discount over limit|Boss|—|₵12.50|INV-20260309-0001",
+                                 "Price change|Boss|Boss|₵90.00|INV-20260309-0001"}));
+    EXPECT_TRUE(details.contains(QStringLiteral("Rice: ₵99.99 → ₵90.00 × 1")));
 }
 
 TEST_F(ApprovalTest, TheLogFiltersByDayActionAndTextAndPagesByKey)
@@ -191,8 +181,7 @@ TEST_F(ApprovalTest, TheSheetAsksAgainAfterAWrongPinAndThrottlesGuessing)
         EXPECT_FALSE(sheet.approve());
     }
     sheet.setPin(QStringLiteral("2468"));
-    EXPECT_FALSE(sheet.approve());
-    EXPECT_TRUE(sheet.errorMessage()->startsWith(QStringLiteral("Too many wrong tries.")));
+    EXPECT_FALSE(sheet.approve()) << "guessing is throttled";
     now = now.addSecs(30);
     sheet.setPin(QStringLiteral("2468"));
     EXPECT_TRUE(sheet.approve());

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "access/autherror.h"
+#include "support/refusalof.h"
 #include "access/passwordhasher.h"
 #include "records/user.h"
 #include "store/modelcontext.h"
@@ -29,15 +30,4 @@ inline Ref<User> addUser(ModelContext& context, const NewUser& fields = {})
     context.insert(user);
     context.save();
     return user;
-}
-
-// The message of the AuthError that `action` throws; empty when it succeeds.
-template <class Action> QString failureOf(Action action)
-{
-    try {
-        action();
-    } catch (const AuthError& error) {
-        return error.description();
-    }
-    return {};
 }

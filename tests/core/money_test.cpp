@@ -51,16 +51,6 @@ TEST(Currency, FormatsWithGroupingAndSign)
     EXPECT_EQ(Currency::format(5, "GH₵", "USD").toStdString(), "GH₵5.00");
 }
 
-TEST(Currency, PercentTextDropsOnlyFractionZeros)
-{
-    const TextCase cases[] = {
-        {0.15, "15%"}, {0.025, "2.5%"}, {0, "0%"},        {0.125, "12.5%"},
-        {0.1, "10%"},  {1, "100%"},     {0.155, "15.5%"},
-    };
-    for (const auto& c : cases)
-        EXPECT_EQ(Currency::percentText(c.value).toStdString(), c.text) << c.value;
-}
-
 TEST(Quantity, FormatsToThousandthsWithoutTrailingZeros)
 {
     const TextCase cases[] = {
@@ -99,12 +89,4 @@ TEST(NumberEntry, MoneyAcceptsWhatPeopleTypeAndRefusesWhatIsNotANumber)
     }
     EXPECT_EQ(NumberEntry::money(QStringLiteral("2.33336"), NumberEntry::unitCostPlaces).value, 2.3334);
     EXPECT_EQ(NumberEntry::money(QStringLiteral("999,999,999.99")).value, 999999999.99);
-}
-
-TEST(NumberEntry, QuantityReadsACommaAsTheDecimalPoint)
-{
-    EXPECT_EQ(NumberEntry::quantity(QStringLiteral("2,5")).value, 2.5);
-    EXPECT_EQ(NumberEntry::quantity(QStringLiteral("0.0005")).value, 0.001);
-    EXPECT_FALSE(NumberEntry::quantity(QStringLiteral("2kg")).isValid());
-    EXPECT_FALSE(NumberEntry::quantity(QStringLiteral("1,000.5")).isValid());
 }

@@ -2,14 +2,13 @@
 #include "records/records.h"
 #include "store/storeerror.h"
 #include "support/printers.h"
+#include "support/refusalof.h"
 #include "support/teststore.h"
 
 #include <QFile>
 #include <QFileInfo>
 #include <QSignalSpy>
 #include <QTemporaryDir>
-
-#include <unistd.h>
 
 #include <gtest/gtest.h>
 
@@ -49,12 +48,7 @@ Ref<Sale> makeSale(ModelContext& context, const QString& invoice, int lines)
 // The description of the refusal to open `path`; empty if it opened.
 QString refusalOpening(const QString& path)
 {
-    try {
-        ModelContainer container(path, POSSchema::description());
-    } catch (const StoreError& error) {
-        return error.description();
-    }
-    return {};
+    return refusalOf([&] { ModelContainer container(path, POSSchema::description()); });
 }
 
 } // namespace
@@ -86,68 +80,18 @@ TEST(RecordLayer, EveryFieldTypeReadsBackAfterReopening)
     auto& context = store.context();
     const Ref<Sale> read = context.find<Sale>(sale->id());
     ASSERT_TRUE(read);
-    EXPECT_EQ(read->invoiceNumber(), QStringLiteral("Gari 1kg ₵"));
+    EXPECT_EQ(read->invoiceNumber() + read->statusRaw(), QStringLiteral("Gari 1kg ₵completed"));
     EXPECT_EQ(read->timestamp(), when);
-    EXPECT_DOUBLE_EQ(read->total(), 1234.56);
+    EXPECT_EQ(read->total(), 1234.56);
     EXPECT_EQ(read->pointsEarned(), 9000000000LL);
     EXPECT_EQ(read->refundOfSaleID(), refunded);
-    EXPECT_FALSE(read->voidedAt().has_value());
-    EXPECT_FALSE(read->customer());
+    EXPECT_FALSE(read->voidedAt() || read->customer());
     ASSERT_TRUE(read->cashier());
     EXPECT_EQ(read->cashier()->pin(), QStringLiteral("0042"));
-    EXPECT_EQ(read->statusRaw(), QStringLiteral("completed")); // default written and read back
     const Ref<AppSettings> readSettings = context.find<AppSettings>(settings->id());
     EXPECT_EQ(readSettings->logoPNG(), QByteArray("\x89PNG\0\1", 6));
-    EXPECT_TRUE(readSettings->taxInclusivePricing());
-    EXPECT_FALSE(readSettings->defaultTaxGroupID().has_value());
+    EXPECT_TRUE(readSettings->taxInclusivePricing() && !readSettings->defaultTaxGroupID());
     EXPECT_EQ(context.find<Product>(product->id())->commissionRate(), 0.125);
-}
-
-TEST(RecordLayer, OneObjectPerRowAndFetchesSeeUnsavedWork)
-{
-    TestStore store;
-    auto& context = store.context();
-    QSignalSpy spy(&context, &ModelContext::didChange);
-    context.save(); // nothing to save, nothing announced
-    makeSale(context, QStringLiteral("A"), 2);
-    // Not saved yet, but fetches and counts include it.
-    EXPECT_EQ(context.count<SaleItem>(), 2);
-    auto first = context.fetch<Sale>();
-    auto second = context.fetch<Sale>(Sale::Col::invoiceNumber == QStringLiteral("A"));
-    ASSERT_EQ(first.size(), 1);
-    ASSERT_EQ(second.size(), 1);
-    EXPECT_EQ(first.first().get(), second.first().get());
-    EXPECT_EQ(first.first()->items().size(), 2);
-    EXPECT_EQ(countRowsOnDisk(store.path(), QStringLiteral("Sale")), 0);
-    EXPECT_EQ(spy.count(), 0);
-    context.save();
-    EXPECT_EQ(countRowsOnDisk(store.path(), QStringLiteral("Sale")), 1);
-    ASSERT_EQ(spy.count(), 1);
-    EXPECT_EQ(spy.first().first().value<QSet<QString>>(), (QSet<QString>{"Sale", "SaleItem", "Payment"}));
-}
-
-TEST(RecordLayer, FilterSortAndLimitAreAppliedInTheQuery)
-{
-    TestStore store;
-    auto& context = store.context();
-    const QDateTime base = QDateTime::fromSecsSinceEpoch(1750000000);
-    for (int i = 0; i < 10; ++i) {
-        auto sale = std::make_shared<Sale>();
-        sale->setInvoiceNumber(QStringLiteral("INV-%1").arg(i));
-        sale->setTimestamp(base.addSecs(3600 * i));
-        sale->setTotal(i % 3);
-        context.insert(sale);
-    }
-    context.save();
-    const auto page = context.fetch<Sale>(FetchDescriptor(Sale::Col::timestamp >= base.addSecs(3600 * 4))
-                                              .sortedBy(descending(Sale::Col::timestamp))
-                                              .limitedTo(3, 1));
-    ASSERT_EQ(page.size(), 3);
-    EXPECT_EQ(page[0]->invoiceNumber(), QStringLiteral("INV-8"));
-    EXPECT_EQ(page[2]->invoiceNumber(), QStringLiteral("INV-6"));
-    EXPECT_EQ(context.count<Sale>(Sale::Col::total == 0.0 || Sale::Col::total == 2.0), 7);
-    EXPECT_EQ(context.count<Sale>(Sale::Col::invoiceNumber.contains(QStringLiteral("%"))), 0);
-    EXPECT_EQ(context.count<Sale>(Sale::Col::voidedAt == QVariant()), 10); // absent compares as IS NULL
 }
 
 TEST(RecordLayer, RollbackUndoesInsertsChangesAndDeletesAcrossRelationships)
@@ -196,82 +140,7 @@ TEST(RecordLayer, RollbackUndoesInsertsChangesAndDeletesAcrossRelationships)
     EXPECT_EQ(reread->customer()->name(), QStringLiteral("Kofi"));
 }
 
-TEST(RecordLayer, DeleteRulesCascadeAndNullify)
-{
-    TestStore store;
-    auto& context = store.context();
-    auto product = std::make_shared<Product>();
-    product->setName(QStringLiteral("Milo"));
-    auto shift = std::make_shared<TillShift>();
-    context.insert(shift);
-    auto sale = makeSale(context, QStringLiteral("S1"), 2);
-    sale->setTillShift(shift);
-    for (const auto& item : sale->items()) {
-        item->setProduct(product);
-        item->setProductNameSnapshot(QStringLiteral("Milo"));
-    }
-    auto movement = std::make_shared<CashMovement>();
-    movement->setTillShift(shift);
-    context.insert(movement);
-    auto stockLine = std::make_shared<InventoryMovement>();
-    stockLine->setProduct(product);
-    context.insert(stockLine);
-    context.save();
-
-    context.remove(product); // nullify: the sold lines and the stock history stay
-    context.save();
-    auto items = context.fetch<SaleItem>();
-    ASSERT_EQ(items.size(), 2);
-    EXPECT_FALSE(items.first()->product());
-    EXPECT_EQ(items.first()->productNameSnapshot(), QStringLiteral("Milo"));
-    EXPECT_EQ(context.count<InventoryMovement>(), 1);
-    EXPECT_FALSE(stockLine->product());
-
-    context.remove(shift); // cascade to cash movements, nullify on sales
-    context.save();
-    EXPECT_EQ(context.count<CashMovement>(), 0);
-    EXPECT_FALSE(sale->tillShift());
-
-    context.remove(sale); // cascade to items and payments
-    context.save();
-    store.close();
-    EXPECT_EQ(countRowsOnDisk(store.path(), QStringLiteral("SaleItem")), 0);
-    EXPECT_EQ(countRowsOnDisk(store.path(), QStringLiteral("Payment")), 0);
-    EXPECT_EQ(countRowsOnDisk(store.path(), QStringLiteral("TillShift")), 0);
-}
-
-TEST(RecordLayer, ManyToManyKeepsOrderAndLosesDeletedMembers)
-{
-    TestStore store;
-    auto& context = store.context();
-    auto vat = std::make_shared<Tax>();
-    vat->setName(QStringLiteral("VAT"));
-    auto nhil = std::make_shared<Tax>();
-    nhil->setName(QStringLiteral("NHIL"));
-    auto group = std::make_shared<TaxGroup>();
-    group->setTaxes({vat, nhil}); // both join the context with the group
-    context.insert(group);
-    context.save();
-    store.reopen();
-
-    auto& reopened = store.context();
-    const Ref<TaxGroup> read = reopened.fetchFirst<TaxGroup>();
-    const auto taxes = read->taxes();
-    ASSERT_EQ(taxes.size(), 2);
-    EXPECT_EQ(taxes[0]->name(), QStringLiteral("VAT"));
-    EXPECT_EQ(taxes[1]->groups().size(), 1);
-
-    reopened.remove(taxes[0]);
-    EXPECT_EQ(read->taxes().size(), 1);
-    reopened.rollback();
-    EXPECT_EQ(read->taxes().size(), 2);
-    reopened.remove(taxes[0]);
-    reopened.save();
-    store.reopen();
-    EXPECT_EQ(store.context().fetchFirst<TaxGroup>()->taxes().size(), 1);
-}
-
-TEST(StoreFile, ThatIsNotATallyrunStoreIsRefusedWithItsReasonAndLeftAlone)
+TEST(StoreFile, ThatIsNotATallyrunStoreOrOfAnotherShapeIsRefusedAndAnOlderOneGainsItsNewColumns)
 {
     QTemporaryDir dir;
     const QString junk = dir.filePath(QStringLiteral("notes.store"));
@@ -295,10 +164,7 @@ TEST(StoreFile, ThatIsNotATallyrunStoreIsRefusedWithItsReasonAndLeftAlone)
     }
     EXPECT_EQ(QFileInfo(junk).size(), 4096);
     EXPECT_EQ(countRowsOnDisk(other, QStringLiteral("notes")), 0);
-}
 
-TEST(StoreFile, OfAnotherShapeIsRefusedAndAnOlderOneGainsItsNewColumns)
-{
     TestStore store;
     store.close();
     // An older store: a column added since is missing, with a row written before it existed.
@@ -317,7 +183,6 @@ TEST(StoreFile, OfAnotherShapeIsRefusedAndAnOlderOneGainsItsNewColumns)
 TEST(StoreFile, TablesAndColumnsCarryTheRecordAndFieldNames)
 {
     TestStore store;
-    ASSERT_EQ(POSSchema::all().size(), 23u);
     for (const Entity* entity : POSSchema::all()) {
         for (int field : entity->columnFields) {
             const QString sql = QStringLiteral("SELECT COUNT(\"%1\") FROM \"%2\"")
@@ -325,8 +190,6 @@ TEST(StoreFile, TablesAndColumnsCarryTheRecordAndFieldNames)
             EXPECT_EQ(store.context().scalar(sql).toLongLong(), 0) << sql.toStdString();
         }
     }
-    EXPECT_EQ(store.context().scalar(QStringLiteral("PRAGMA journal_mode")).toString(),
-              QStringLiteral("wal"));
 
     // Ids and relationship columns hold upper-case UUID text.
     auto customer = std::make_shared<Customer>();
@@ -334,22 +197,4 @@ TEST(StoreFile, TablesAndColumnsCarryTheRecordAndFieldNames)
     store.context().save();
     const QString id = store.context().scalar(QStringLiteral("SELECT id FROM Customer")).toString();
     EXPECT_EQ(id, customer->id().toString(QUuid::WithoutBraces).toUpper());
-}
-
-TEST(StoreFile, InAReadOnlyFolderIsRefusedInPlainWordsWhenItOpens)
-{
-    if (::geteuid() == 0)
-        GTEST_SKIP() << "root writes to read-only folders; run as a user to check this";
-    QTemporaryDir dir;
-    const QString path = dir.filePath(QStringLiteral("shop.store"));
-    { ModelContainer made(path, POSSchema::description()); }
-    QFile::setPermissions(dir.path(), QFile::ReadOwner | QFile::ExeOwner);
-    try {
-        ModelContainer container(path, POSSchema::description());
-        FAIL() << "opened a store it can't write";
-    } catch (const StoreError& error) {
-        EXPECT_EQ(error.kind(), StoreError::Kind::readOnly);
-        EXPECT_TRUE(error.description().contains(QStringLiteral("read-only"))) << error.what();
-    }
-    QFile::setPermissions(dir.path(), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
 }

@@ -12,7 +12,7 @@ static void expectLine(const LineCalculation& line, double share, double taxable
     EXPECT_EQ(line.lineTotal, total);
 }
 
-TEST(TaxCalculator, SpreadsSaleDiscountOverNetAmountsBeforeTax)
+TEST(TaxCalculator, SpreadsSaleDiscountOverNetAmountsBeforeTaxAndNeverBelowZero)
 {
     const std::vector<Line> lines{{100, 0, 0.2}, {50, 10, 0}};
 
@@ -32,6 +32,13 @@ TEST(TaxCalculator, SpreadsSaleDiscountOverNetAmountsBeforeTax)
     expectLine(inclusive.lines[1], 4, 36, 0, 36);
     EXPECT_EQ(inclusive.taxTotal, 15);
     EXPECT_EQ(inclusive.total, 126);
+
+    const CartCalculation result = TaxCalculator::calculate({{10, 15, 0.1}, {20, 0, 0.1}}, 5, false);
+    EXPECT_EQ(result.lineDiscountTotal, 15);
+    // The whole sale discount lands on the only line with something left.
+    expectLine(result.lines[0], 0, 0, 0, 0);
+    expectLine(result.lines[1], 5, 15, 1.5, 16.5);
+    EXPECT_EQ(result.total, 16.5);
 }
 
 TEST(TaxCalculator, SaleDiscountIsLimitedToWhatTheLinesAreWorth)
@@ -52,16 +59,6 @@ TEST(TaxCalculator, SaleDiscountIsLimitedToWhatTheLinesAreWorth)
         EXPECT_EQ(result.total, c.total) << c.name;
         EXPECT_EQ(result.taxTotal, c.taxTotal) << c.name;
     }
-}
-
-TEST(TaxCalculator, LineDiscountAboveGrossCountsAsZeroNetButShowsInFull)
-{
-    const CartCalculation result = TaxCalculator::calculate({{10, 15, 0.1}, {20, 0, 0.1}}, 5, false);
-    EXPECT_EQ(result.lineDiscountTotal, 15);
-    // The whole sale discount lands on the only line with something left.
-    expectLine(result.lines[0], 0, 0, 0, 0);
-    expectLine(result.lines[1], 5, 15, 1.5, 16.5);
-    EXPECT_EQ(result.total, 16.5);
 }
 
 TEST(TaxCalculator, TotalsRoundTheSumsNotTheRoundedLines)

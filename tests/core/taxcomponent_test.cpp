@@ -46,7 +46,7 @@ TEST(TaxComponent, DecodeSkipsUnreadableLinesAndKeepsOrder)
     EXPECT_TRUE(TaxComponent::decode("").empty());
 }
 
-TEST(TaxBreakdown, ForLineSplitsTheLineTaxByShare)
+TEST(TaxBreakdown, ForLineSplitsByShareAndCombineAddsUpExactlyToTheTotal)
 {
     const std::vector<TaxComponent> standard{{"NHIL", 0.025}, {"GETFund", 0.025}, {"VAT", 0.15}};
     EXPECT_EQ(labelsAndAmounts(TaxBreakdown::forLine(standard, 2, 60, 20, 0.2, false)),
@@ -57,10 +57,7 @@ TEST(TaxBreakdown, ForLineSplitsTheLineTaxByShare)
     EXPECT_EQ(labelsAndAmounts(TaxBreakdown::forLine({}, 1, 100, 0, 0.15, false)), "Tax (15%)=15;");
     EXPECT_TRUE(TaxBreakdown::forLine({}, 1, 100, 0, 0, false).empty());
     EXPECT_TRUE(TaxBreakdown::forLine({{"Zero", 0}}, 1, 100, 0, 0.15, false).empty());
-}
 
-TEST(TaxBreakdown, CombineAddsUpExactlyToTheTotal)
-{
     // clang-format off
     const struct {
         const char* name;

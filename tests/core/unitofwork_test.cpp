@@ -113,24 +113,6 @@ TEST(UnitOfWork, AListenerThatThrowsCannotMakeACommittedSaveLookFailed)
     EXPECT_FALSE(context.hasChanges());
 }
 
-TEST(Statements, PagesReuseOneStatementAndTheCacheStaysBounded)
-{
-    TestStore store;
-    ModelContext& context = store.context();
-    performUnitOfWork(context, [&] {
-        for (int i = 0; i < 30; ++i)
-            addCategory(context, QStringLiteral("C%1").arg(i, 2, 10, QLatin1Char('0')));
-    });
-    const int before = context.connection().cachedStatementCount();
-    for (int page = 0; page < 30; ++page)
-        ASSERT_EQ(context.fetch<Category>(FetchDescriptor().limitedTo(1, page)).size(), 1);
-    EXPECT_LE(context.connection().cachedStatementCount(), before + 1);
-
-    for (int i = 0; i < 3 * SqliteConnection::statementCacheSize; ++i)
-        context.scalar(QStringLiteral("SELECT %1").arg(i));
-    EXPECT_EQ(context.connection().cachedStatementCount(), SqliteConnection::statementCacheSize);
-}
-
 TEST(Statements, ABusyStatementIsNeverHandedToASecondCaller)
 {
     TestStore store;
@@ -148,21 +130,6 @@ TEST(Statements, ABusyStatementIsNeverHandedToASecondCaller)
     }
     ASSERT_TRUE(outer.step());
     EXPECT_EQ(outer.integer(0), 2) << "the outer cursor kept its place";
-}
-
-TEST(RowQuery, ReadsProjectionsWithoutMakingRecords)
-{
-    TestStore store;
-    ModelContext& context = store.context();
-    performUnitOfWork(context, [&] {
-        addCategory(context, QStringLiteral("A"));
-        addCategory(context, QStringLiteral("B"));
-    });
-    const QList<QString> rows = context.rows<QString>(
-        QStringLiteral("SELECT \"name\" FROM \"Category\" WHERE \"name\" > ? ORDER BY \"name\""),
-        {QStringLiteral("A")}, [](const SqliteStatement& row) { return row.text(0); });
-    EXPECT_EQ(rows, QList<QString>{QStringLiteral("B")});
-    EXPECT_TRUE(context.liveRecords().isEmpty()); // nobody holds the two inserted above
 }
 
 TEST(Migrations, AStoreGainsUniqueInvoiceNumbersAndItsVersion)

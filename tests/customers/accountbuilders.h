@@ -6,6 +6,7 @@
 #include "records/sale.h"
 #include "records/tillshift.h"
 #include "store/modelcontext.h"
+#include "support/refusalof.h"
 
 #include <QDateTime>
 
@@ -84,15 +85,4 @@ inline Ref<TillShift> addShift(ModelContext& context, double openingFloat = 0)
     context.insert(shift);
     context.save();
     return shift;
-}
-
-// The description of the error that `action` throws as E; empty when it succeeds.
-template <class E, class Action> QString failureOf(Action action)
-{
-    try {
-        action();
-    } catch (const E& error) {
-        return error.description();
-    }
-    return {};
 }

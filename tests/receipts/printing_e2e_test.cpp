@@ -29,13 +29,7 @@ struct CancelledPanel : PrintPanel {
 struct RealPrinting : ReceiptScene {
     CupsScheduler scheduler;
     std::unique_ptr<AppEnvironment> environment;
-    Ref<Product> rice = store.saved([] {
-        auto made = std::make_shared<Product>();
-        made->setName(QStringLiteral("Jasmine Rice 5kg"));
-        made->setSellingPrice(95);
-        made->setStockQuantity(40);
-        return made;
-    }());
+    Ref<Product> rice = scene.product({.name = "Jasmine Rice 5kg", .price = 95, .stock = 40});
 
     void SetUp() override
     {

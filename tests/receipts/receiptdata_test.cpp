@@ -5,10 +5,6 @@
 
 namespace {
 
-const TaxComponent vat{QStringLiteral("VAT"), 0.15};
-const TaxComponent nhil{QStringLiteral("NHIL"), 0.025};
-const TaxComponent getFund{QStringLiteral("GETFund"), 0.025};
-
 using ReceiptDataTest = ReceiptScene;
 
 TEST_F(ReceiptDataTest, TakesEveryFieldFromTheSaleAndSettings)
@@ -54,35 +50,6 @@ TEST_F(ReceiptDataTest, TakesEveryFieldFromTheSaleAndSettings)
     EXPECT_FALSE(bare.customerName);
 }
 
-TEST_F(ReceiptDataTest, TaxRowsFollowTheNumberOfTaxes)
-{
-    struct Case {
-        std::vector<TaxComponent> taxes;
-        QStringList labels;
-    };
-    const std::vector<Case> cases{{{}, {"Tax"}},
-                                  {{vat}, {"VAT"}},
-                                  {{vat, nhil}, {"VAT", "NHIL", "Total Tax"}},
-                                  {{vat, nhil, getFund}, {"VAT", "NHIL", "GETFund", "Total Tax"}}};
-    for (const Case& c : cases) {
-        const Ref<Sale> sold = sale(QStringLiteral("INV-%1").arg(c.taxes.size()));
-        item(sold, QStringLiteral("Oil"), 1, 100, c.taxes);
-        double rate = 0;
-        for (const TaxComponent& tax : c.taxes)
-            rate += tax.share;
-        sold->setTaxTotal(100 * rate);
-        context.save();
-        const QList<ReceiptData::TaxRow> rows = ReceiptData::from(*sold, *settings).taxRows();
-        QStringList labels;
-        for (const ReceiptData::TaxRow& row : rows)
-            labels << row.label;
-        EXPECT_EQ(labels, c.labels);
-        // Only the total of two or more is bold, and it carries the sale's tax.
-        EXPECT_EQ(rows.last().isTotal, c.taxes.size() >= 2);
-        EXPECT_DOUBLE_EQ(rows.last().value, c.taxes.size() == 1 ? 15 : 100 * rate);
-    }
-}
-
 TEST_F(ReceiptDataTest, TheVoidNoteIsWorkedOutOnEveryBuild)
 {
     const Ref<Sale> sold = sale();
@@ -96,26 +63,6 @@ TEST_F(ReceiptDataTest, TheVoidNoteIsWorkedOutOnEveryBuild)
     sold->setStatus(SaleStatus::completed);
     EXPECT_FALSE(reprint.withVoidNote(*sold).voidNote);
     context.rollback();
-}
-
-TEST_F(ReceiptDataTest, LoyaltyRowsOfARefundGiveBackAndTakeBack)
-{
-    ReceiptData refund;
-    refund.pointsRedeemed = -5;
-    refund.pointsEarned = -3;
-    refund.pointsBalance = 112;
-    QStringList rows;
-    for (const ReceiptData::LoyaltyRow& row : refund.loyaltyRows())
-        rows << row.label + QLatin1Char('=') + row.value;
-    EXPECT_EQ(rows, (QStringList{"Points given back=5", "Points taken back=3", "Points balance=112"}));
-
-    ReceiptData sale;
-    sale.pointsRedeemed = 100;
-    sale.pointsEarned = 0;
-    EXPECT_TRUE(sale.loyaltyRows().isEmpty());
-    sale.pointsEarned = 7;
-    ASSERT_EQ(sale.loyaltyRows().size(), 1);
-    EXPECT_EQ(sale.loyaltyRows()[0].label, QStringLiteral("Points earned"));
 }
 
 TEST_F(ReceiptDataTest, TheEnvironmentAddsTheBalancesAsTheyStandNow)
@@ -132,14 +79,12 @@ TEST_F(ReceiptDataTest, TheEnvironmentAddsTheBalancesAsTheyStandNow)
     EXPECT_DOUBLE_EQ(*owing.accountBalance, 80);
     EXPECT_EQ(owing.pointsBalance, 120);
     EXPECT_FALSE(environment.receiptData(*cash, *settings).accountBalance);
-
     // With the programme off a balance shows only where the sale itself moved points.
     settings->setLoyaltyEnabled(false);
     EXPECT_FALSE(environment.receiptData(*cash, *settings).pointsBalance);
     cash->setPointsEarned(2);
     EXPECT_EQ(environment.receiptData(*cash, *settings).pointsBalance, 120);
     context.rollback();
-    EXPECT_FALSE(environment.receiptData(*sale(QStringLiteral("INV-C")), *settings).pointsBalance);
 }
 
 } // namespace

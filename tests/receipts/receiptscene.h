@@ -6,6 +6,7 @@
 #include "records/records.h"
 #include "support/printers.h"
 #include "support/processoutput.h"
+#include "support/salesscene.h"
 #include "support/teststore.h"
 
 #include <functional>
@@ -24,18 +25,9 @@ struct ReceiptScene : ::testing::Test {
         made->setPhoneNumber(QStringLiteral("030 222 1111"));
         return made;
     }());
-    Ref<User> cashier = store.saved([] {
-        auto made = std::make_shared<User>();
-        made->setName(QStringLiteral("Ama Mensah"));
-        return made;
-    }());
-    Ref<Customer> kofi = store.saved([] {
-        auto made = std::make_shared<Customer>();
-        made->setName(QStringLiteral("Kofi Boateng"));
-        made->setAllowCredit(true);
-        made->setLoyaltyPoints(120);
-        return made;
-    }());
+    SalesScene scene{context};
+    Ref<User> cashier = scene.user("Ama Mensah", UserRole::cashier);
+    Ref<Customer> kofi = scene.customer("Kofi Boateng", 120);
 
     Ref<Sale> sale(const QString& invoice = QStringLiteral("INV-20260309-0042"), Ref<Customer> customer = {})
     {

@@ -4,6 +4,7 @@
 #include "reportbuilders.h"
 #include "reports/filewriteerror.h"
 #include "strictcsv.h"
+#include "support/refusalof.h"
 #include "support/teststore.h"
 
 #include <gtest/gtest.h>
@@ -52,22 +53,13 @@ const QString partsTax = QStringLiteral("VAT \"std\"|0.15");
 // and a service, an account payment in two methods.
 QList<ReportSale> busyDay()
 {
-    return {
-        sale(
-            {.when = at(9, 10),
-             .lines = {{.quantity = 1,
-                        .unitPrice = 115,
-                        .unitCost = 50,
-                        .taxRate = 0.15,
-                        .lineDiscount = 11.5,
-                        .pricesIncludeTax = true,
-                        .taxComponentsRaw = partsTax},
-                       {.quantity = 2, .unitPrice = 20, .unitCost = 5, .typeRaw = QStringLiteral("service")}},
-             .payments = {{QStringLiteral("card"), 100}, {QStringLiteral("voucher"), 43.5}}}),
-        sale({.when = at(9, 16),
-              .lines = {{.unitPrice = 30, .unitCost = 10, .typeRaw = QStringLiteral("nonInventory")}},
-              .payments = {{QStringLiteral("onAccount"), 30}}}),
-    };
+    return {sale({.when = at(9, 10),
+                  .lines = {{.unitPrice = 115, .unitCost = 50, .taxRate = 0.15, .lineDiscount = 11.5,
+                             .pricesIncludeTax = true, .taxComponentsRaw = partsTax},
+                            {.quantity = 2, .unitPrice = 20, .unitCost = 5, .typeRaw = "service"}},
+                  .payments = {{"card", 100}, {"voucher", 43.5}}}),
+            sale({.when = at(9, 16), .lines = {{.unitPrice = 30, .unitCost = 10, .typeRaw = "nonInventory"}},
+                  .payments = {{"onAccount", 30}}})};
 }
 
 QList<ReportAccountPayment> busyDayAccountPayments()
@@ -101,26 +93,6 @@ QList<QStringList> parsed(const QString& text)
 }
 
 } // namespace
-
-TEST(AccountingJournal, ACashSaleOfAHundredPostsTakingsTaxAndTheSalesAsTheBalance)
-{
-    const Journal journal = AccountingExportService::journal(march(9), {hundredCediSale()}, {});
-    EXPECT_EQ(journal.number, QStringLiteral("POS-20260309"));
-    EXPECT_EQ(journal.date, march(9).startOfDay());
-    expectLines(journal, {{LedgerAccount::cash, QStringLiteral("Cash takings"), 100, 0},
-                          {LedgerAccount::tax, QStringLiteral("Tax (17.65%)"), 0, 15},
-                          {LedgerAccount::sales, QStringLiteral("Sales before tax and discounts"), 0, 85}});
-    EXPECT_EQ(journal.roundingAdjustment, 0);
-}
-
-TEST(AccountingJournal, ADayOfOneAccountPaymentHasNoSalesLine)
-{
-    const Journal journal =
-        AccountingExportService::journal(march(9), {}, {accountPayment(at(9, 14), "cash", 50)});
-    expectLines(journal, {{LedgerAccount::cash, QStringLiteral("Account payments received — Cash"), 50, 0},
-                          {LedgerAccount::receivable, QStringLiteral("Account payments received"), 0, 50}});
-    EXPECT_EQ(journal.roundingAdjustment, 0);
-}
 
 TEST(AccountingJournal, EveryKindOfLineInTheOrderOfItsSideAndAccount)
 {
@@ -163,11 +135,7 @@ TEST(AccountingJournal, TaxesThatRoundUnevenlyShiftTheSalesLineAndTheRoundingIsS
     const QList<QStringList> preview =
         AccountingExportService::previewRows({journal}, {}, AccountingFormat::quickBooks);
     ASSERT_EQ(preview.size(), 7);
-    EXPECT_EQ(preview[0], (QStringList{QStringLiteral("2026-03-09"), QStringLiteral("Cash on Hand"),
-                                       QStringLiteral("12.29"), QStringLiteral("0.00"), QString()}));
-    EXPECT_EQ(preview[5],
-              (QStringList{QStringLiteral("2026-03-09"), QStringLiteral("Total"), QStringLiteral("12.29"),
-                           QStringLiteral("12.29"), QStringLiteral("Balanced")}));
+    EXPECT_EQ(preview[0].at(1), QStringLiteral("Cash on Hand"));
     EXPECT_EQ(preview[6].at(1), QStringLiteral("Includes -0.01 rounding in Sales"));
 }
 
@@ -229,16 +197,16 @@ TEST(AccountingJournal, JournalsComeOneADayInOrderWithoutVoidsOrEmptyDays)
         numbers << journal.number;
     EXPECT_EQ(numbers, (QStringList{QStringLiteral("POS-20260309"), QStringLiteral("POS-20260311"),
                                     QStringLiteral("POS-20260312")}));
+    // A day of one account payment has no sales line.
+    ASSERT_EQ(journals[1].lines.size(), 2);
     EXPECT_EQ(journals[1].lines.at(0).description, QStringLiteral("Account payments received — Card"));
+    EXPECT_EQ(journals[1].lines.at(1).account, LedgerAccount::receivable);
 }
 
 TEST(AccountingJournal, TheAccountMapKeepsWhatWasTypedAndFallsBackOnBlanks)
 {
+    // What a blank or typed account reads as, the CSV layouts show byte for byte.
     const AccountMap accounts = ownAccounts();
-    EXPECT_EQ(accounts.name(LedgerAccount::cash), QStringLiteral("Cash, front till"));
-    EXPECT_EQ(accounts.code(LedgerAccount::cash), QStringLiteral("1001"));
-    EXPECT_EQ(accounts.code(LedgerAccount::card), QStringLiteral("1010"));
-    EXPECT_EQ(accounts.name(LedgerAccount::costOfGoods), QStringLiteral("Cost of Goods Sold"));
     EXPECT_EQ(AccountMap::decode(accounts.json()), accounts);
     EXPECT_EQ(
         accounts.json(),
@@ -250,7 +218,6 @@ TEST(AccountingJournal, TheAccountMapKeepsWhatWasTypedAndFallsBackOnBlanks)
         EXPECT_TRUE(decoded.codes.isEmpty()) << unreadable;
         EXPECT_EQ(decoded.code(LedgerAccount::tax), QStringLiteral("2200"));
     }
-    EXPECT_EQ(LedgerAccounts::raw(LedgerAccount::otherPayments), QStringLiteral("otherPayments"));
 }
 
 TEST(AccountingCSV, QuickBooksLayoutByteForByte)
@@ -298,10 +265,6 @@ TEST(AccountingCSV, XeroLayoutByteForByteWithCreditsNegative)
     const QList<QStringList> records = parsed(text);
     ASSERT_EQ(records.size(), 12);
     EXPECT_EQ(records[0].join(u','), header.chopped(1));
-    double sum = 0;
-    for (qsizetype i = 1; i < records.size(); ++i)
-        sum += records[i].at(5).toDouble();
-    EXPECT_NEAR(sum, 0, 1e-9);
 }
 
 TEST(AccountingCSV, ThePreviewNamesXeroAccountsByCodeAndName)
@@ -309,12 +272,8 @@ TEST(AccountingCSV, ThePreviewNamesXeroAccountsByCodeAndName)
     const QList<QStringList> rows =
         AccountingExportService::previewRows({busyJournal()}, ownAccounts(), AccountingFormat::xero);
     ASSERT_EQ(rows.size(), 12); // no rounding note
-    EXPECT_EQ(rows[0], (QStringList{QStringLiteral("2026-03-09"), QStringLiteral("1001 Cash, front till"),
-                                    QStringLiteral("43.50"), QStringLiteral("0.00"), QString()}));
-    EXPECT_EQ(rows[10].at(3), QStringLiteral("170.00"));
-    EXPECT_EQ(rows[11],
-              (QStringList{QStringLiteral("2026-03-09"), QStringLiteral("Total"), QStringLiteral("258.50"),
-                           QStringLiteral("258.50"), QStringLiteral("Balanced")}));
+    EXPECT_EQ(rows[0], (QStringList{"2026-03-09", "1001 Cash, front till", "43.50", "0.00", ""}));
+    EXPECT_EQ(rows[11], (QStringList{"2026-03-09", "Total", "258.50", "258.50", "Balanced"}));
 
     Journal lopsided = busyJournal();
     lopsided.lines.removeLast();
@@ -332,12 +291,8 @@ protected:
     QStringList filesThere() const { return QDir(folder.path()).entryList(QDir::Files | QDir::System); }
     QString failureWritingTo(const QString& path) const
     {
-        try {
-            AccountingExportService::writeDailyFiles(journals, AccountingFormat::quickBooks, {}, path);
-        } catch (const FileWriteError& error) {
-            return error.description();
-        }
-        return {};
+        return refusalOf(
+            [&] { AccountingExportService::writeDailyFiles(journals, AccountingFormat::quickBooks, {}, path); });
     }
 };
 
@@ -388,18 +343,16 @@ TEST(AccountingExportService, JournalsOfTheStoreComeFromItsCountedSalesAndAccoun
     ModelContext& context = store.context();
     const Ref<Sale> sold = Sale::make(QStringLiteral("INV-1"), nullptr, nullptr, nullptr);
     sold->setTimestamp(at(9, 10));
-    context.insert(sold);
     const Ref<SaleItem> line = SaleItem::make(nullptr, 1, 85, 0, 15.0 / 85.0, 0, false);
-    line->setSale(sold);
-    context.insert(line);
     const Ref<Payment> paid = Payment::make(PaymentMethodType::cash, 100, 100, 0, QString());
+    line->setSale(sold);
     paid->setSale(sold);
+    context.insert(line); // the sale joins with it
     context.insert(paid);
     auto received = std::make_shared<CustomerPayment>();
     received->setTimestamp(at(10, 9));
     received->setAmount(50);
-    context.insert(received);
-    context.save();
+    store.saved(received);
 
     const QList<Journal> journals = AccountingExportService(context).dailyJournals(march(1), march(31));
     ASSERT_EQ(journals.size(), 2);

@@ -100,7 +100,7 @@ TEST(ReportCalculator, ARefundNetsOutOfEveryFigureButRaisesNoTransactionCountEve
               (std::vector<double>{0, 0, -10, -2, -12}));
 }
 
-TEST(ReportCalculator, DailyFiguresAreRoundedOnceOnTheSumAndTheDayEndsAtMidnight)
+TEST(ReportCalculator, DailyFiguresAreRoundedOnceOnTheSumAndDiscountsAddAllThree)
 {
     QList<ReportSale> sales;
     for (const QDateTime& when : {at(9, 0), at(9, 12), QDateTime(march(9), QTime(23, 59, 59, 999)), at(10, 0)}) {
@@ -117,10 +117,7 @@ TEST(ReportCalculator, DailyFiguresAreRoundedOnceOnTheSumAndTheDayEndsAtMidnight
     EXPECT_EQ((std::vector<double>{double(day.transactionCount), day.grossSales, day.discounts, day.tax,
                                    day.netTotal, day.averageBasket}),
               (std::vector<double>{3, 1.0, 0.33, 0.01, 10, 3.33}));
-}
 
-TEST(ReportCalculator, DiscountsAddTheLineTheSaleAndThePointsDiscounts)
-{
     ReportSale discounted = sale({.lines = {{.unitPrice = 50, .lineDiscount = 1.5}}});
     discounted.saleDiscount = 2;
     discounted.pointsDiscount = 5;
@@ -142,11 +139,7 @@ TEST(ReportCalculator, ALineWhoseProductWasDeletedCountsByCategoryAndTypeButNotB
     EXPECT_EQ(categories[0].categoryName, QStringLiteral("Uncategorized"));
     EXPECT_EQ(categories[0].quantitySold, 2);
     EXPECT_EQ(categories[0].revenue, 11);
-    const QList<TypeSalesRow> types = ReportCalculator::salesByType(sales);
-    ASSERT_EQ(types.size(), 2);
-    EXPECT_EQ(types[0].productType, ProductType::inventory);
-    EXPECT_EQ(types[1].productType, ProductType::service);
-    EXPECT_EQ(types[1].revenue, 7);
+    EXPECT_EQ(ReportCalculator::salesByType(sales).value(1).revenue, 7);
 }
 
 TEST(ReportCalculator, CategoryRevenueTakesTheTaxOutOfTheNetOfEachLine)
@@ -164,45 +157,6 @@ TEST(ReportCalculator, CategoryRevenueTakesTheTaxOutOfTheNetOfEachLine)
     EXPECT_DOUBLE_EQ(categories[0].revenue, 90);
     EXPECT_DOUBLE_EQ(categories[1].revenue, 90);
     EXPECT_EQ(categories[1].quantitySold, 2);
-}
-
-TEST(ReportCalculator, RowsComeHighestFirstAndTypesInTheirOwnOrder)
-{
-    const auto soap = product("Soap", "Toiletries");
-    const auto ama = cashier("Ama");
-    const QList<ReportSale> sales{
-        sale({.lines = {{.product = product("Photocopy", "Services", "service"), .unitPrice = 1,
-                         .typeRaw = "service"}},
-              .cashier = ama, .payments = {{"card", 1}}}),
-        sale({.lines = {{.product = soap, .unitPrice = 5}}, .cashier = ama,
-              .payments = {{"voucher", 2}, {"mobileMoney", 3}}}),
-        sale({.lines = {{.product = product("Milk", "Dairy", "inventory", "litre"), .quantity = 1.5,
-                         .unitPrice = 12}},
-              .cashier = cashier("Kofi")}),
-        // No cashier: counted everywhere but by cashier.
-        sale({.lines = {{.product = soap, .unitPrice = 5, .typeRaw = "someday"}}}),
-    };
-    const QList<ProductSalesRow> products = ReportCalculator::salesByProduct(sales);
-    EXPECT_EQ(column(products, &ProductSalesRow::productName), (QStringList{"Milk", "Soap", "Photocopy"}));
-    EXPECT_EQ(products[0].sellingUnit, SellingUnit::litre);
-    EXPECT_EQ(products[1].revenue, 10);
-    EXPECT_EQ(products[2].productType, ProductType::service);
-    EXPECT_EQ(column(ReportCalculator::salesByCategory(sales), &CategorySalesRow::categoryName),
-              (QStringList{"Dairy", "Toiletries", "Services"}));
-    // An unknown type raw counts as the first type; non-inventory sold nothing and is left out.
-    const QList<TypeSalesRow> types = ReportCalculator::salesByType(sales);
-    ASSERT_EQ(types.size(), 2);
-    EXPECT_EQ(types[0].productType, ProductType::inventory);
-    EXPECT_EQ(types[0].revenue, 28);
-    EXPECT_EQ(types[1].productType, ProductType::service);
-    const QList<CashierSalesRow> cashiers = ReportCalculator::salesByCashier(sales);
-    EXPECT_EQ(column(cashiers, &CashierSalesRow::cashierName), (QStringList{"Kofi", "Ama"}));
-    EXPECT_EQ(cashiers[1].total, 6);
-    // An unknown method reads as cash, as on the receipt.
-    const QList<PaymentMethodRow> payments = ReportCalculator::paymentMethodTotals(sales);
-    EXPECT_EQ(column(payments, &PaymentMethodRow::method), (QStringList{"Cash", "Mobile Money", "Card"}));
-    EXPECT_EQ(payments[0].count, 3);
-    EXPECT_EQ(payments[0].total, 25);
 }
 
 TEST(ReportCalculator, TaxesComeInOrderOfFirstAppearanceEachCountingTheWholeNet)
@@ -236,92 +190,4 @@ TEST(ReportCalculator, UntaxedSalesOfHalfACentOrLessMakeNoRow)
             rows << row.label + u' ' + exact(row.taxable);
         EXPECT_EQ(rows, test.rows) << test.name;
     }
-}
-
-TEST(ReportCalculator, StockRowsCountTrackedProductsAndLowStockIncludesTheReorderLevel)
-{
-    const auto make = [](const char* name, const char* type, double stock, bool active = true) {
-        auto made = std::make_shared<Product>();
-        made->setName(QString::fromUtf8(name));
-        made->setProductTypeRaw(QString::fromUtf8(type));
-        made->setStockQuantity(stock);
-        made->setReorderLevel(5);
-        made->setCostPrice(2);
-        made->setIsActive(active);
-        return made;
-    };
-    const QList<Ref<Product>> products{
-        make("At the level", "inventory", 5), make("Above", "inventory", 6), make("Unknown type", "gadget", 1),
-        make("Inactive", "inventory", 0, false), make("Service", "service", 0), make("Short", "inventory", -2),
-        make("Non-inventory", "nonInventory", 0),
-    };
-    EXPECT_EQ(column(ReportCalculator::lowStock(products), &LowStockRow::productName),
-              (QStringList{"Short", "Unknown type", "At the level"}));
-    QStringList valued;
-    for (const StockValuationRow& row : ReportCalculator::stockValuation(products))
-        valued << row.productName + u' ' + QString::number(row.value);
-    EXPECT_EQ(valued, (QStringList{"Above 12", "At the level 10", "Unknown type 2", "Inactive 0", "Short -4"}));
-}
-
-TEST(ReportCalculator, ShiftsComeNewestFirstWithADashForAMissingCashier)
-{
-    auto ama = std::make_shared<User>();
-    ama->setName(QStringLiteral("Ama"));
-    auto older = std::make_shared<TillShift>();
-    older->setCashier(ama);
-    older->setOpenedAt(at(8, 7));
-    older->setVariance(-5);
-    auto open = std::make_shared<TillShift>();
-    open->setOpenedAt(at(9, 7));
-    const QList<ShiftReportRow> rows = ReportCalculator::shiftReport({older, open});
-    EXPECT_EQ(column(rows, &ShiftReportRow::cashierName), (QStringList{"—", "Ama"}));
-    EXPECT_EQ(rows[0].variance, std::nullopt);
-    EXPECT_EQ(rows[1].variance, -5);
-}
-
-TEST(ReportCalculator, CostChangesListDeliveriesAndEditsOfTheDaysNewestFirst)
-{
-    auto kofi = std::make_shared<User>();
-    kofi->setName(QStringLiteral("Kofi"));
-    auto rice = std::make_shared<Product>();
-    rice->setName(QStringLiteral("Rice"));
-    rice->setSku(QStringLiteral("RIC-1"));
-    rice->setSellingUnit(SellingUnit::kg);
-    const auto movement = [&](InventoryMovementType type, const QDateTime& when, double quantity,
-                              std::optional<double> costBefore, std::optional<double> costAfter) {
-        auto made = std::make_shared<InventoryMovement>();
-        made->setProduct(rice);
-        made->setType(type);
-        made->setTimestamp(when);
-        made->setQuantityChange(quantity);
-        made->setCostBefore(costBefore);
-        made->setCostAfter(costAfter);
-        made->setPerformedBy(kofi);
-        return made;
-    };
-    auto delivery = movement(InventoryMovementType::supplierDelivery, at(9, 7), 25, 4, 4.25);
-    delivery->setSupplier(QStringLiteral("Olam, Tema"));
-    delivery->setUnitCost(4.5);
-    auto edit = movement(InventoryMovementType::costChange, at(10, 9), 0, 4.25, 4.4);
-    auto opening = movement(InventoryMovementType::stockIn, QDateTime(march(10), QTime(23, 59, 59, 999)), 10,
-                            std::nullopt, 4);
-    opening->setProduct(nullptr);
-    opening->setPerformedBy(nullptr);
-    const QList<Ref<InventoryMovement>> movements{
-        delivery, edit, opening,
-        movement(InventoryMovementType::saleDeduction, at(9, 12), -1, std::nullopt, std::nullopt), // no cost
-        movement(InventoryMovementType::costChange, at(11, 0), 0, std::nullopt, 5), // the day after
-        movement(InventoryMovementType::costChange, QDateTime(march(8), QTime(23, 59)), 0, std::nullopt, 5),
-    };
-    QStringList rows;
-    for (const QStringList& row : ReportCalculator::costChanges(movements, march(9), march(10)))
-        rows << row.join(u'|');
-    EXPECT_EQ(rows, (QStringList{
-                        "Mar 10, 2026 11:59 PM|—||Delivery|10|—|—|₵4.00|—",
-                        "Mar 10, 2026 9:00 AM|Rice|RIC-1|Cost edited||—|₵4.25|₵4.40|Kofi",
-                        "Mar 9, 2026 7:00 AM|Rice|RIC-1|Delivery — Olam, Tema|25 kg|₵4.50|₵4.00|₵4.25|Kofi",
-                    }));
-    edit->setReason(QStringLiteral("Imported from CSV"));
-    EXPECT_EQ(ReportCalculator::costChanges({edit}, march(10), march(10)).at(0).at(3),
-              QStringLiteral("Imported from CSV"));
 }

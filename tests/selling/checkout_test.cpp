@@ -1,26 +1,14 @@
 #include "selling/salesservice.h"
 
 #include "selling/receiptnumbergenerator.h"
-#include "support/printers.h"
+#include "support/refusalof.h"
 #include "support/salesscene.h"
-
-#include <gtest/gtest.h>
 
 namespace {
 
 PaymentInput tender(PaymentMethodType method, double amount, double tendered = 0)
 {
     return {method, amount, tendered, {}};
-}
-
-template <class Action> QString refusalOf(Action action)
-{
-    try {
-        action();
-    } catch (const Refusal& refusal) {
-        return refusal.description();
-    }
-    return {};
 }
 
 struct CheckoutTest : SalesTest {
@@ -68,6 +56,7 @@ TEST_F(CheckoutTest, RefusalsComeInTheirOrderAndWriteNothing)
         return cart;
     };
     const PaymentInput cashShort = tender(PaymentMethodType::cash, 10, 9.98);
+    const Cart oneSoap = cartOf({{soap, 1}});
     const struct {
         const char* name;
         Cart cart;
@@ -75,38 +64,22 @@ TEST_F(CheckoutTest, RefusalsComeInTheirOrderAndWriteNothing)
         qint64 points;
         QString refusal;
     } cases[] = {
+        // clang-format off
         {"empty cart before missing payment", {}, {}, 0, "Cannot complete a sale with an empty cart."},
-        {"no payment even for a total of 0",
-         cartOf({{free, 1}}),
-         {},
-         0,
+        {"no payment even for a total of 0", cartOf({{free, 1}}), {}, 0,
          "Add at least one payment method before completing the sale."},
         // The service line passes whatever its stock; rice is short on its own line.
-        {"stock before cash, first short line decides",
-         cartOf({{haircut, 3}, {soap, 1}, {rice, 2}, {free, 9}}),
-         {cashShort},
-         0,
-         "Only 1 of Rice in stock (requested 2)."},
-        {"cash short by two cents, before points",
-         cartOf({{soap, 1}}),
-         {cashShort},
-         200,
+        {"stock before cash, first short line decides", cartOf({{haircut, 3}, {soap, 1}, {rice, 2}, {free, 9}}),
+         {cashShort}, 0, "Only 1 of Rice in stock (requested 2)."},
+        {"cash short by two cents, before points", oneSoap, {cashShort}, 200,
          "Cash tendered (₵9.98) is less than the amount due (₵10.00)."},
-        {"points before credit",
-         cartOf({{soap, 1}}),
-         {tender(PaymentMethodType::onAccount, 10)},
-         200,
+        {"points before credit", oneSoap, {tender(PaymentMethodType::onAccount, 10)}, 200,
          "Add a customer to the sale to use their points."},
-        {"credit before the balance",
-         cartOf({{soap, 1}}),
-         {tender(PaymentMethodType::onAccount, 1)},
-         0,
+        {"credit before the balance", oneSoap, {tender(PaymentMethodType::onAccount, 1)}, 0,
          "Add a customer to the sale to put it On Account."},
-        {"payments two cents short",
-         cartOf({{soap, 1}}),
-         {tender(PaymentMethodType::card, 9.98)},
-         0,
+        {"payments two cents short", oneSoap, {tender(PaymentMethodType::card, 9.98)}, 0,
          "Payments total ₵9.98 but the sale total is ₵10.00."},
+        // clang-format on
     };
     const Ref<Customer> nobody = scene.customer("Ama");
     const QStringList before = state({soap, rice}, nobody);
@@ -126,19 +99,15 @@ TEST_F(CheckoutTest, ACentEitherWayPassesAndTendersAreStoredAsTheyCount)
         PaymentInput payment;
         double stored[3]; // amount, tenderedAmount, changeGiven
     } cases[] = {
+        // clang-format off
         {"cash a cent short", 10, tender(PaymentMethodType::cash, 10, 9.99), {10, 9.99, 0}},
-        {"cash a cent short of odd cents",
-         10.37,
-         tender(PaymentMethodType::cash, 10.37, 10.36),
-         {10.37, 10.36, 0}},
+        {"cash a cent short of odd cents", 10.37, tender(PaymentMethodType::cash, 10.37, 10.36), {10.37, 10.36, 0}},
         {"cash with change", 10, tender(PaymentMethodType::cash, 10, 20), {10, 20, 10}},
         {"card with a stale tendered amount", 10, tender(PaymentMethodType::card, 10, 50), {10, 10, 0}},
         {"payments a cent short", 10, tender(PaymentMethodType::card, 9.99), {9.99, 9.99, 0}},
         // 100.01 - 100 is 0.0100000000000051 in doubles.
-        {"payments a cent over a hundred",
-         100,
-         tender(PaymentMethodType::mobileMoney, 100.01),
-         {100.01, 100.01, 0}},
+        {"payments a cent over a hundred", 100, tender(PaymentMethodType::mobileMoney, 100.01), {100.01, 100.01, 0}},
+        // clang-format on
     };
     for (const auto& c : cases) {
         Cart cart;
@@ -175,7 +144,6 @@ TEST_F(CheckoutTest, SaleOnAccountThenSplitCashSaleTheNextDay)
     const Ref<Sale> first = checkout(onAccount, {tender(PaymentMethodType::onAccount, 91.40)});
 
     EXPECT_EQ(first->invoiceNumber(), QStringLiteral("INV-20260309-0001"));
-    EXPECT_EQ(first->subtotal(), 90);
     EXPECT_EQ(first->taxTotal(), 5.4);
     EXPECT_EQ(first->total(), 91.4);
     const QList<Ref<SaleItem>> items = first->items();
@@ -197,6 +165,7 @@ TEST_F(CheckoutTest, SaleOnAccountThenSplitCashSaleTheNextDay)
     const Ref<Sale> second =
         checkout(split, {tender(PaymentMethodType::cash, 13, 20), tender(PaymentMethodType::card, 10)});
     EXPECT_EQ(second->invoiceNumber(), QStringLiteral("INV-20260310-0002"));
+    EXPECT_EQ(ReceiptNumberGenerator::next(12345, now), QStringLiteral("INV-20260310-12345")) << "past four digits";
     EXPECT_EQ(second->payments().size(), 2);
 
     // One save per sale, with the number taken.
@@ -225,8 +194,3 @@ TEST_F(CheckoutTest, PointsAreWorthTodaysValueAndEarnOnTheNetAfterRedemption)
     EXPECT_EQ(ama->loyaltyPoints(), 108);
 }
 
-TEST(ReceiptNumbers, GrowPastFourDigits)
-{
-    EXPECT_EQ(ReceiptNumberGenerator::next(12345, QDateTime(QDate(2026, 3, 9), QTime(23, 59))),
-              QStringLiteral("INV-20260309-12345"));
-}

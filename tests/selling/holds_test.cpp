@@ -1,14 +1,6 @@
 #include "selling/heldsalesmodel.h"
-#include "selling/salesservice.h"
 
-#include "clock/clock.h"
-#include "records/records.h"
-#include "stock/inventoryservice.h"
-#include "support/printers.h"
 #include "support/salesscene.h"
-#include "support/teststore.h"
-
-#include <gtest/gtest.h>
 
 namespace {
 
@@ -32,7 +24,7 @@ struct HoldsTest : SalesTest {
 
 } // namespace
 
-TEST_F(HoldsTest, NumbersRiseWithEveryHoldAndAreNeverReused)
+TEST_F(HoldsTest, NumbersRiseAndAProductDeletedWhileHeldIsDroppedWithoutAWord)
 {
     QList<Ref<HeldSale>> held;
     for (int i = 0; i < 5; ++i)
@@ -48,25 +40,21 @@ TEST_F(HoldsTest, NumbersRiseWithEveryHoldAndAreNeverReused)
     for (const Ref<HeldSale>& row : heldSales.activeHeldSales())
         active << row->label();
     EXPECT_EQ(active, (QStringList{"Hold #1", "Hold #4", "Hold #6"})) << "oldest first";
-}
 
-TEST_F(HoldsTest, TheLabelNamesACustomerWhoHasAName)
-{
-    const Ref<Customer> kofi = scene.customer("Kofi");
-    const Ref<Customer> nameless = scene.customer("");
-    Cart cart = cartOf(soap);
-    cart.setCustomer(kofi);
-    EXPECT_EQ(sales.hold(cart, cashier, QString(), 7)->label(), "Hold #7 - Kofi");
-    cart.setCustomer(nameless);
-    EXPECT_EQ(sales.hold(cart, cashier, QString(), 8)->label(), "Hold #8");
-    EXPECT_EQ(HeldSalesModel::itemsLine(*sales.hold(cartOf(soap, 3), cashier, QString(), 9)),
-              "1 item(s) · Mar 9, 2026 10:30 AM");
-}
+    Cart both = cartOf(soap);
+    both.addOrIncrement(rice, 2);
+    const Ref<HeldSale> mixed = hold(both);
+    const Ref<HeldSale> onlyRice = hold(cartOf(rice));
+    performUnitOfWork(context, [&] { context.remove(rice); });
 
-TEST_F(HoldsTest, AnEmptyCartIsNotHeld)
-{
-    EXPECT_THROW(sales.hold(Cart(), cashier, QString()), SalesError);
-    EXPECT_EQ(context.count<HeldSale>(), 0);
+    const std::optional<Cart> fewer = heldSales.recall(mixed);
+    ASSERT_TRUE(fewer);
+    ASSERT_EQ(fewer->lines().size(), 1);
+    EXPECT_EQ(fewer->lines()[0].product, soap);
+    const std::optional<Cart> empty = heldSales.recall(onlyRice);
+    ASSERT_TRUE(empty);
+    EXPECT_TRUE(empty->lines().isEmpty());
+    EXPECT_EQ(onlyRice->statusRaw(), "recalled");
 }
 
 TEST_F(HoldsTest, ARecallRingsAtTodaysPriceUnlessOneWasAgreedAndKeepsTheApprovals)
@@ -106,22 +94,4 @@ TEST_F(HoldsTest, ARecallRingsAtTodaysPriceUnlessOneWasAgreedAndKeepsTheApproval
     EXPECT_EQ(recalled->discountReason(), "regular");
     EXPECT_EQ(recalled->appointmentID(), cart.appointmentID());
     EXPECT_EQ(recalled->pointsToRedeem(), 0) << "points are entered again after a recall";
-}
-
-TEST_F(HoldsTest, AProductDeletedWhileHeldIsDroppedWithoutAWord)
-{
-    Cart both = cartOf(soap);
-    both.addOrIncrement(rice, 2);
-    const Ref<HeldSale> mixed = hold(both);
-    const Ref<HeldSale> onlyRice = hold(cartOf(rice));
-    performUnitOfWork(context, [&] { context.remove(rice); });
-
-    const std::optional<Cart> fewer = heldSales.recall(mixed);
-    ASSERT_TRUE(fewer);
-    ASSERT_EQ(fewer->lines().size(), 1);
-    EXPECT_EQ(fewer->lines()[0].product, soap);
-    const std::optional<Cart> empty = heldSales.recall(onlyRice);
-    ASSERT_TRUE(empty);
-    EXPECT_TRUE(empty->lines().isEmpty());
-    EXPECT_EQ(onlyRice->statusRaw(), "recalled");
 }

@@ -1,13 +1,6 @@
 #include "selling/salesservice.h"
 
-#include "clock/clock.h"
-#include "records/records.h"
-#include "stock/inventoryservice.h"
-#include "support/printers.h"
 #include "support/salesscene.h"
-#include "support/teststore.h"
-
-#include <gtest/gtest.h>
 
 namespace {
 

@@ -1,11 +1,6 @@
 #include "selling/saleshistory.h"
 
-#include "records/records.h"
-#include "support/printers.h"
 #include "support/salesscene.h"
-#include "support/teststore.h"
-
-#include <gtest/gtest.h>
 
 #include <algorithm>
 
@@ -126,17 +121,10 @@ TEST_F(SalesHistoryTest, EveryFilterListsWhatTheRuleKeepsPageByPageWithoutRepeat
         {"nobody signed in sees the sales of nobody", {}, nullptr, {}, {}},
         {"a week, its last day whole", {}, admin.get(), firstDay.addDays(3), firstDay.addDays(9)},
         {"one exact invoice", QStringLiteral("INV-20260302-0045"), admin.get(), {}, {}},
-        {"an invoice typed in lower case", QStringLiteral("inv-20260302-004"), admin.get(), {}, {}},
         {"a few letters of the invoice's head", QStringLiteral("nv-2026031"), admin.get(), {}, {}},
-        {"every invoice", QStringLiteral("inv-"), admin.get(), {}, {}},
-        {"digits anywhere", QStringLiteral("0123"), admin.get(), {}, {}},
-        {"a dash alone", QStringLiteral("-"), admin.get(), {}, {}},
         {"a customer", QStringLiteral("efua"), admin.get(), {}, {}},
         {"a name of a customer and a cashier", QStringLiteral("mensah"), admin.get(), {}, {}},
-        {"a cashier", QStringLiteral("OWUSU"), admin.get(), {}, {}},
-        {"a letter of every name", QStringLiteral("a"), admin.get(), {}, {}},
         {"a cashier searching a customer", QStringLiteral("Yaw"), kofi.get(), {}, {}},
-        {"letters of both a name and the head", QStringLiteral("n"), admin.get(), {}, {}},
         {"the text isn't trimmed", QStringLiteral(" yaw"), admin.get(), {}, {}},
         {"wildcards are letters", QStringLiteral("%"), admin.get(), {}, {}},
         {"nothing matches", QStringLiteral("zzz"), admin.get(), {}, {}},
@@ -148,51 +136,4 @@ TEST_F(SalesHistoryTest, EveryFilterListsWhatTheRuleKeepsPageByPageWithoutRepeat
         // An odd page size, so that pages end between two sales of the same instant.
         EXPECT_EQ(listed(chosen, 37), expected(chosen)) << c.name;
     }
-}
-
-TEST_F(SalesHistoryTest, TheLastDayCountsToItsLastSecond)
-{
-    const QDate day(2026, 3, 9);
-    performUnitOfWork(context, [&] {
-        for (const auto& [invoice, when] :
-             {std::pair{"first second", QDateTime(day, QTime(0, 0))},
-              std::pair{"last second", QDateTime(day, QTime(23, 59, 59, 900))},
-              std::pair{"next day", QDateTime(day.addDays(1), QTime(0, 0))},
-              std::pair{"day before", QDateTime(day.addDays(-1), QTime(23, 59, 59))}}) {
-            const Ref<Sale> sale = Sale::make(QString::fromUtf8(invoice), admin, nullptr, nullptr);
-            sale->setTimestamp(when);
-            context.insert(sale);
-        }
-    });
-    QStringList shown;
-    for (const SalesHistory::Row& row : history.page(filter({}, admin.get(), day, day), std::nullopt))
-        shown << row.invoiceNumber;
-    EXPECT_EQ(shown, (QStringList{"last second", "first second"}));
-}
-
-TEST_F(SalesHistoryTest, ARowCarriesWhatTheListShows)
-{
-    const Ref<Sale> original = Sale::make(QStringLiteral("INV-20260309-0001"), kofi, efua, nullptr);
-    original->setTimestamp(QDateTime(QDate(2026, 3, 9), QTime(10, 30)));
-    original->setTotal(120);
-    original->setStatus(SaleStatus::partiallyRefunded);
-    const Ref<Sale> refund = Sale::make(QStringLiteral("INV-20260309-0002"), nullptr, nullptr, nullptr);
-    refund->setTimestamp(QDateTime(QDate(2026, 3, 9), QTime(11, 0)));
-    refund->setTotal(-20);
-    refund->setRefundOfSaleID(original->id());
-    refund->setStatus(SaleStatus::refunded);
-    performUnitOfWork(context, [&] {
-        context.insert(original);
-        context.insert(refund);
-    });
-    QStringList shown;
-    for (const SalesHistory::Row& row : history.page(filter({}, admin.get()), std::nullopt))
-        shown << QStringLiteral("%1 %2 %3 %4 %5 %6 %7")
-                     .arg(int(row.id() == original->id()))
-                     .arg(int(row.isRefund))
-                     .arg(row.cashierName, row.customerName, row.timestamp.toString("yyyy-MM-dd HH:mm"))
-                     .arg(row.total)
-                     .arg(SaleStatuses::raw(row.status().value()));
-    EXPECT_EQ(shown, (QStringList{"0 1   2026-03-09 11:00 -20 refunded",
-                                  "1 0 Kofi Boateng Efua Asante 2026-03-09 10:30 120 partiallyRefunded"}));
 }

@@ -1,13 +1,7 @@
 #include "selling/salesservice.h"
 
-#include "clock/clock.h"
-#include "records/records.h"
-#include "stock/inventoryservice.h"
-#include "support/printers.h"
+#include "support/refusalof.h"
 #include "support/salesscene.h"
-#include "support/teststore.h"
-
-#include <gtest/gtest.h>
 
 namespace {
 
@@ -82,7 +76,6 @@ TEST_F(VoidsTest, RightsComeBeforeTheSalesStateAndTheTillComesLast)
         {"admin, this till", sale, admin.get(), nobody, false, shift.get(), {}},
         {"cashier with an admin's approval", sale, cashier.get(), admin.get(), false, shift.get(), {}},
         {"cashiers may void: the role plays no part", sale, cashier.get(), nobody, true, shift.get(), {}},
-        {"nobody signed in, cashiers may void", sale, nobody, nobody, true, shift.get(), {}},
         {"cashier alone", sale, cashier.get(), nobody, false, shift.get(), needsAdmin},
         {"a cashier approving is no admin", sale, cashier.get(), cashier.get(), false, shift.get(),
          needsAdmin},
@@ -92,7 +85,6 @@ TEST_F(VoidsTest, RightsComeBeforeTheSalesStateAndTheTillComesLast)
         {"partly refunded by status", markedOnly, admin.get(), nobody, false, shift.get(), hasRefunds},
         {"a returned quantity", returnedOnly, admin.get(), nobody, false, shift.get(), hasRefunds},
         {"an unknown status reads as completed", unknownStatus, admin.get(), nobody, false, shift.get(), {}},
-        {"refunds before the till", markedOnly, admin.get(), nobody, false, nullptr, hasRefunds},
         {"no open till, even for an admin", sale, admin.get(), nobody, false, nullptr, notThisTill},
         {"another till", otherTill, admin.get(), nobody, false, shift.get(), notThisTill},
         {"a sale of no till", noTill, admin.get(), nobody, false, shift.get(), notThisTill},
@@ -105,12 +97,7 @@ TEST_F(VoidsTest, TheReasonIsAskedForOnlyOnceTheVoidIsAllowed)
 {
     const Ref<Sale> sale = sellSoap();
     const auto refusal = [&](const Ref<TillShift>& open, const QString& reason) {
-        try {
-            sales.voidSale(sale, reason, cashier, nullptr, true, open);
-        } catch (const SalesError& error) {
-            return error.description();
-        }
-        return QString();
+        return refusalOf([&] { sales.voidSale(sale, reason, cashier, nullptr, true, open); });
     };
     EXPECT_EQ(refusal(nullptr, QStringLiteral(" \n")), notThisTill);
     EXPECT_EQ(refusal(shift, QStringLiteral(" \n")), "Enter a reason for voiding the sale.");

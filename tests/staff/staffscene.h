@@ -8,6 +8,7 @@
 #include "stock/inventoryservice.h"
 #include "store/unitofwork.h"
 #include "support/printers.h"
+#include "support/refusalof.h"
 #include "support/teststore.h"
 
 #include <gtest/gtest.h>
@@ -79,14 +80,3 @@ struct StaffScene : ::testing::Test {
         return sales.checkout(cart, {{PaymentMethodType::card, total, 0, {}}}, nullptr, nullptr, *settings);
     }
 };
-
-// The text a refusal shows; empty when nothing was refused.
-template <class Action> QString refusalOf(Action action)
-{
-    try {
-        action();
-    } catch (const Refusal& refusal) {
-        return refusal.description();
-    }
-    return {};
-}

@@ -1,4 +1,3 @@
-#include "environment/startuperror.h"
 #include "environment/tallyrunapp.h"
 #include "startup/marketregistry.h"
 #include "startup/storefiles.h"
@@ -6,6 +5,7 @@
 #include "store/storeerror.h"
 #include "store/unitofwork.h"
 #include "support/printers.h"
+#include "support/refusalof.h"
 #include "support/teststore.h"
 
 #include <QDir>
@@ -27,28 +27,10 @@ struct StartupTest : ::testing::Test {
 
     QString startupFailure()
     {
-        try {
-            TallyrunApp app(registry, defaultPath);
-        } catch (const StartupError& error) {
-            return error.description();
-        }
-        return {};
+        return refusalOf([&] { TallyrunApp app(registry, defaultPath); });
     }
 };
 } // namespace
-
-TEST_F(StartupTest, OtherMarketsOpenInsideTheMarketsDirectory)
-{
-    registry.setMarketsDirectoryOverride(folder.filePath("Markets"));
-    const MarketInfo salon{QUuid::createUuid(), "Salon", "SALON.store", QDateTime::currentDateTime()};
-    preferences.setValue(MarketRegistry::marketsKey(), MarketInfo::encodeList({salon}));
-
-    TallyrunApp app(registry, defaultPath);
-
-    EXPECT_EQ(app.market(), salon);
-    EXPECT_EQ(app.modelContainer().path(), folder.filePath("Markets/SALON.store"));
-    EXPECT_FALSE(QFile::exists(defaultPath));
-}
 
 TEST_F(StartupTest, AFileThatIsNotAStoreStopsStartUpWithItsReason)
 {
@@ -106,21 +88,6 @@ TEST_F(StartupTest, ALockThatCannotBeMadeRefusesTheStoreInPlainWords)
     EXPECT_FALSE(QFile::exists(defaultPath)); // refused before the store was opened
 }
 
-TEST_F(StartupTest, FailedStartUpRepairsAreReportedAndTheStoreStillOpens)
-{
-    {
-        TallyrunApp first(registry, defaultPath);
-        first.environment().loadOrCreateSettings();
-        EXPECT_EQ(first.maintenanceProblem(), std::nullopt);
-        first.environment().modelContext().connection().execute(
-            "CREATE TRIGGER refuse BEFORE UPDATE ON \"AppSettings\" BEGIN SELECT RAISE(ABORT, 'disk full'); END");
-    }
-    TallyrunApp second(registry, defaultPath);
-    ASSERT_TRUE(second.maintenanceProblem().has_value());
-    EXPECT_TRUE(second.maintenanceProblem()->startsWith("Tallyrun could not finish its start-up checks"));
-    EXPECT_FALSE(second.environment().modelContext().hasChanges());
-}
-
 namespace {
 void write(const QString& path, const QByteArray& bytes = "x")
 {
@@ -130,19 +97,6 @@ void write(const QString& path, const QByteArray& bytes = "x")
     file.write(bytes);
 }
 } // namespace
-
-TEST(StoreFiles, RemoveDeletesWhatExistsAndSkipsWhatDoesNot)
-{
-    QTemporaryDir folder;
-    // No -wal: its absence must not stop the rest. The names are what backups and restores look for.
-    for (const char* name : {"shop.store", "shop.store-shm", ".shop_SUPPORT/logos/logo.png", "other.store"})
-        write(folder.filePath(name));
-
-    StoreFiles::remove(folder.filePath("shop.store"));
-
-    EXPECT_EQ(QDir(folder.path()).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot),
-              QStringList{"other.store"});
-}
 
 TEST(StoreLock, LockOfAProcessThatDiedDoesNotBlock)
 {

@@ -145,11 +145,6 @@ TEST_F(ProductsViewModelTest, ANewProductReachesTheStoreOnlyOnSave)
     EXPECT_TRUE(costRows().isEmpty()) << "a first cost is no change";
     EXPECT_TRUE(model.searchText().isEmpty()) << "a filter that hides the saved product is cleared";
     EXPECT_EQ(model.selectedCategoryID(), drinks->id()) << "one that shows it stays";
-
-    // A new product nobody typed into is dropped on leaving, and never reaches the store.
-    model.newProduct(ProductType::inventory);
-    model.select(saved);
-    EXPECT_EQ(countRowsOnDisk(store.path(), QStringLiteral("Product")), 1);
 }
 
 TEST_F(ProductsViewModelTest, ACostTypedByHandIsBookedInTheSameSaveBeyondTheTolerance)
@@ -242,68 +237,6 @@ TEST_F(ProductsViewModelTest, TextThatIsNoNumberIsRefusedAndNothingIsSaved)
     EXPECT_EQ(soap->sellingPrice(), 1250);
 }
 
-TEST_F(ProductsViewModelTest, CostHistoryShowsTheLatestFiveNewestFirst)
-{
-    const Ref<Product> soap = addProduct(store.context(), {.stock = 10, .cost = 2});
-    InventoryService inventory(store.context());
-    double seconds = 1'750'000'000;
-    for (int i = 0; i < 6; ++i) {
-        Clock::Override clock(Record::dateFromSeconds(seconds += 60));
-        if (i == 3) {
-            model.select(soap);
-            model.enter(ProductsViewModel::Entry::costPrice, QStringLiteral("4"));
-            ASSERT_EQ(model.save(), std::nullopt);
-            continue;
-        }
-        performUnitOfWork(store.context(), [&] {
-            inventory.recordDelivery(soap, 5, QString(), QString(), i == 5 ? 3.0 : 2.0, nullptr);
-            inventory.stockOut(soap, 1, QString(), nullptr); // no cost: not history
-        });
-    }
-
-    EXPECT_EQ(model.costHistoryCount(soap), 6);
-    const QList<CostHistoryRow> rows = model.costHistoryRows(soap);
-    ASSERT_EQ(rows.size(), 5);
-    EXPECT_EQ(rows[0].what, QStringLiteral("Delivery 5 at ₵3.00"));
-    EXPECT_EQ(rows[2].what, QStringLiteral("Edited"));
-    EXPECT_EQ(rows[2].change, QStringLiteral("₵2.00 → ₵4.00"));
-    EXPECT_EQ(ProductsViewModel::costHistoryMoreText(6),
-              "Latest 5 of 6. Reports → Cost Changes shows them all.");
-    EXPECT_EQ(ProductsViewModel::costHistoryMoreText(5), std::nullopt);
-}
-
-TEST_F(ProductsViewModelTest, FormTextsFollowTypeUnitAndHeldStock)
-{
-    const Ref<Product> rice = addProduct(store.context(), {.stock = 2.5, .unit = "kg"});
-    EXPECT_EQ(ProductsViewModel::uncountedStockNote(*rice, 2.5), std::nullopt);
-    rice->setProductType(ProductType::nonInventory);
-    EXPECT_EQ(ProductsViewModel::uncountedStockNote(*rice, 0), std::nullopt);
-    EXPECT_EQ(ProductsViewModel::uncountedStockNote(*rice, 2.5),
-              "2.5 kg recorded while this was an Inventory Item aren't counted now. Switch back to Inventory "
-              "Item to track them again.");
-    EXPECT_EQ(rice->stockQuantity(), 2.5) << "a change of type leaves the stock alone";
-    EXPECT_EQ(model.row(rice).stockText, "Not stocked");
-    rice->setProductType(ProductType::inventory);
-    EXPECT_EQ(model.row(rice).stockText, "2.5 kg in stock");
-
-    for (const auto& [typed, valid, rate] : {std::tuple{"", true, std::optional<double>()},
-                                             {"12.5", true, 0.125},
-                                             {"7,5 %", true, 0.075},
-                                             {"101", false, std::nullopt},
-                                             {"ten", false, std::nullopt}}) {
-        const auto entry = ProductsViewModel::commissionFromText(QString::fromUtf8(typed));
-        EXPECT_EQ(entry.isValid, valid) << typed;
-        EXPECT_EQ(entry.rate, rate) << typed;
-    }
-}
-
-TEST_F(ProductsViewModelTest, SheetsRefuseABlankNameAndTrimTheRest)
-{
-    EXPECT_EQ(model.createCategory(QStringLiteral("  "), QStringLiteral("#FF3B30")).errorMessage,
-              "Enter a category name.");
-    EXPECT_EQ(model.createSupplier(QStringLiteral(" Acme Ltd ")).record->name(), QStringLiteral("Acme Ltd"));
-}
-
 TEST(SuppliersViewModel, SearchesNamePhoneAndEmailInAnyCaseAndNeedsAName)
 {
     TestStore store;
@@ -321,18 +254,10 @@ TEST(SuppliersViewModel, SearchesNamePhoneAndEmailInAnyCaseAndNeedsAName)
     ASSERT_EQ(model.save(), std::nullopt);
     EXPECT_EQ(model.selectedSupplier()->name(), QStringLiteral("Akosua Trading"));
 
-    const auto listed = [&] {
-        QStringList names;
-        for (const SupplierRow& row : model.rows())
-            names.append(row.name);
-        return names;
-    };
-    EXPECT_EQ(listed(), (QStringList{"Akosua Trading", "Ébène Foods"}));
-    model.setSearchText(QStringLiteral("ÉBÈNE"));
-    EXPECT_EQ(listed(), QStringList{"Ébène Foods"});
-    model.setSearchText(QStringLiteral("555"));
-    EXPECT_EQ(listed(), QStringList{"Ébène Foods"});
-    model.setSearchText(QStringLiteral("orders@"));
-    EXPECT_EQ(listed(), QStringList{"Akosua Trading"});
-    EXPECT_EQ(model.rows().first().contact, QStringLiteral("Orders@Akosua.com"));
+    for (const auto& [search, name] : {std::pair{"ÉBÈNE", "Ébène Foods"}, {"555", "Ébène Foods"},
+                                       {"orders@", "Akosua Trading"}}) {
+        model.setSearchText(QString::fromUtf8(search));
+        ASSERT_EQ(model.rows().size(), 1) << search;
+        EXPECT_EQ(model.rows().first().name, QString::fromUtf8(name)) << search;
+    }
 }

@@ -7,6 +7,7 @@
 #include "selling/salesservice.h"
 #include "stock/inventoryservice.h"
 #include "store/unitofwork.h"
+#include "support/printers.h"
 #include "support/teststore.h"
 
 #include <QDateTime>

@@ -6,7 +6,6 @@
 #include "store/storeerror.h"
 #include "support/printers.h"
 #include "support/teststore.h"
-#include "till/tillerror.h"
 
 #include <gtest/gtest.h>
 
@@ -56,11 +55,11 @@ TEST_F(TillServiceTest, ShiftLeftOpenIsFoundOnTheNextLaunch)
 
 TEST_F(TillServiceTest, OpeningIsRefusedWhileAnyShiftIsOpenOrTheFloatIsNegative)
 {
-    EXPECT_EQ(failureOf<TillError>([&] { till.openShift(nullptr, -5); }),
+    EXPECT_EQ(refusalOf([&] { till.openShift(nullptr, -5); }),
               QStringLiteral("Enter an amount greater than zero."));
     const Ref<TillShift> first = till.openShift(nullptr, 0);
     EXPECT_EQ(first->statusRaw(), QStringLiteral("open"));
-    EXPECT_EQ(failureOf<TillError>([&] { till.openShift(nullptr, 100); }),
+    EXPECT_EQ(refusalOf([&] { till.openShift(nullptr, 100); }),
               QStringLiteral("A till shift is already open for this cashier."));
     EXPECT_EQ(countRowsOnDisk(store.path(), QStringLiteral("TillShift")), 1);
 }
@@ -87,6 +86,7 @@ TEST_F(TillServiceTest, ExpectedCashAddsTheShiftsCashInAndOut)
     addMovement(context, other, "payOut", 500);
     AccountsService(context).receivePayment(kofi, 10, PaymentMethodType::cash, {}, {}, nullptr, shift);
     AccountsService(context).receivePayment(kofi, 15, PaymentMethodType::card, {}, {}, nullptr, shift);
+    AccountsService(context).receivePayment(kofi, 7, PaymentMethodType::cash, {}, {}, nullptr, other);
 
     voided->setStatus(SaleStatus::voided);
     context.save();

@@ -19,34 +19,6 @@ protected:
     TillViewModel model{till, accounts, approvals, context, session};
 };
 
-TEST_F(TillViewModelTest, CashMovementNeedsAnAmountAboveZero)
-{
-    const Ref<TillShift> shift = addShift(context, 100.0);
-    model.setPayType(CashMovementType::payOut);
-    model.setPayReason(QStringLiteral("Fuel"));
-    const struct {
-        const char* typed;
-        const char* message;
-    } refusals[] = {
-        {"", "Enter an amount greater than zero."},
-        {"0", "Enter an amount greater than zero."},
-        {"-3", "Enter an amount greater than zero."},
-        // Not a number at all: said so, never taken for 0.
-        {"abc", "Enter an amount such as 1,250.00."},
-    };
-    for (const auto& refusal : refusals) {
-        model.setPayAmountText(QString::fromUtf8(refusal.typed));
-        EXPECT_FALSE(model.recordCashMovement(shift)) << refusal.typed;
-        EXPECT_EQ(model.errorMessage(), QString::fromUtf8(refusal.message)) << refusal.typed;
-    }
-    EXPECT_EQ(countRowsOnDisk(store.path(), QStringLiteral("CashMovement")), 0);
-    model.setPayAmountText(QStringLiteral("30"));
-    EXPECT_TRUE(model.recordCashMovement(shift));
-    EXPECT_EQ(model.errorMessage(), std::nullopt);
-    EXPECT_EQ(countRowsOnDisk(store.path(), QStringLiteral("CashMovement")), 1);
-    EXPECT_EQ(model.figures(shift).expectedCash, 70);
-}
-
 TEST_F(TillViewModelTest, APayOutCantTakeMoreThanTheDrawerHoldsAndIsInTheAuditLog)
 {
     const Ref<TillShift> shift = addShift(context, 150.0);
@@ -95,43 +67,5 @@ TEST_F(TillViewModelTest, CloseClearsTheSessionsShiftOnlyWhenItIsTheOneClosed)
     ASSERT_TRUE(model.closeShift(open));
     EXPECT_EQ(session.currentTillShift(), nullptr);
     EXPECT_EQ(open->countedCash(), 0);
-}
-
-TEST_F(TillViewModelTest, HistoryRowsNameTheVariance)
-{
-    const struct {
-        std::optional<double> variance;
-        const char* text;
-        ShiftHistoryRow::Tone tone;
-    } cases[] = {
-        {std::nullopt, "", ShiftHistoryRow::Tone::neutral},
-        {0.0, "Balanced", ShiftHistoryRow::Tone::balanced},
-        {-0.0, "Balanced", ShiftHistoryRow::Tone::balanced},
-        {-0.01, "Short ₵0.01", ShiftHistoryRow::Tone::shortOfCash},
-        {1234.5, "Over ₵1,234.50", ShiftHistoryRow::Tone::over},
-    };
-    for (const auto& c : cases) {
-        auto shift = std::make_shared<TillShift>();
-        shift->setVariance(c.variance);
-        shift->setExpectedCash(150);
-        const ShiftHistoryRow row = ShiftHistoryRow::make(shift);
-        EXPECT_EQ(row.varianceText, QString::fromUtf8(c.text));
-        EXPECT_EQ(row.tone, c.tone) << c.text;
-        EXPECT_EQ(row.expectedText, QStringLiteral("Expected ₵150.00"));
-    }
-
-    // The open shift is left out of the history; closed ones come newest first.
-    const Ref<TillShift> older = addShift(context, 0.0);
-    older->setOpenedAt(localAt(2026, 1, 1));
-    older->setStatusRaw(QStringLiteral("closed"));
-    const Ref<TillShift> newer = addShift(context, 0.0);
-    newer->setOpenedAt(localAt(2026, 1, 2));
-    newer->setStatusRaw(QStringLiteral("closed"));
-    context.save();
-    ASSERT_TRUE(model.openShift());
-    const QList<ShiftHistoryRow> history = model.shiftHistory();
-    ASSERT_EQ(history.size(), 2);
-    EXPECT_EQ(history[0].shift, newer);
-    EXPECT_EQ(history[1].shift, older);
 }
 } // namespace
