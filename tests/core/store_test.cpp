@@ -140,6 +140,104 @@ TEST(RecordLayer, RollbackUndoesInsertsChangesAndDeletesAcrossRelationships)
     EXPECT_EQ(reread->customer()->name(), QStringLiteral("Kofi"));
 }
 
+TEST(RecordLayer, OneObjectPerRowAndFetchesSeeUnsavedWork)
+{
+    TestStore store;
+    auto& context = store.context();
+    QSignalSpy spy(&context, &ModelContext::didChange);
+    context.save(); // nothing to save, nothing announced
+    makeSale(context, QStringLiteral("A"), 2);
+    // Not saved yet, but fetches and counts include it.
+    EXPECT_EQ(context.count<SaleItem>(), 2);
+    auto first = context.fetch<Sale>();
+    auto second = context.fetch<Sale>(Sale::Col::invoiceNumber == QStringLiteral("A"));
+    ASSERT_EQ(first.size(), 1);
+    ASSERT_EQ(second.size(), 1);
+    EXPECT_EQ(first.first().get(), second.first().get());
+    EXPECT_EQ(first.first()->items().size(), 2);
+    EXPECT_EQ(countRowsOnDisk(store.path(), QStringLiteral("Sale")), 0);
+    EXPECT_EQ(spy.count(), 0);
+    context.save();
+    EXPECT_EQ(countRowsOnDisk(store.path(), QStringLiteral("Sale")), 1);
+    ASSERT_EQ(spy.count(), 1);
+    EXPECT_EQ(spy.first().first().value<QSet<QString>>(), (QSet<QString>{"Sale", "SaleItem", "Payment"}));
+}
+
+TEST(RecordLayer, DeleteRulesCascadeAndNullify)
+{
+    TestStore store;
+    auto& context = store.context();
+    auto product = std::make_shared<Product>();
+    product->setName(QStringLiteral("Milo"));
+    auto shift = std::make_shared<TillShift>();
+    context.insert(shift);
+    auto sale = makeSale(context, QStringLiteral("S1"), 2);
+    sale->setTillShift(shift);
+    for (const auto& item : sale->items()) {
+        item->setProduct(product);
+        item->setProductNameSnapshot(QStringLiteral("Milo"));
+    }
+    auto movement = std::make_shared<CashMovement>();
+    movement->setTillShift(shift);
+    context.insert(movement);
+    auto stockLine = std::make_shared<InventoryMovement>();
+    stockLine->setProduct(product);
+    context.insert(stockLine);
+    context.save();
+
+    context.remove(product); // nullify: the sold lines and the stock history stay
+    context.save();
+    auto items = context.fetch<SaleItem>();
+    ASSERT_EQ(items.size(), 2);
+    EXPECT_FALSE(items.first()->product());
+    EXPECT_EQ(items.first()->productNameSnapshot(), QStringLiteral("Milo"));
+    EXPECT_EQ(context.count<InventoryMovement>(), 1);
+    EXPECT_FALSE(stockLine->product());
+
+    context.remove(shift); // cascade to cash movements, nullify on sales
+    context.save();
+    EXPECT_EQ(context.count<CashMovement>(), 0);
+    EXPECT_FALSE(sale->tillShift());
+
+    context.remove(sale); // cascade to items and payments
+    context.save();
+    store.close();
+    EXPECT_EQ(countRowsOnDisk(store.path(), QStringLiteral("SaleItem")), 0);
+    EXPECT_EQ(countRowsOnDisk(store.path(), QStringLiteral("Payment")), 0);
+    EXPECT_EQ(countRowsOnDisk(store.path(), QStringLiteral("TillShift")), 0);
+}
+
+TEST(RecordLayer, ManyToManyKeepsOrderAndLosesDeletedMembers)
+{
+    TestStore store;
+    auto& context = store.context();
+    auto vat = std::make_shared<Tax>();
+    vat->setName(QStringLiteral("VAT"));
+    auto nhil = std::make_shared<Tax>();
+    nhil->setName(QStringLiteral("NHIL"));
+    auto group = std::make_shared<TaxGroup>();
+    group->setTaxes({vat, nhil}); // both join the context with the group
+    context.insert(group);
+    context.save();
+    store.reopen();
+
+    auto& reopened = store.context();
+    const Ref<TaxGroup> read = reopened.fetchFirst<TaxGroup>();
+    const auto taxes = read->taxes();
+    ASSERT_EQ(taxes.size(), 2);
+    EXPECT_EQ(taxes[0]->name(), QStringLiteral("VAT"));
+    EXPECT_EQ(taxes[1]->groups().size(), 1);
+
+    reopened.remove(taxes[0]);
+    EXPECT_EQ(read->taxes().size(), 1);
+    reopened.rollback();
+    EXPECT_EQ(read->taxes().size(), 2);
+    reopened.remove(taxes[0]);
+    reopened.save();
+    store.reopen();
+    EXPECT_EQ(store.context().fetchFirst<TaxGroup>()->taxes().size(), 1);
+}
+
 TEST(StoreFile, ThatIsNotATallyrunStoreOrOfAnotherShapeIsRefusedAndAnOlderOneGainsItsNewColumns)
 {
     QTemporaryDir dir;
