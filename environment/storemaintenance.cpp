@@ -47,7 +47,7 @@ std::optional<QString> StoreMaintenance::run(ModelContext& context)
     } catch (const Refusal& refusal) {
         // Undone whole, markers included, so the next start tries again from the same place.
         qCWarning(lcStore) << "Start-up repairs were not made:" << refusal.description();
-        return QStringLiteral("Tallyrun could not finish its start-up checks of this store and will try "
+        return QStringLiteral("Brindle could not finish its start-up checks of this store and will try "
                               "again next time. %1")
             .arg(refusal.description());
     }

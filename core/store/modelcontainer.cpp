@@ -106,11 +106,11 @@ void ModelContainer::createOrUpgrade()
     const qint64 applicationId = m_connection.scalar(QStringLiteral("PRAGMA application_id")).toLongLong();
     const qint64 version = m_connection.scalar(QStringLiteral("PRAGMA user_version")).toLongLong();
     if (tables > 0 && applicationId != m_schema.applicationId)
-        throw StoreError(QStringLiteral("The file holds data of another program, not a Tallyrun store."));
+        throw StoreError(QStringLiteral("The file holds data of another program, not a Brindle store."));
     if (version > m_schema.version())
         throw StoreError(
             QStringLiteral(
-                "The store was made by a newer version of Tallyrun (layout %1, this version reads %2).")
+                "The store was made by a newer version of Brindle (layout %1, this version reads %2).")
                 .arg(version)
                 .arg(m_schema.version()));
 

@@ -253,7 +253,7 @@ TEST(StoreFile, ThatIsNotATallyrunStoreOrOfAnotherShapeIsRefusedAndAnOlderOneGai
         QStringList says;
     } cases[] = {
         {junk, {"could not be opened as a store", StoreError::sentence(StoreError::Kind::damaged)}},
-        {other, {"not a Tallyrun store"}},
+        {other, {"not a Brindle store"}},
     };
     for (const auto& c : cases) {
         const QString refusal = refusalOpening(c.path);

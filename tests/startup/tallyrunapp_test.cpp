@@ -84,7 +84,7 @@ TEST_F(StartupTest, ALockThatCannotBeMadeRefusesTheStoreInPlainWords)
     EXPECT_FALSE(lock.acquire());
 
     const QString failure = startupFailure();
-    EXPECT_TRUE(failure.startsWith("Tallyrun can't write in the store's folder")) << failure.toStdString();
+    EXPECT_TRUE(failure.startsWith("Brindle can't write in the store's folder")) << failure.toStdString();
     EXPECT_FALSE(QFile::exists(defaultPath)); // refused before the store was opened
 }
 
