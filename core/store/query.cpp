@@ -44,14 +44,18 @@ QVariant toStoredValue(const std::shared_ptr<Record>& value)
     return value ? QVariant(value->idText()) : QVariant();
 }
 
-Condition Column::contains(const QString& text) const
+QString containsPattern(const QString& text)
 {
     QString escaped = text;
     escaped.replace(QLatin1Char('\\'), QStringLiteral("\\\\"))
         .replace(QLatin1Char('%'), QStringLiteral("\\%"))
         .replace(QLatin1Char('_'), QStringLiteral("\\_"));
-    return {quoted() + QStringLiteral(" LIKE ? ESCAPE '\\'"),
-            {QLatin1Char('%') + escaped + QLatin1Char('%')}};
+    return QLatin1Char('%') + escaped + QLatin1Char('%');
+}
+
+Condition Column::contains(const QString& text) const
+{
+    return {quoted() + QStringLiteral(" LIKE ? ESCAPE '\\'"), {containsPattern(text)}};
 }
 
 Condition Column::in(const QVariantList& values) const
