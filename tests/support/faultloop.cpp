@@ -4,8 +4,6 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
-
 #include <sqlite3.h>
 
 namespace {
@@ -61,19 +59,10 @@ QString dumpStoreFile(const QString& path)
 {
     QString dump;
     const QList<QStringList> tables = readRows(
-        path, QStringLiteral("SELECT name, sql LIKE 'CREATE VIRTUAL TABLE%' FROM sqlite_master WHERE type = 'table' "
-                             "AND name NOT LIKE 'sqlite_%' ORDER BY name"));
-    // A search index is read through its virtual table; the tables behind it say the same again.
-    QStringList indexes;
-    for (const QStringList& table : tables) {
-        if (table.value(1) == QStringLiteral("1"))
-            indexes << table.first().mid(1).chopped(1);
-    }
+        path, QStringLiteral("SELECT name FROM sqlite_master WHERE type = 'table' AND name NOT LIKE 'sqlite_%' "
+                             "ORDER BY name"));
     for (const QStringList& table : tables) {
         const QString name = table.first().mid(1).chopped(1);
-        if (std::any_of(indexes.begin(), indexes.end(),
-                        [&name](const QString& index) { return name.startsWith(index + QLatin1Char('_')); }))
-            continue;
         dump += QStringLiteral("[%1]\n").arg(name);
         for (const QStringList& row : readRows(path, QStringLiteral("SELECT * FROM \"%1\" ORDER BY rowid").arg(name)))
             dump += row.join(QLatin1Char('|')) + QLatin1Char('\n');
