@@ -64,16 +64,19 @@ LogWhere whereOf(const ApprovalService::LogFilter& filter, bool boundedAbove = t
         where.bindings << AuditActions::raw(*filter.action);
     }
     const QString search = filter.search.trimmed();
-    if (search.size() >= 3) {
-        // The trigram index finds a text of three letters or more anywhere, in any case.
-        QString phrase = search;
-        phrase.replace(QLatin1Char('"'), QStringLiteral("\"\""));
-        where.sql += QStringLiteral(" AND id IN (SELECT entryId FROM AuditEntrySearch WHERE AuditEntrySearch MATCH ?)");
-        where.bindings << QLatin1Char('"') + phrase + QLatin1Char('"');
-    } else if (!search.isEmpty()) {
-        // Too short for the index: LIKE, which ignores case in the ASCII letters.
-        where.sql += QStringLiteral(" AND %1 LIKE ? ESCAPE '\\'").arg(AuditEntry::searchTextSql(QString()));
-        where.bindings << containsPattern(search);
+    if (!search.isEmpty()) {
+        // LIKE ignores case in the ASCII letters; the wildcards of the text itself are escaped.
+        QString pattern = search;
+        pattern.replace(QLatin1Char('\\'), QStringLiteral("\\\\"))
+            .replace(QLatin1Char('%'), QStringLiteral("\\%"))
+            .replace(QLatin1Char('_'), QStringLiteral("\\_"));
+        pattern = QLatin1Char('%') + pattern + QLatin1Char('%');
+        QStringList fields;
+        for (const char* field : {"cashierName", "approverName", "reference", "reason", "details"}) {
+            fields << QStringLiteral("%1 LIKE ? ESCAPE '\\'").arg(QLatin1String(field));
+            where.bindings << pattern;
+        }
+        where.sql += QStringLiteral(" AND (") + fields.join(QStringLiteral(" OR ")) + QLatin1Char(')');
     }
     return where;
 }

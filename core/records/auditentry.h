@@ -17,10 +17,4 @@
 
 class AuditEntry final : public Record {
     TALLY_RECORD(AuditEntry, TALLY_AUDIT_ENTRY_FIELDS)
-
-public:
-    // The fields the log's search looks in, joined a line each, as SQL over the row named `row`
-    // ("new" in a trigger, empty for the table itself).
-    static QString searchTextSql(const QString& row);
-    static constexpr const char* searchedFields[] = {"cashierName", "approverName", "reference", "reason", "details"};
 };

@@ -72,28 +72,6 @@ void dropIndexTheAuditLogCovers(SqliteConnection& connection)
 {
     connection.execute(QStringLiteral("DROP INDEX IF EXISTS \"AuditEntry_timestamp\""));
 }
-
-// A search of five years of the log for a name or a word reads a trigram index of its texts
-// instead of every row. Triggers keep the index in step with the log, whoever writes to it.
-void addAuditLogSearch(SqliteConnection& connection)
-{
-    const auto text = [](const char* row) { return AuditEntry::searchTextSql(QLatin1String(row)); };
-    connection.execute(QStringLiteral("CREATE VIRTUAL TABLE \"AuditEntrySearch\" USING fts5(\"text\", "
-                                      "\"entryId\" UNINDEXED, tokenize = 'trigram')"));
-    connection.execute(QStringLiteral("CREATE TRIGGER \"AuditEntry_search_insert\" AFTER INSERT ON \"AuditEntry\" "
-                                      "BEGIN INSERT INTO \"AuditEntrySearch\" (\"text\", \"entryId\") "
-                                      "VALUES (%1, new.\"id\"); END")
-                           .arg(text("new")));
-    connection.execute(QStringLiteral("CREATE TRIGGER \"AuditEntry_search_update\" AFTER UPDATE ON \"AuditEntry\" "
-                                      "BEGIN UPDATE \"AuditEntrySearch\" SET \"text\" = %1, \"entryId\" = "
-                                      "new.\"id\" WHERE \"entryId\" = old.\"id\"; END")
-                           .arg(text("new")));
-    connection.execute(QStringLiteral("CREATE TRIGGER \"AuditEntry_search_delete\" AFTER DELETE ON \"AuditEntry\" "
-                                      "BEGIN DELETE FROM \"AuditEntrySearch\" WHERE \"entryId\" = old.\"id\"; END"));
-    connection.execute(QStringLiteral("INSERT INTO \"AuditEntrySearch\" (\"text\", \"entryId\") SELECT %1, "
-                                      "\"id\" FROM \"AuditEntry\"")
-                           .arg(text("")));
-}
 } // namespace
 
 SchemaDescription POSSchema::description()
@@ -136,7 +114,6 @@ SchemaDescription POSSchema::description()
             {3, dropIndexesTheHistoryCovers},
             {4, addUniqueProductCodes},
             {5, dropIndexTheAuditLogCovers},
-            {6, addAuditLogSearch},
         },
     };
 }

@@ -44,18 +44,14 @@ QVariant toStoredValue(const std::shared_ptr<Record>& value)
     return value ? QVariant(value->idText()) : QVariant();
 }
 
-QString containsPattern(const QString& text)
+Condition Column::contains(const QString& text) const
 {
     QString escaped = text;
     escaped.replace(QLatin1Char('\\'), QStringLiteral("\\\\"))
         .replace(QLatin1Char('%'), QStringLiteral("\\%"))
         .replace(QLatin1Char('_'), QStringLiteral("\\_"));
-    return QLatin1Char('%') + escaped + QLatin1Char('%');
-}
-
-Condition Column::contains(const QString& text) const
-{
-    return {quoted() + QStringLiteral(" LIKE ? ESCAPE '\\'"), {containsPattern(text)}};
+    return {quoted() + QStringLiteral(" LIKE ? ESCAPE '\\'"),
+            {QLatin1Char('%') + escaped + QLatin1Char('%')}};
 }
 
 Condition Column::in(const QVariantList& values) const

@@ -35,9 +35,6 @@ private:
     QVariantList m_bindings;
 };
 
-// The LIKE pattern (with ESCAPE '\\') of a text anywhere: its own % and _ are matched literally.
-QString containsPattern(const QString& text);
-
 // Turns what a caller compares with into the stored form: dates to seconds, ids and records to
 // upper-case UUID text, flags to 0/1.
 QVariant toStoredValue(const QVariant& value);

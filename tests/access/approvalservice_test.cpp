@@ -11,8 +11,6 @@
 
 #include <gtest/gtest.h>
 
-#include <sqlite3.h>
-
 namespace {
 
 struct ApprovalTest : ::testing::Test {
@@ -140,10 +138,6 @@ TEST_F(ApprovalTest, TheLogFiltersByDayActionAndTextAndPagesByKey)
     EXPECT_EQ(approvals.logCount({first, first.addDays(4), std::nullopt, QStringLiteral("INV-3")}), 3);
     EXPECT_EQ(approvals.logCount({first, first.addDays(4), std::nullopt, QStringLiteral("RANG")}), 15);
     EXPECT_EQ(approvals.logCount({first, first.addDays(4), std::nullopt, QStringLiteral("%")}), 0);
-    EXPECT_EQ(approvals.logCount({first, first.addDays(4), std::nullopt, QStringLiteral("-3")}), 3)
-        << "too short for the index, and still found";
-    EXPECT_EQ(approvals.logCount({first, first.addDays(4), std::nullopt, QStringLiteral("\"up")}), 0)
-        << "a quote is a character of the search";
 
     const QList<QStringList> all = approvals.rows({first, first.addDays(4), std::nullopt, QString()});
     EXPECT_EQ(all[0][0], QStringLiteral("2026-03-06 23:59"));
@@ -195,36 +189,3 @@ TEST_F(ApprovalTest, TheSheetAsksAgainAfterAWrongPinAndThrottlesGuessing)
 }
 
 } // namespace
-
-// Texts are found through an index the store keeps beside the log: a store whose log was written
-// before it had one gets it filled on opening, and from then on every new entry is in it.
-TEST_F(ApprovalTest, TheLogSearchFindsOlderAndNewerEntriesInAnyCase)
-{
-    const QDate day(2026, 3, 2);
-    now = QDateTime(day, QTime(9, 0));
-    approvals.record(AuditAction::refund, ama.get(), QStringLiteral("Éfua"), 5, QStringLiteral("INV-1"),
-                     QStringLiteral("Wrong size"), QString());
-    context.save();
-    store.close();
-    sqlite3* db = nullptr;
-    ASSERT_EQ(sqlite3_open(store.path().toUtf8().constData(), &db), SQLITE_OK);
-    EXPECT_EQ(sqlite3_exec(db,
-                           "DROP TABLE AuditEntrySearch; DROP TRIGGER AuditEntry_search_insert; DROP TRIGGER "
-                           "AuditEntry_search_update; DROP TRIGGER AuditEntry_search_delete; PRAGMA user_version = 5",
-                           nullptr, nullptr, nullptr),
-              SQLITE_OK);
-    sqlite3_close(db);
-    store.reopen();
-
-    ApprovalService reopened(store.context());
-    now = QDateTime(day, QTime(10, 0));
-    reopened.record(AuditAction::voidSale, ama.get(), QString(), 7, QStringLiteral("INV-2"),
-                    QStringLiteral("wrong customer"), QString());
-    store.context().save();
-    const auto count = [&](const char* search) {
-        return reopened.logCount({day, day, std::nullopt, QString::fromUtf8(search)});
-    };
-    EXPECT_EQ(count("WRONG"), 2);
-    EXPECT_EQ(count("ÉFUA"), 1) << "case is folded beyond ASCII";
-    EXPECT_EQ(count("size wrong"), 0) << "the words in their order";
-}
