@@ -24,11 +24,11 @@ TallyrunApp::TallyrunApp(MarketRegistry& registry, const QString& defaultStorePa
     case StoreLock::Outcome::acquired:
         break;
     case StoreLock::Outcome::heldElsewhere:
-        throw StartupError(QStringLiteral("This store is already open in another Tallyrun window."));
+        throw StartupError(QStringLiteral("This store is already open in another Brindle window."));
     case StoreLock::Outcome::cannotBeMade:
         throw StartupError(QStringLiteral("Brindle can't write in the store's folder (%1), so it can't make "
                                           "sure no other window has this store open. Check that the folder "
-                                          "can be written to, then start Tallyrun again.")
+                                          "can be written to, then start Brindle again.")
                                .arg(QDir::toNativeSeparators(QFileInfo(m_storeLock->path()).path())));
     }
 

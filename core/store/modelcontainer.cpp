@@ -47,7 +47,7 @@ ModelContainer::ModelContainer(const QString& path, SchemaDescription schema)
     const QFileInfo file(path);
     if ((file.exists() && !file.isWritable()) || !QFileInfo(file.absolutePath()).isWritable())
         throw StoreError(QStringLiteral("The store %1 can't be written: its file or folder is read-only. Make "
-                                        "it writable and start Tallyrun again.")
+                                        "it writable and start Brindle again.")
                              .arg(path),
                          StoreError::Kind::readOnly);
     m_connection.open(path);

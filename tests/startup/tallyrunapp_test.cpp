@@ -46,7 +46,7 @@ TEST_F(StartupTest, AFileThatIsNotAStoreStopsStartUpWithItsReason)
 TEST_F(StartupTest, ASecondCopyOnTheSameStoreIsRefusedUntilTheFirstLetsGo)
 {
     TallyrunApp first(registry, defaultPath);
-    EXPECT_EQ(startupFailure(), "This store is already open in another Tallyrun window.");
+    EXPECT_EQ(startupFailure(), "This store is already open in another Brindle window.");
     first.releaseStoreLock();
     EXPECT_EQ(startupFailure(), "");
 }
