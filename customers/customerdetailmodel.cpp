@@ -152,6 +152,19 @@ QList<AccountEntry> CustomerDetailModel::accountHistory()
     return readOrTell(QList<AccountEntry>(), [this] { return m_accounts.ledger(m_customer); });
 }
 
+QString CustomerDetailModel::ageText(const QList<AccountEntry>& ledger) const
+{
+    if (ledger.isEmpty() || ledger.last().balance <= Tolerance::credit)
+        return {};
+    const AgeBuckets age = AccountsService::age(ledger, Clock::now());
+    const std::pair<const char*, double> buckets[] = {
+        {"0–30 days", age.current}, {"31–60 days", age.days31to60}, {"61–90 days", age.days61to90}, {"Over 90 days", age.over90}};
+    QStringList parts;
+    for (const auto& [title, amount] : buckets)
+        parts << QString::fromUtf8(title) + u' ' + money(amount);
+    return parts.join(QStringLiteral(" · "));
+}
+
 QList<Ref<Sale>> CustomerDetailModel::purchases(int offset)
 {
     return readOrTell(QList<Ref<Sale>>(), [&] {

@@ -116,6 +116,9 @@ public:
     double balanceOwed();
     QString balanceOwedText();
     QList<AccountEntry> accountHistory();
+    // What of the balance is how old, from the ledger accountHistory gave: "0–30 days ₵20.00 ·
+    // 31–60 days ₵0.00 · 61–90 days ₵0.00 · Over 90 days ₵5.00". Empty while nothing is owed.
+    QString ageText(const QList<AccountEntry>& ledger) const;
     // Newest first, a page at a time; `offset` counts rows already shown. Voided ones included.
     QList<Ref<Sale>> purchases(int offset = 0);
 

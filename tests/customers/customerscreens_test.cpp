@@ -127,6 +127,19 @@ TEST_F(CustomerScreensTest, DeleteWarnsAboutTheBalanceAndSalesThenUnlinksThem)
     EXPECT_EQ(countRowsOnDisk(store.path(), QStringLiteral("Customer")), 0);
 }
 
+// The age of what is owed, beside the balance, in the buckets of the aged-balances report.
+TEST_F(CustomerScreensTest, TheAccountSaysHowOldWhatIsOwedIs)
+{
+    const QDateTime today = QDateTime::currentDateTime();
+    const Ref<Customer> ama = addCustomer(context, {.name = QStringLiteral("Ama")});
+    CustomerDetailModel detail(accounts, loyalty, context, session, ama);
+    EXPECT_EQ(detail.ageText(detail.accountHistory()), QString()) << "nothing owed, nothing to age";
+    addSale(context, {.customer = ama, .at = today.addDays(-100), .tenders = {{PaymentMethodType::onAccount, 35}}});
+    addSale(context, {.customer = ama, .at = today.addDays(-2), .tenders = {{PaymentMethodType::onAccount, 20}}});
+    EXPECT_EQ(detail.ageText(detail.accountHistory()),
+              "0–30 days ₵20.00 · 31–60 days ₵0.00 · 61–90 days ₵0.00 · Over 90 days ₵35.00");
+}
+
 // "1,000" read as money is checked by the fault loop's new customer.
 TEST_F(CustomerScreensTest, ACreditLimitThatIsNoAmountIsRefusedAndTheSavedOneKept)
 {

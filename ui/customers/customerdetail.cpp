@@ -40,10 +40,12 @@ constexpr int visibleRows = 10;
 constexpr int firstAmountColumn = 2;
 const QColor voidedColour(0x8a, 0x94, 0x9f);
 
-QString dateTimeText(const QDateTime& moment)
+// The histories give their room to the details; a purchase keeps its time, to tell a day's apart.
+QString dateText(const QDateTime& moment, bool withTime = false)
 {
     static const QLocale locale(QLocale::English, QLocale::UnitedStates);
-    return locale.toString(moment.toLocalTime(), QStringLiteral("MMM d, yyyy h:mm AP"));
+    return locale.toString(moment.toLocalTime(),
+                           withTime ? QStringLiteral("MMM d, yyyy h:mm AP") : QStringLiteral("MMM d, yyyy"));
 }
 
 QTableWidget* makeTable(const QStringList& headers, const QString& name, QWidget* parent)
@@ -199,6 +201,9 @@ Section* CustomerDetail::accountSection()
     figures->addWidget(m_receivePayment, 0, Qt::AlignBottom);
     card->addSpacing(4);
     card->addLayout(figures);
+    m_age = Theme::label(QString(), Theme::Text::note, section);
+    m_age->setWordWrap(true);
+    card->addWidget(m_age);
 
     card->addWidget(Theme::label(Model::accountHistoryTitle(), Theme::Text::strong, section));
     m_accountHistory =
@@ -283,7 +288,7 @@ void CustomerDetail::refreshPoints()
         const QString change =
             (entry.points() > 0 ? QStringLiteral("+") : QString()) + QString::number(entry.points());
         setRowCells(m_pointsHistory, row,
-                    {dateTimeText(entry.timestamp()), LoyaltyEntryKinds::description(entry), change,
+                    {dateText(entry.timestamp()), LoyaltyEntryKinds::description(entry), change,
                      QString::number(entry.balanceAfter())},
                     firstAmountColumn);
     }
@@ -312,12 +317,18 @@ void CustomerDetail::refreshAccount()
     for (int row = 0; row < entries.size(); ++row) {
         const AccountEntry& entry = entries[row];
         setRowCells(m_accountHistory, row,
-                    {dateTimeText(entry.date), entry.description(),
+                    {dateText(entry.date), entry.description(),
                      entry.charge != 0 ? money(entry.charge) : QString(),
                      entry.credit != 0 ? money(entry.credit) : QString(), money(entry.balance)},
                     firstAmountColumn);
     }
     showRows(m_accountHistory, visibleRows, m_noAccountHistory);
+    // A line breaks between the buckets, never inside one.
+    QStringList buckets = m_model.ageText(entries).split(QStringLiteral(" · "), Qt::SkipEmptyParts);
+    for (QString& bucket : buckets)
+        bucket.replace(u' ', QChar::Nbsp);
+    m_age->setText(buckets.join(QStringLiteral(" · ")));
+    m_age->setVisible(!m_age->text().isEmpty());
     // Oldest first: the latest line, with the balance now, is the one wanted.
     m_accountHistory->scrollToBottom();
 }
@@ -339,7 +350,7 @@ void CustomerDetail::refreshPurchases(int count)
         const Sale& sale = *sales[row];
         const bool voided = sale.isVoided();
         setRowCells(m_purchases, row,
-                    {dateTimeText(sale.timestamp()), sale.invoiceNumber(), money(sale.total()),
+                    {dateText(sale.timestamp(), true), sale.invoiceNumber(), money(sale.total()),
                      voided ? CustomerDetailModel::voidedMark() : QString()},
                     firstAmountColumn);
         if (voided) {

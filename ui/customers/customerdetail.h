@@ -40,6 +40,7 @@ public:
     QLabel* pointsBalanceLabel() const { return m_pointsBalance; }
     QLabel* balanceOwedLabel() const { return m_balanceOwed; }
     QLabel* availableCreditLabel() const { return m_availableCredit; }
+    QLabel* ageLabel() const { return m_age; }
     QTableWidget* pointsHistory() const { return m_pointsHistory; }
     QTableWidget* accountHistory() const { return m_accountHistory; }
     QTableWidget* purchases() const { return m_purchases; }
@@ -100,6 +101,7 @@ private:
     QLabel* m_noPoints;
     QLabel* m_balanceOwed;
     QLabel* m_availableCredit;
+    QLabel* m_age;
     QPushButton* m_receivePayment;
     QTableWidget* m_accountHistory;
     QLabel* m_noAccountHistory;
