@@ -11,6 +11,9 @@ class QListWidget;
 // The pieces of a list-and-detail screen: the records listed on the left, the chosen one's detail
 // on the right.
 
+// Every such screen's list is as wide, so that moving between them the detail doesn't jump.
+constexpr int recordListWidth = 320;
+
 // The search above the list, with a line under it while the search finds nothing.
 class SearchListPane : public QWidget {
     Q_OBJECT

@@ -58,7 +58,7 @@ CustomersView::CustomersView(AppEnvironment& environment, SessionStore& session,
     cardLayout->setContentsMargins(1, 6, 1, 6);
     cardLayout->addWidget(m_list);
     m_listPane = new SearchListPane(m_search, listCard, QStringLiteral("No customers match “%1”."), this);
-    m_listPane->setFixedWidth(300);
+    m_listPane->setFixedWidth(recordListWidth);
     m_detailPages = new DetailPages(Model::noSelectionTitle(), Model::noSelectionMessage(), this);
     m_body = new ListDetailBody(m_listPane, m_detailPages, Model::emptyTitle(), Model::emptyMessage(), this);
 

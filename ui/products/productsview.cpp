@@ -33,7 +33,7 @@ ProductsView::ProductsView(AppEnvironment& environment, SessionStore& session, Q
     , m_model(environment.modelContext(), session)
 {
     auto* layout = new QVBoxLayout(this);
-    layout->setContentsMargins(32, 28, 32, 0);
+    layout->setContentsMargins(32, 28, 32, 24);
     layout->setSpacing(14);
     layout->addWidget(buildHeader());
     layout->addWidget(buildFilterBar());
@@ -41,7 +41,7 @@ ProductsView::ProductsView(AppEnvironment& environment, SessionStore& session, Q
     layout->addWidget(m_error);
     m_listCard = new RecordListCard(QStringLiteral("Products"), ProductsViewModel::emptyTitle(),
                                     ProductsViewModel::emptyMessage(), this);
-    m_listCard->setFixedWidth(320);
+    m_listCard->setFixedWidth(recordListWidth);
     list()->setItemDelegate(new ProductListDelegate(list()));
     m_detail =
         new DetailPages(ProductsViewModel::noSelectionTitle(), ProductsViewModel::noSelectionMessage(), this);

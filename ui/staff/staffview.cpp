@@ -44,7 +44,7 @@ StaffView::StaffView(AppEnvironment& environment, SessionStore& session, QWidget
     auto* listPane = new QWidget(this);
     listPane->setLayout(listColumn);
     listColumn->setContentsMargins(0, 0, 0, 0);
-    listPane->setFixedWidth(320);
+    listPane->setFixedWidth(recordListWidth);
     m_detailPages = new DetailPages(Model::noSelectionTitle(), Model::noSelectionMessage(), this);
     auto* body = new QHBoxLayout;
     body->setSpacing(24);

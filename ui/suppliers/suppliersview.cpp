@@ -41,14 +41,14 @@ SuppliersView::SuppliersView(AppEnvironment& environment, QWidget* parent)
     layout->addLayout(header);
 
     m_search = makeSearchField(SuppliersViewModel::searchPrompt(), this);
-    m_search->setMaximumWidth(400);
+    m_search->setFixedWidth(recordListWidth);
     layout->addWidget(m_search);
     m_error = new ErrorLabel(this);
     layout->addWidget(m_error);
 
     m_listCard = new RecordListCard(QStringLiteral("Suppliers"), SuppliersViewModel::emptyTitle(),
                                     SuppliersViewModel::emptyMessage(), this);
-    m_listCard->setFixedWidth(340);
+    m_listCard->setFixedWidth(recordListWidth);
     list()->setItemDelegate(new RecordRowDelegate(list()));
     m_detail = new DetailPages(SuppliersViewModel::noSelectionTitle(),
                                SuppliersViewModel::noSelectionMessage(), this);
