@@ -25,7 +25,7 @@ void CustomersViewModel::setSearchText(const QString& text)
         Q_EMIT searchTextChanged();
 }
 
-QList<CustomerRow> CustomersViewModel::page(const Ref<Customer>& after)
+QList<CustomerRow> CustomersViewModel::page(const Ref<Customer>& after, int limit)
 {
     return reading(QList<CustomerRow>(), [&] {
         using Col = Customer::Col;
@@ -39,7 +39,7 @@ QList<CustomerRow> CustomersViewModel::page(const Ref<Customer>& after)
                                                         "\"Customer\" WHERE \"id\" = ?)"),
                                          {after->idText()});
         const QList<Ref<Customer>> customers = m_context.fetch<Customer>(
-            FetchDescriptor(filter).sortedBy(ascending(Col::name)).sortedBy(ascending(Col::id)).limitedTo(pageSize));
+            FetchDescriptor(filter).sortedBy(ascending(Col::name)).sortedBy(ascending(Col::id)).limitedTo(limit));
         const QHash<QString, double> balances = m_accounts.balancesByCustomer(customers);
         const Ref<AppSettings> settings = m_session.settings();
         const QString symbol = settings ? settings->currencySymbol() : Currency::fixedSign;

@@ -49,10 +49,10 @@ public:
     void setSearchText(const QString& text);
 
     static constexpr int pageSize = 100;
-    // The list by name, a page at a time: the customers after `after`, the last one shown, or the
-    // first page without it; fewer than a page means the end. With a search, those whose name,
+    // The list by name, a page at a time: the next `limit` customers after `after`, the last one
+    // shown, or from the first without it; fewer than `limit` means the end. With a search, those whose name,
     // phone or e-mail contains it (case aside in the ASCII letters).
-    QList<CustomerRow> page(const Ref<Customer>& after = nullptr);
+    QList<CustomerRow> page(const Ref<Customer>& after = nullptr, int limit = pageSize);
     // Any customer at all, search aside: "No customers" is only for a store without one.
     bool hasCustomers();
     bool isSaved(const QUuid& customerID);

@@ -71,6 +71,9 @@ TEST_F(CustomerScreensTest, ListPagesByNameNeitherRepeatingNorLosingNamesakes)
         }
     }
     EXPECT_EQ(seen, added);
+    const QList<CustomerRow> atOnce = list.page(nullptr, int(all.size()));
+    ASSERT_EQ(atOnce.size(), all.size()) << "a reload of all that was shown reads the same rows";
+    EXPECT_EQ(atOnce.last().customer, all.last().customer);
     EXPECT_EQ(all.last().owesText, QStringLiteral("Owes ₵12.50"));
 }
 

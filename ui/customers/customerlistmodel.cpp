@@ -2,6 +2,8 @@
 
 #include "ui/controls/recordrowdelegate.h"
 
+#include <algorithm>
+
 CustomerListModel::CustomerListModel(CustomersViewModel& customers, QObject* parent)
     : QAbstractListModel(parent)
     , m_customers(customers)
@@ -10,9 +12,12 @@ CustomerListModel::CustomerListModel(CustomersViewModel& customers, QObject* par
 
 void CustomerListModel::reload()
 {
+    // One read of as many as were shown: the customer being looked at stays loaded, and finding
+    // its row again needs no walk through the pages.
+    const int shown = std::max(int(m_rows.size()), CustomersViewModel::pageSize);
     beginResetModel();
-    m_rows = m_customers.page();
-    m_atEnd = m_rows.size() < CustomersViewModel::pageSize;
+    m_rows = m_customers.page(nullptr, shown);
+    m_atEnd = m_rows.size() < shown;
     endResetModel();
 }
 

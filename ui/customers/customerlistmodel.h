@@ -11,7 +11,8 @@ class CustomerListModel : public QAbstractListModel {
 public:
     explicit CustomerListModel(CustomersViewModel& customers, QObject* parent = nullptr);
 
-    // Starts again from the first page, after the customers or the search changed.
+    // Reads the list again from the top, as far down as it was loaded, after the customers or the
+    // search changed.
     void reload();
     // The row of the customer, loading pages until it is found; -1 when the list doesn't hold it.
     int rowOf(const QUuid& customerID);
