@@ -44,39 +44,46 @@ QString discountPercent(const Cart& cart)
     return Currency::percentText(gross > 0 ? cart.cashierDiscountTotal() / gross : 0);
 }
 
-// The filter as SQL conditions over AuditEntry, with their bindings.
+// The filter as SQL over the log: the rows to read from, the conditions and their bindings.
 struct LogWhere {
+    QString from; // enough to count
+    QString alias; // of the table the conditions and the order read
     QString sql;
     QVariantList bindings;
+
+    // The entries themselves, for their rows.
+    QString fromEntries() const
+    {
+        return alias == QLatin1String("e") ? from : from + QStringLiteral(" CROSS JOIN AuditEntry e ON e.id = s.id");
+    }
 };
 
+// A search reads the narrow copy of the log's words in time order, and only a page's matches are
+// joined to their entries; without one, the entries' own indexes serve.
 LogWhere whereOf(const ApprovalService::LogFilter& filter, bool boundedAbove = true)
 {
+    const QString search = filter.search.trimmed();
     LogWhere where;
-    where.sql = QStringLiteral("timestamp >= ?");
+    where.from = search.isEmpty() ? QStringLiteral("AuditEntry e") : QStringLiteral("AuditSearch s");
+    where.alias = search.isEmpty() ? QStringLiteral("e") : QStringLiteral("s");
+    where.sql = where.alias + QStringLiteral(".timestamp >= ?");
     where.bindings << double(QDateTime(filter.from, QTime(0, 0)).toSecsSinceEpoch());
     if (boundedAbove) {
-        where.sql += QStringLiteral(" AND timestamp < ?");
+        where.sql += QStringLiteral(" AND %1.timestamp < ?").arg(where.alias);
         where.bindings << double(QDateTime(filter.to.addDays(1), QTime(0, 0)).toSecsSinceEpoch());
     }
     if (filter.action) {
-        where.sql += QStringLiteral(" AND actionRaw = ?");
+        where.sql += QStringLiteral(" AND %1.actionRaw = ?").arg(where.alias);
         where.bindings << AuditActions::raw(*filter.action);
     }
-    const QString search = filter.search.trimmed();
     if (!search.isEmpty()) {
         // LIKE ignores case in the ASCII letters; the wildcards of the text itself are escaped.
         QString pattern = search;
         pattern.replace(QLatin1Char('\\'), QStringLiteral("\\\\"))
             .replace(QLatin1Char('%'), QStringLiteral("\\%"))
             .replace(QLatin1Char('_'), QStringLiteral("\\_"));
-        pattern = QLatin1Char('%') + pattern + QLatin1Char('%');
-        QStringList fields;
-        for (const char* field : {"cashierName", "approverName", "reference", "reason", "details"}) {
-            fields << QStringLiteral("%1 LIKE ? ESCAPE '\\'").arg(QLatin1String(field));
-            where.bindings << pattern;
-        }
-        where.sql += QStringLiteral(" AND (") + fields.join(QStringLiteral(" OR ")) + QLatin1Char(')');
+        where.sql += QStringLiteral(" AND s.text LIKE ? ESCAPE '\\'");
+        where.bindings << QLatin1Char('%') + pattern + QLatin1Char('%');
     }
     return where;
 }
@@ -105,7 +112,14 @@ ApprovalService::LogRow logRowOf(const SqliteStatement& statement)
 }
 
 const QString logColumns = QStringLiteral(
-    "SELECT timestamp, id, actionRaw, cashierName, approverName, amount, reference, reason, details FROM AuditEntry");
+    "SELECT e.timestamp, e.id, e.actionRaw, e.cashierName, e.approverName, e.amount, e.reference, e.reason, e.details "
+    "FROM ");
+
+// Newest first; the id orders entries of one second.
+QString logOrder(const LogWhere& where)
+{
+    return QStringLiteral(" ORDER BY %1.timestamp DESC, %1.id DESC").arg(where.alias);
+}
 
 } // namespace
 
@@ -245,19 +259,19 @@ QList<ApprovalService::LogRow> ApprovalService::logPage(const LogFilter& filter,
     // The key's row is inside the filter, so the key is the upper bound, and a page far down
     // starts at its place in the index instead of walking there.
     if (after) {
-        where.sql += QStringLiteral(" AND (timestamp, id) < (?, ?)");
+        where.sql += QStringLiteral(" AND (%1.timestamp, %1.id) < (?, ?)").arg(where.alias);
         where.bindings << after->first << after->second;
     }
     where.bindings << limit;
-    return m_context.rows<LogRow>(
-        logColumns + QStringLiteral(" WHERE ") + where.sql + QStringLiteral(" ORDER BY timestamp DESC, id DESC LIMIT ?"),
-        where.bindings, logRowOf);
+    return m_context.rows<LogRow>(logColumns + where.fromEntries() + QStringLiteral(" WHERE ") + where.sql + logOrder(where) +
+                                      QStringLiteral(" LIMIT ?"),
+                                  where.bindings, logRowOf);
 }
 
 qint64 ApprovalService::logCount(const LogFilter& filter)
 {
     const LogWhere where = whereOf(filter);
-    const QList<qint64> count = m_context.rows<qint64>(QStringLiteral("SELECT COUNT(*) FROM AuditEntry WHERE ") + where.sql,
+    const QList<qint64> count = m_context.rows<qint64>(QStringLiteral("SELECT COUNT(*) FROM ") + where.from + QStringLiteral(" WHERE ") + where.sql,
                                                        where.bindings, [](const SqliteStatement& statement) {
                                                            return statement.integer(0);
                                                        });
@@ -268,6 +282,6 @@ QList<QStringList> ApprovalService::rows(const LogFilter& filter)
 {
     const LogWhere where = whereOf(filter);
     return m_context.rows<QStringList>(
-        logColumns + QStringLiteral(" WHERE ") + where.sql + QStringLiteral(" ORDER BY timestamp DESC, id DESC"),
+        logColumns + where.fromEntries() + QStringLiteral(" WHERE ") + where.sql + logOrder(where),
         where.bindings, [](const SqliteStatement& statement) { return logRowOf(statement).cells; });
 }

@@ -5,6 +5,8 @@
 #include "clock/clock.h"
 #include "records/records.h"
 #include "selling/cart.h"
+#include "store/storeerror.h"
+#include "store/unitofwork.h"
 #include "support/printers.h"
 #include "support/teststore.h"
 #include "userbuilder.h"
@@ -143,18 +145,31 @@ TEST_F(ApprovalTest, TheLogFiltersByDayActionAndTextAndPagesByKey)
     EXPECT_EQ(all[0][0], QStringLiteral("2026-03-06 23:59"));
     EXPECT_EQ(all[0][4], QStringLiteral("₵12.01")); // rounded on creation, halves away from zero
     EXPECT_EQ(all[0][6], QStringLiteral("rang up twice"));
-    QList<QStringList> paged;
-    std::optional<std::pair<double, QString>> after;
-    for (;;) {
-        const QList<ApprovalService::LogRow> page =
-            approvals.logPage({first, first.addDays(4), std::nullopt, QString()}, after, 4);
-        if (page.isEmpty())
-            break;
-        for (const ApprovalService::LogRow& row : page)
-            paged << row.cells;
-        after = std::pair(page.last().timestamp, page.last().id);
+    // A search reads another table than the plain log: both page by key to the same rows.
+    for (const QString& search : {QString(), QStringLiteral("twice")}) {
+        const ApprovalService::LogFilter filter{first, first.addDays(4), std::nullopt, search};
+        QList<QStringList> paged;
+        std::optional<std::pair<double, QString>> after;
+        for (;;) {
+            const QList<ApprovalService::LogRow> page = approvals.logPage(filter, after, 4);
+            if (page.isEmpty())
+                break;
+            for (const ApprovalService::LogRow& row : page)
+                paged << row.cells;
+            after = std::pair(page.last().timestamp, page.last().id);
+        }
+        EXPECT_EQ(paged, all) << search.toStdString();
     }
-    EXPECT_EQ(paged, all);
+    // Words of two fields are not one text; an entry rolled back is not found.
+    EXPECT_EQ(approvals.logCount({first, first.addDays(4), std::nullopt, QStringLiteral("Boss INV")}), 0);
+    EXPECT_THROW(performUnitOfWork(context,
+                                   [&] {
+                                       approvals.record(AuditAction::noSale, ama.get(), QString(), std::nullopt,
+                                                        QString(), QStringLiteral("ghost"), QString());
+                                       throw StoreError(QStringLiteral("failed"));
+                                   }),
+                 StoreError);
+    EXPECT_EQ(approvals.logCount({first, first.addDays(4), std::nullopt, QStringLiteral("ghost")}), 0);
 }
 
 TEST_F(ApprovalTest, TheSheetAsksAgainAfterAWrongPinAndThrottlesGuessing)

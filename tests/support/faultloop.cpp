@@ -64,7 +64,8 @@ QString dumpStoreFile(const QString& path)
     for (const QStringList& table : tables) {
         const QString name = table.first().mid(1).chopped(1);
         dump += QStringLiteral("[%1]\n").arg(name);
-        for (const QStringList& row : readRows(path, QStringLiteral("SELECT * FROM \"%1\" ORDER BY rowid").arg(name)))
+        // In the order the file keeps the rows: by rowid, or by key in a table without one.
+        for (const QStringList& row : readRows(path, QStringLiteral("SELECT * FROM \"%1\"").arg(name)))
             dump += row.join(QLatin1Char('|')) + QLatin1Char('\n');
     }
     return dump;
