@@ -1,5 +1,6 @@
 #include "access/approvalservice.h"
 
+#include "access/auditsearchindex.h"
 #include "access/pinrules.h"
 #include "clock/clock.h"
 #include "money/currency.h"
@@ -44,46 +45,30 @@ QString discountPercent(const Cart& cart)
     return Currency::percentText(gross > 0 ? cart.cashierDiscountTotal() / gross : 0);
 }
 
-// The filter as SQL over the log: the rows to read from, the conditions and their bindings.
+// The filter as SQL conditions over AuditEntry, with their bindings; a search is answered by the
+// index of the log's words.
 struct LogWhere {
-    QString from; // enough to count
-    QString alias; // of the table the conditions and the order read
     QString sql;
     QVariantList bindings;
-
-    // The entries themselves, for their rows.
-    QString fromEntries() const
-    {
-        return alias == QLatin1String("e") ? from : from + QStringLiteral(" CROSS JOIN AuditEntry e ON e.id = s.id");
-    }
 };
 
-// A search reads the narrow copy of the log's words in time order, and only a page's matches are
-// joined to their entries; without one, the entries' own indexes serve.
+double startOf(const QDate& day)
+{
+    return double(QDateTime(day, QTime(0, 0)).toSecsSinceEpoch());
+}
+
 LogWhere whereOf(const ApprovalService::LogFilter& filter, bool boundedAbove = true)
 {
-    const QString search = filter.search.trimmed();
     LogWhere where;
-    where.from = search.isEmpty() ? QStringLiteral("AuditEntry e") : QStringLiteral("AuditSearch s");
-    where.alias = search.isEmpty() ? QStringLiteral("e") : QStringLiteral("s");
-    where.sql = where.alias + QStringLiteral(".timestamp >= ?");
-    where.bindings << double(QDateTime(filter.from, QTime(0, 0)).toSecsSinceEpoch());
+    where.sql = QStringLiteral("timestamp >= ?");
+    where.bindings << startOf(filter.from);
     if (boundedAbove) {
-        where.sql += QStringLiteral(" AND %1.timestamp < ?").arg(where.alias);
-        where.bindings << double(QDateTime(filter.to.addDays(1), QTime(0, 0)).toSecsSinceEpoch());
+        where.sql += QStringLiteral(" AND timestamp < ?");
+        where.bindings << startOf(filter.to.addDays(1));
     }
     if (filter.action) {
-        where.sql += QStringLiteral(" AND %1.actionRaw = ?").arg(where.alias);
+        where.sql += QStringLiteral(" AND actionRaw = ?");
         where.bindings << AuditActions::raw(*filter.action);
-    }
-    if (!search.isEmpty()) {
-        // LIKE ignores case in the ASCII letters; the wildcards of the text itself are escaped.
-        QString pattern = search;
-        pattern.replace(QLatin1Char('\\'), QStringLiteral("\\\\"))
-            .replace(QLatin1Char('%'), QStringLiteral("\\%"))
-            .replace(QLatin1Char('_'), QStringLiteral("\\_"));
-        where.sql += QStringLiteral(" AND s.text LIKE ? ESCAPE '\\'");
-        where.bindings << QLatin1Char('%') + pattern + QLatin1Char('%');
     }
     return where;
 }
@@ -112,14 +97,9 @@ ApprovalService::LogRow logRowOf(const SqliteStatement& statement)
 }
 
 const QString logColumns = QStringLiteral(
-    "SELECT e.timestamp, e.id, e.actionRaw, e.cashierName, e.approverName, e.amount, e.reference, e.reason, e.details "
-    "FROM ");
-
-// Newest first; the id orders entries of one second.
-QString logOrder(const LogWhere& where)
-{
-    return QStringLiteral(" ORDER BY %1.timestamp DESC, %1.id DESC").arg(where.alias);
-}
+    "SELECT timestamp, id, actionRaw, cashierName, approverName, amount, reference, reason, details FROM AuditEntry");
+// Newest first; the id orders the entries of one second.
+const QString logOrder = QStringLiteral(" ORDER BY timestamp DESC, id DESC");
 
 } // namespace
 
@@ -127,6 +107,8 @@ ApprovalService::ApprovalService(ModelContext& context)
     : m_context(context)
 {
 }
+
+ApprovalService::~ApprovalService() = default;
 
 QList<Ref<User>> ApprovalService::adminsWithPin()
 {
@@ -255,33 +237,80 @@ QList<ApprovalService::LogRow> ApprovalService::logPage(const LogFilter& filter,
                                                         const std::optional<std::pair<double, QString>>& after,
                                                         int limit)
 {
+    if (!filter.search.trimmed().isEmpty()) {
+        QStringList ids;
+        const std::vector<int> found = searchMatches(filter);
+        for (auto entry = found.rbegin(); entry != found.rend() && ids.size() < limit; ++entry) {
+            const std::pair key(m_searchIndex->timestamp(*entry), m_searchIndex->id(*entry));
+            if (!after || key < *after)
+                ids << key.second;
+        }
+        return entriesWithIds(ids);
+    }
     LogWhere where = whereOf(filter, !after);
     // The key's row is inside the filter, so the key is the upper bound, and a page far down
     // starts at its place in the index instead of walking there.
     if (after) {
-        where.sql += QStringLiteral(" AND (%1.timestamp, %1.id) < (?, ?)").arg(where.alias);
+        where.sql += QStringLiteral(" AND (timestamp, id) < (?, ?)");
         where.bindings << after->first << after->second;
     }
     where.bindings << limit;
-    return m_context.rows<LogRow>(logColumns + where.fromEntries() + QStringLiteral(" WHERE ") + where.sql + logOrder(where) +
-                                      QStringLiteral(" LIMIT ?"),
+    return m_context.rows<LogRow>(logColumns + QStringLiteral(" WHERE ") + where.sql + logOrder + QStringLiteral(" LIMIT ?"),
                                   where.bindings, logRowOf);
 }
 
 qint64 ApprovalService::logCount(const LogFilter& filter)
 {
+    if (!filter.search.trimmed().isEmpty())
+        return qint64(searchMatches(filter).size());
     const LogWhere where = whereOf(filter);
-    const QList<qint64> count = m_context.rows<qint64>(QStringLiteral("SELECT COUNT(*) FROM ") + where.from + QStringLiteral(" WHERE ") + where.sql,
-                                                       where.bindings, [](const SqliteStatement& statement) {
-                                                           return statement.integer(0);
-                                                       });
-    return count.value(0);
+    return m_context.scalar(QStringLiteral("SELECT COUNT(*) FROM AuditEntry WHERE ") + where.sql, where.bindings)
+        .toLongLong();
 }
 
 QList<QStringList> ApprovalService::rows(const LogFilter& filter)
 {
-    const LogWhere where = whereOf(filter);
-    return m_context.rows<QStringList>(
-        logColumns + where.fromEntries() + QStringLiteral(" WHERE ") + where.sql + logOrder(where),
-        where.bindings, [](const SqliteStatement& statement) { return logRowOf(statement).cells; });
+    QList<LogRow> rows;
+    if (!filter.search.trimmed().isEmpty()) {
+        // A few hundred at a time: SQLite takes only so many values in one statement.
+        const std::vector<int> found = searchMatches(filter);
+        QStringList ids;
+        for (auto entry = found.rbegin(); entry != found.rend(); ++entry) {
+            ids << m_searchIndex->id(*entry);
+            if (ids.size() == 500 || entry + 1 == found.rend()) {
+                rows += entriesWithIds(ids);
+                ids.clear();
+            }
+        }
+    } else {
+        const LogWhere where = whereOf(filter);
+        rows = m_context.rows<LogRow>(logColumns + QStringLiteral(" WHERE ") + where.sql + logOrder, where.bindings,
+                                      logRowOf);
+    }
+    QList<QStringList> cells;
+    cells.reserve(rows.size());
+    for (LogRow& row : rows)
+        cells.append(std::move(row.cells));
+    return cells;
+}
+
+std::vector<int> ApprovalService::searchMatches(const LogFilter& filter)
+{
+    if (!m_searchIndex)
+        m_searchIndex = std::make_unique<AuditSearchIndex>(m_context);
+    return m_searchIndex->matches(
+        {startOf(filter.from), startOf(filter.to.addDays(1)), filter.action ? AuditActions::raw(*filter.action) : QString()},
+        filter.search.trimmed());
+}
+
+QList<ApprovalService::LogRow> ApprovalService::entriesWithIds(const QStringList& ids)
+{
+    if (ids.isEmpty())
+        return {};
+    QVariantList bindings;
+    for (const QString& id : ids)
+        bindings << id;
+    const QString marks = QStringLiteral("?, ").repeated(ids.size()).chopped(2);
+    return m_context.rows<LogRow>(logColumns + QStringLiteral(" WHERE id IN (%1)").arg(marks) + logOrder, bindings,
+                                  logRowOf);
 }

@@ -10,8 +10,11 @@
 #include <QString>
 #include <QStringList>
 
+#include <memory>
 #include <optional>
+#include <vector>
 
+class AuditSearchIndex;
 class Cart;
 class ModelContext;
 
@@ -20,6 +23,7 @@ class ModelContext;
 class ApprovalService {
 public:
     explicit ApprovalService(ModelContext& context);
+    ~ApprovalService();
 
     QList<Ref<User>> adminsWithPin();
     // Throws ApprovalError::noAdminPin, whatever was typed, while no admin has a PIN.
@@ -60,5 +64,10 @@ public:
     QList<QStringList> rows(const LogFilter& filter);
 
 private:
+    // A search's entries in the filter, oldest first.
+    std::vector<int> searchMatches(const LogFilter& filter);
+    QList<LogRow> entriesWithIds(const QStringList& ids);
+
     ModelContext& m_context;
+    std::unique_ptr<AuditSearchIndex> m_searchIndex; // made at the first search
 };

@@ -73,9 +73,9 @@ void dropIndexTheAuditLogCovers(SqliteConnection& connection)
     connection.execute(QStringLiteral("DROP INDEX IF EXISTS \"AuditEntry_timestamp\""));
 }
 
-// A search of the audit log's words over years reads this narrow copy in time order instead of
-// every wide row: one text of the searched fields a line each, so a match never runs from one
-// field into the next. Triggers keep it, so every writer, and every rollback, keeps it right.
+// The audit log's words, a narrow row an entry in time order, which a search reads at once instead
+// of every wide row: the searched fields a line each, so a match never runs from one field into
+// the next. Triggers keep it, so every writer, and every rollback, keeps it right.
 void addAuditSearchText(SqliteConnection& connection)
 {
     const QString text = QStringLiteral(
