@@ -40,7 +40,15 @@ void AuditSearchIndex::catchUp()
             qint64(m_log->timestamps.size()))
             return;
     }
-    m_log.emplace();
+    // Room made at once: growing by doubling would touch every new page of memory twice over.
+    const qint64 entries = m_context.scalar(QStringLiteral("SELECT COUNT(*) FROM AuditSearch")).toLongLong();
+    Log& log = m_log.emplace();
+    log.words.reserve(size_t(entries * 128));
+    log.ids.reserve(size_t(entries * 36));
+    for (std::vector<int>* starts : {&log.wordStarts, &log.idStarts})
+        starts->reserve(size_t(entries + 1));
+    log.timestamps.reserve(size_t(entries));
+    log.actions.reserve(size_t(entries));
     read(QString(), {});
 }
 

@@ -10,6 +10,8 @@
 
 #include <cstdio>
 
+#include <unistd.h>
+
 QString fiveYearStorePath()
 {
     static const QString path = [] {
@@ -42,6 +44,9 @@ QString fiveYearStoreCopy()
         // Whatever the last writer left uncheckpointed belongs to the store as well.
         if (QFileInfo(original + QStringLiteral("-wal")).size() > 0)
             QFile::copy(original + QStringLiteral("-wal"), copy + QStringLiteral("-wal"));
+        // On disk before anything is timed: otherwise the first commits' syncs wait for the
+        // gigabytes of the copy to be written out.
+        ::sync();
         std::fprintf(stderr, "Copied the five-year store in %.1f s\n", timer.elapsed() / 1000.0);
         return copy;
     }();
