@@ -14,6 +14,8 @@
 #include "staff/staffservice.h"
 #include "store/unitofwork.h"
 
+#include <QScopedValueRollback>
+
 #include <algorithm>
 #include <cmath>
 #include <utility>
@@ -62,7 +64,10 @@ POSViewModel::POSViewModel(AppEnvironment& environment, SessionStore& session, Q
     , m_heldSales(std::make_unique<HeldSalesModel>(environment.modelContext()))
 {
     ModelContext& context = environment.modelContext();
-    context.onChange(this, {&Product::schema(), &Category::schema()}, [this] { reloadProducts(); });
+    context.onChange(this, {&Product::schema(), &Category::schema()}, [this] {
+        if (!m_writingSale)
+            reloadProducts();
+    });
     reloadProducts();
 }
 
@@ -581,8 +586,17 @@ Ref<Sale> POSViewModel::checkout(const QList<PaymentInput>& payments)
         throw SalesError::emptyCart();
     StaffService::check(m_cart, !m_environment.staffService().activeStaff().isEmpty());
     const Ref<User> cashier = user();
-    const Ref<Sale> sale = m_environment.salesService().checkout(m_cart, payments, cashier,
-                                                                 m_session.currentTillShift(), *current);
+    Ref<Sale> sale;
+    {
+        // A sale changes only the stock of its own lines; a failed one changes nothing.
+        const QScopedValueRollback writing(m_writingSale, true);
+        sale = m_environment.salesService().checkout(m_cart, payments, cashier, m_session.currentTillShift(),
+                                                     *current);
+    }
+    QList<Ref<Product>> sold;
+    for (const CartLine& soldLine : m_cart.lines())
+        sold.append(soldLine.product);
+    m_products->refreshStock(sold);
     m_environment.approvalService().recordSale(*sale, m_cart, cashier.get(), *current);
     m_lastCompletedSale = sale;
     setCart(Cart());

@@ -207,4 +207,5 @@ private:
     bool m_showReceiptSheet = false;
     bool m_showHeldSales = false;
     std::optional<ApprovalRequest> m_approvalRequest;
+    bool m_writingSale = false; // the grid takes a sale's stock from the cart, not from a reread
 };

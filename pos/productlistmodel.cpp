@@ -50,12 +50,15 @@ void ProductListModel::reload()
     m_tiles = std::move(tiles);
     m_categories = std::move(categories);
     m_categoryNames = std::move(names);
+    m_byID.clear();
     m_byBarcode.clear();
     m_bySku.clear();
+    m_byID.reserve(qsizetype(m_tiles.size()));
     m_byBarcode.reserve(qsizetype(m_tiles.size()));
     m_bySku.reserve(qsizetype(m_tiles.size()));
     for (qsizetype i = 0; i < qsizetype(m_tiles.size()); ++i) {
         const ProductTile& tile = m_tiles[size_t(i)];
+        m_byID.insert(tile.id, i);
         // The first in the grid's order keeps a code that several products share.
         if (!tile.barcode.isEmpty() && !m_byBarcode.contains(tile.barcode))
             m_byBarcode.insert(tile.barcode, i);
@@ -64,6 +67,21 @@ void ProductListModel::reload()
     }
     refilter(false);
     endResetModel();
+}
+
+void ProductListModel::refreshStock(const QList<Ref<Product>>& products)
+{
+    bool changed = false;
+    for (const Ref<Product>& product : products) {
+        const qsizetype index = m_byID.value(product->idText(), -1);
+        if (index < 0)
+            continue;
+        ProductTile& tile = m_tiles[size_t(index)];
+        changed = changed || tile.stock != product->stockQuantity();
+        tile.stock = product->stockQuantity();
+    }
+    if (changed && rowCount() > 0)
+        Q_EMIT dataChanged(index(0), index(rowCount() - 1), {StockTextRole, LowStockRole});
 }
 
 void ProductListModel::setSearchText(const QString& text)

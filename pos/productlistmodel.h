@@ -64,6 +64,9 @@ public:
     // Reads every product's tile and the categories again. Throws StoreError, keeping the rows
     // that were there.
     void reload();
+    // The stock of products whose records just changed, taken from the records: a sale moves a
+    // few products' stock, which isn't worth reading every row again.
+    void refreshStock(const QList<Ref<Product>>& products);
 
     QString searchText() const { return m_searchText; }
     void setSearchText(const QString& text);
@@ -97,6 +100,7 @@ private:
     SymbolSource m_currencySymbol;
     std::vector<ProductTile> m_tiles; // every product, by name
     std::vector<int> m_visible;       // indexes into m_tiles of the rows shown
+    QHash<QString, qsizetype> m_byID;
     QHash<QString, qsizetype> m_byBarcode;
     QHash<QString, qsizetype> m_bySku; // lower-cased
     QHash<QString, QString> m_categoryNames;

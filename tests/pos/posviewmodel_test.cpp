@@ -163,6 +163,8 @@ TEST_F(POSTest, TheDrawerIsToldBeforeThePrinterAndTheSaleStands)
         pos->closeReceiptSheet();
     }
     EXPECT_EQ(settings->lastReceiptSequence(), 3);
+    EXPECT_EQ(pos->products().data(pos->products().index(0), ProductListModel::StockTextRole), "97 left")
+        << "the grid follows the sales' stock";
 
     // No cash, no drawer; no printer chosen, no print and no complaint.
     changeSettings([](AppSettings& s) { s.setReceiptPrinterQueue(QString()); });

@@ -48,21 +48,3 @@ TEST(QuantityEntry, AmountsByUnitAndTheHintsThatRefuseThem)
         EXPECT_EQ(entry.hint(), c.hint ? std::optional<QString>(QString::fromUtf8(c.hint)) : std::nullopt);
     }
 }
-
-TEST(QuantityEntry, AddingAndEditingALine)
-{
-    QuantityEntry adding(soldBy(SellingUnit::kg), 12, std::nullopt, QStringLiteral("₵"));
-    EXPECT_EQ(adding.fieldTitle(), "Weight / amount");
-    EXPECT_EQ(adding.unitLabel(), "kg");
-    EXPECT_EQ(adding.confirmText(), "Add to Sale");
-    EXPECT_EQ(adding.text(), QString());
-    adding.setText(QStringLiteral("1.5"));
-    EXPECT_EQ(adding.lineTotalText(), "₵18.00");
-
-    // A line with a changed price totals at that price.
-    QuantityEntry editing(soldBy(SellingUnit::hour), 40, 1.25, QStringLiteral("GH₵"));
-    EXPECT_EQ(editing.fieldTitle(), "Hours");
-    EXPECT_EQ(editing.confirmText(), "Update");
-    EXPECT_EQ(editing.text(), "1.25");
-    EXPECT_EQ(editing.lineTotalText(), "GH₵50.00");
-}
