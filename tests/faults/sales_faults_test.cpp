@@ -1,8 +1,9 @@
-// The writes after a sale (refund, void, hold, recall, cancelling a hold), run through the fault
-// loop of faultscene.h.
+// The sale at the counter and the writes after it (refund, void, hold, recall, cancelling a hold),
+// run through the fault loop of faultscene.h.
 
 #include "faultscene.h"
 
+#include "pos/posviewmodel.h"
 #include "selling/heldsalesmodel.h"
 #include "selling/salesservice.h"
 #include "ui/history/voidsalesheetmodel.h"
@@ -133,4 +134,40 @@ TEST(Faults, RecallAndCancelAHold)
                              }};
         });
     }
+}
+
+// The counter's Complete Sale: a failure leaves the cart and the open payment sheet as they were, for
+// the cashier to press it again.
+TEST(Faults, CompleteSale)
+{
+    runFaultLoops("complete a sale", [](FaultScene& scene) {
+        scene.session.setCurrentTillShift(scene.environment.tillService().openShift(scene.cashier, 50));
+        auto pos = std::make_shared<POSViewModel>(scene.environment, scene.session);
+        pos->addIfSellable(scene.soap);
+        pos->addIfSellable(scene.soap);
+        pos->setCustomer(scene.kofi);
+        EXPECT_TRUE(pos->startCheckout());
+        const Cart before = pos->cart();
+        const QList<PaymentInput> payments{{PaymentMethodType::cash, 20, 50, {}}};
+        return FaultPlan{through(*pos, [pos, payments] { return pos->completeSale(payments); }),
+                         [&scene, pos, before] {
+                             EXPECT_EQ(pos->cart(), before);
+                             EXPECT_NE(pos->paymentSheet(), nullptr);
+                             EXPECT_FALSE(pos->showReceiptSheet());
+                             EXPECT_EQ(pos->lastCompletedSale(), nullptr);
+                             EXPECT_EQ(scene.settings->lastReceiptSequence(), 0);
+                             EXPECT_EQ(scene.soap->stockQuantity(), 20);
+                             EXPECT_EQ(scene.onDisk("Sale"), 0);
+                         },
+                         [&scene, pos] {
+                             EXPECT_TRUE(pos->cart().lines().isEmpty());
+                             EXPECT_TRUE(pos->showReceiptSheet());
+                             ASSERT_NE(pos->lastCompletedSale(), nullptr);
+                             EXPECT_EQ(pos->lastCompletedSale()->invoiceNumber().right(4), "0001");
+                             EXPECT_EQ(scene.settings->lastReceiptSequence(), 1);
+                             EXPECT_EQ(scene.onDisk("Sale"), 1);
+                             EXPECT_EQ(scene.onDisk("Payment"), 1);
+                             EXPECT_EQ(scene.soap->stockQuantity(), 18);
+                         }};
+    });
 }
