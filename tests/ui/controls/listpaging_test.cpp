@@ -111,7 +111,8 @@ TEST_F(ListPagingTest, NamesakesStraddlingPageEndsComeOnceInKeyOrderOnEveryList)
         const QList<RecordListRow> whole = list.page(nullptr, 100);
         ASSERT_EQ(whole.size(), names.size());
         EXPECT_EQ(idsOf(model.rows()), idsOf(whole)) << "paged as read at once";
-        EXPECT_EQ(QSet<QString>(idsOf(whole).begin(), idsOf(whole).end()).size(), names.size());
+        const QStringList ids = idsOf(whole);
+        EXPECT_EQ(QSet<QString>(ids.begin(), ids.end()).size(), names.size());
         QStringList listed;
         for (const RecordListRow& row : model.rows())
             listed << row.name;
