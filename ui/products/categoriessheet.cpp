@@ -27,8 +27,11 @@ CategoriesSheet::CategoriesSheet(ModelContext& context, QWidget* parent)
 {
     setTitle(CategoriesViewModel::title());
     setFixedWidth(440);
-    // Each change is saved as it is made: there is nothing to cancel.
+    // Each change is saved as it is made: there is nothing to cancel. Return renames; only Done
+    // closes the sheet.
     cancelButton()->hide();
+    primaryButton()->setDefault(false);
+    primaryButton()->setAutoDefault(false);
 
     m_list->setModel(m_rows);
     m_list->list()->setItemDelegate(new RecordRowDelegate(m_list->list()));
@@ -43,6 +46,7 @@ CategoriesSheet::CategoriesSheet(ModelContext& context, QWidget* parent)
     line->setSpacing(8);
     line->addWidget(m_name, 1);
     line->addWidget(m_rename);
+    m_rename->setDefault(true);
     form()->addLayout(line);
     auto* foot = new QHBoxLayout;
     foot->addWidget(m_delete);
@@ -53,7 +57,6 @@ CategoriesSheet::CategoriesSheet(ModelContext& context, QWidget* parent)
     connect(m_list, &RecordListCard::rowChosen, this,
             [this](int row) { choose(m_rows->recordID(row), m_rows->rows().value(row).name); });
     connect(m_rename, &QPushButton::clicked, this, &CategoriesSheet::rename);
-    connect(m_name, &QLineEdit::returnPressed, this, &CategoriesSheet::rename);
     connect(m_delete, &QPushButton::clicked, this, &CategoriesSheet::confirmDelete);
     connect(&m_model, &CategoriesViewModel::categoriesChanged, this, [this] {
         // Not while the list is in the middle of changing its current row: it is read again after.
