@@ -103,7 +103,7 @@ void BM_AppointmentDayList(benchmark::State& state)
     qsizetype rows = 0;
     qsizetype clashes = 0;
     for (auto _ : state) {
-        const QList<AppointmentRow> listed = day.rows();
+        const QList<AppointmentRow> listed = day.page();
         rows = listed.size();
         clashes =
             std::count_if(listed.begin(), listed.end(), [](const AppointmentRow& row) { return row.clash; });

@@ -6,7 +6,9 @@
 #include "records/posschema.h"
 #include "records/records.h"
 #include "selling/cart.h"
+#include "startup/sessionstore.h"
 #include "stock/inventoryviewmodel.h"
+#include "stock/productsviewmodel.h"
 #include "store/modelcontainer.h"
 
 #include <benchmark/benchmark.h>
@@ -14,6 +16,7 @@
 #include <QTemporaryDir>
 
 #include <cstdio>
+#include <optional>
 #include <random>
 
 namespace {
@@ -54,7 +57,8 @@ void BM_CartCalculation100Lines(benchmark::State& state)
 }
 BENCHMARK(BM_CartCalculation100Lines)->ArgName("inclusive")->Arg(0)->Arg(1)->Unit(benchmark::kMicrosecond);
 
-// 50,000 products with unique SKUs and barcodes, a few without a barcode; made once per run.
+// 50,000 products with unique SKUs and barcodes, a few without a barcode, most in one of 20
+// categories; made once per run.
 class ManyProductsStore {
 public:
     static constexpr int productCount = 50000;
@@ -75,8 +79,17 @@ private:
         std::mt19937_64 random(20261121);
         ModelContainer container(path(), POSSchema::description());
         ModelContext& context = container.mainContext();
+        QList<Ref<Category>> categories;
+        for (int i = 0; i < 20; ++i) {
+            auto category = std::make_shared<Category>();
+            category->setName(QStringLiteral("Category %1").arg(i));
+            context.insert(category);
+            categories << category;
+        }
         for (int i = 0; i < productCount; ++i) {
             auto product = std::make_shared<Product>();
+            if (i % 3 != 0)
+                product->setCategory(categories[i % categories.size()]);
             const QString sku = QStringLiteral("SKU-%1").arg(i, 6, 10, QLatin1Char('0'));
             // Loose goods and services often carry no barcode.
             const QString barcode = i % 12 == 0 ? QString()
@@ -213,6 +226,60 @@ BENCHMARK(BM_MovementHistoryPage)
     ->Arg(0)
     ->Arg(50)
     ->UseRealTime()
+    ->Unit(benchmark::kMillisecond);
+
+// The Products screen opening on 50,000 products: the first page of the list by name, with each
+// row's category; a page deep down; a search that finds a handful and one that finds many; and
+// the low-stock filter.
+void BM_ProductsListPage(benchmark::State& state)
+{
+    ManyProductsStore& store = ManyProductsStore::instance();
+    ModelContainer container(store.path(), POSSchema::description());
+    ModelContext& context = container.mainContext();
+    SessionStore session;
+    ProductsViewModel products(context, session);
+    const int kind = int(state.range(0));
+    std::optional<ProductListRow> after;
+    switch (kind) {
+    case 1: {
+        // The last row of page 250, keyed by (name, id) like any other.
+        const QList<ProductListRow> shown = products.page(nullptr, 25000);
+        after = shown.last();
+        break;
+    }
+    case 2:
+        products.setSearchText(QStringLiteral("duct 4999"));
+        break;
+    case 3:
+        products.setSearchText(QStringLiteral("7"));
+        break;
+    case 4:
+        products.setShowOnlyLowStock(true);
+        break;
+    default:
+        break;
+    }
+    qsizetype rows = 0;
+    for (auto _ : state)
+        rows = products.page(after ? &*after : nullptr).size();
+    if (products.errorMessage())
+        state.SkipWithError(qPrintable(*products.errorMessage()));
+    if (kind == 0) {
+        static const bool told =
+            std::fprintf(
+                stderr, "Products page plan: %s\n",
+                qPrintable(queryPlan(context,
+                                     QStringLiteral("SELECT p.\"id\" FROM \"Product\" p LEFT JOIN "
+                                                    "\"Category\" c ON c.\"id\" = p.\"category\" ORDER BY "
+                                                    "p.\"name\", p.\"id\" LIMIT 100"),
+                                     {}))) > 0;
+        (void)told;
+    }
+    state.counters["rows"] = double(rows);
+}
+BENCHMARK(BM_ProductsListPage)
+    ->ArgName("first0_deep1_rare2_common3_lowstock4")
+    ->DenseRange(0, 4)
     ->Unit(benchmark::kMillisecond);
 
 } // namespace

@@ -51,9 +51,11 @@ QString AuditLogViewModel::countText()
     return count == 1 ? QStringLiteral("1 entry") : QStringLiteral("%1 entries").arg(count);
 }
 
-QList<ApprovalService::LogRow> AuditLogViewModel::page(const std::optional<std::pair<double, QString>>& after)
+QList<ApprovalService::LogRow> AuditLogViewModel::page(const std::optional<std::pair<double, QString>>& after,
+                                                       int limit)
 {
-    return reading(QList<ApprovalService::LogRow>(), [&] { return m_approvals.logPage(m_filter, after, pageSize); });
+    return reading(QList<ApprovalService::LogRow>(),
+                   [&] { return m_approvals.logPage(m_filter, after, limit); });
 }
 
 QString AuditLogViewModel::documentTitle() const

@@ -27,8 +27,10 @@ public:
     void setSearch(const QString& search);
 
     QString countText();
-    // The next page after `after` (from the newest when absent); empty when the store can't be read.
-    QList<ApprovalService::LogRow> page(const std::optional<std::pair<double, QString>>& after);
+    // The next `limit` rows after `after` (from the newest when absent); empty when the store can't
+    // be read.
+    QList<ApprovalService::LogRow> page(const std::optional<std::pair<double, QString>>& after,
+                                        int limit = pageSize);
 
     // "Audit Log", or with the chosen action's title; the exports' title and proposed file name.
     QString documentTitle() const;

@@ -6,6 +6,7 @@
 AppointmentsViewModel::AppointmentsViewModel(StaffService& staff, ModelContext& context, QObject* parent)
     : ViewModel(parent)
     , m_staff(staff)
+    , m_context(context)
     , m_day(Clock::now().date())
 {
     context.onChange(this, {&Appointment::schema(), &StaffMember::schema()},
@@ -34,13 +35,28 @@ QList<Ref<StaffMember>> AppointmentsViewModel::staffChoices()
     return reading(QList<Ref<StaffMember>>(), [this] { return m_staff.allStaff(); });
 }
 
-QList<AppointmentRow> AppointmentsViewModel::rows()
+QList<AppointmentRow> AppointmentsViewModel::page(const AppointmentRow* after, int limit)
 {
-    return reading(QList<AppointmentRow>(), [this] {
+    return reading(QList<AppointmentRow>(), [&] {
+        using Col = Appointment::Col;
+        Condition where = Col::start >= m_day.startOfDay() && Col::start < m_day.addDays(1).startOfDay();
+        if (m_staffFilter)
+            where = where && (Col::staffID == *m_staffFilter);
+        if (after)
+            where = where && Condition(QStringLiteral("(\"start\", \"id\") > (?, ?)"),
+                                       {toStoredValue(after->start), after->appointment->idText()});
+        const QList<Ref<Appointment>> day = m_context.fetch<Appointment>(FetchDescriptor(where)
+                                                                             .sortedBy(ascending(Col::start))
+                                                                             .sortedBy(ascending(Col::id))
+                                                                             .limitedTo(limit));
+        if (day.isEmpty())
+            return QList<AppointmentRow>();
         const QList<Ref<Appointment>> around = m_staff.appointmentsAround(m_day);
         QList<AppointmentRow> result;
-        for (const Ref<Appointment>& appointment : StaffService::appointments(m_day, around, m_staffFilter)) {
+        result.reserve(day.size());
+        for (const Ref<Appointment>& appointment : day) {
             AppointmentRow row{appointment,
+                               appointment->start(),
                                AppointmentTexts::timeRange(*appointment),
                                appointment->serviceName(),
                                appointment->customerName(),

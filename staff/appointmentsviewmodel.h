@@ -5,6 +5,7 @@
 #include "viewmodel/viewmodel.h"
 
 #include <QDate>
+#include <QDateTime>
 #include <QString>
 
 #include <optional>
@@ -12,6 +13,7 @@
 // One booking of the day list, in finished text.
 struct AppointmentRow {
     Ref<Appointment> appointment;
+    QDateTime start; // as stored: with the id, the key of the next page
     QString timeRange;
     QString service; // with " with {staff}" when someone is named
     QString customer;
@@ -57,8 +59,11 @@ public:
     // Every member, for the filter after "All Staff".
     QList<Ref<StaffMember>> staffChoices();
 
-    // The day's bookings of the filter, earliest first. Clashes are looked for among everyone's.
-    QList<AppointmentRow> rows();
+    static constexpr int pageSize = 100;
+    // The day's bookings of the filter by start, a page at a time: the `limit` bookings after
+    // `after`, the last row shown, or from the first without it; fewer than `limit` means the end.
+    // Clashes are looked for among everyone's.
+    QList<AppointmentRow> page(const AppointmentRow* after = nullptr, int limit = pageSize);
     static QString clashText(const QString& staffName)
     {
         return QStringLiteral("Overlaps another booking for %1").arg(staffName);
@@ -72,6 +77,7 @@ Q_SIGNALS:
 
 private:
     StaffService& m_staff;
+    ModelContext& m_context;
     QDate m_day;
     std::optional<QUuid> m_staffFilter;
 };

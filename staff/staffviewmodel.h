@@ -2,17 +2,13 @@
 
 #include "records/staffmember.h"
 #include "staff/staffservice.h"
+#include "viewmodel/recordlistrow.h"
 #include "viewmodel/viewmodel.h"
 
 #include <QString>
 
-// One line of the staff list, in finished text.
-struct StaffRow {
-    Ref<StaffMember> member;
-    QString name;
-    bool isInactive = false;
-    QString rateText; // "10% commission"
-};
+// One line of the staff list; the detail is the rate: "10% commission".
+using StaffRow = RecordListRow;
 
 // The Staff screen's list: the search, the rows and "New Staff Member". A store that can't be
 // read gives an empty list and says so in errorMessage.
@@ -34,15 +30,20 @@ public:
         return QStringLiteral("Choose someone from the list, or add a new staff member.");
     }
 
-    StaffViewModel(StaffService& staff, ModelContext& context, QObject* parent = nullptr);
+    explicit StaffViewModel(ModelContext& context, QObject* parent = nullptr);
 
     QString searchText() const { return m_searchText; }
     void setSearchText(const QString& text);
 
     // Those whose name or phone holds the search, whatever the case; order kept.
     QList<Ref<StaffMember>> filteredStaff(const QList<Ref<StaffMember>>& members) const;
-    // Every member by name, through filteredStaff.
-    QList<StaffRow> rows();
+    static constexpr int pageSize = 100;
+    // The list by name, a page at a time: the `limit` members after `after`, the last row shown,
+    // or from the first without it; fewer than `limit` means the end. The search runs in SQL, to
+    // the rule of filteredStaff.
+    QList<StaffRow> page(const StaffRow* after = nullptr, int limit = pageSize);
+    // The store's member of a row; null, with errorMessage, when it can't be read.
+    Ref<StaffMember> member(const QUuid& id);
     // "New Staff Member", at no commission and active: it reaches the store when the detail saves it.
     static Ref<StaffMember> addStaffMember();
 
@@ -52,6 +53,6 @@ Q_SIGNALS:
     void staffChanged();
 
 private:
-    StaffService& m_staff;
+    ModelContext& m_context;
     QString m_searchText;
 };

@@ -151,9 +151,10 @@ QList<Ref<Product>> ProductsViewModel::filtered(const QList<Ref<Product>>& produ
     return result;
 }
 
-QList<Ref<Product>> ProductsViewModel::products()
+QList<ProductListRow> ProductsViewModel::page(const ProductListRow* after, int limit)
 {
-    return readOrTell(QList<Ref<Product>>(), [this] {
+    return readOrTell(QList<ProductListRow>(), [&] {
+        // Unqualified columns are the product's own: the category brings only its name along.
         Condition where;
         if (m_showOnlyLowStock)
             where = where && tracksStock() &&
@@ -164,12 +165,33 @@ QList<Ref<Product>> ProductsViewModel::products()
             where = where && ofType(*m_typeFilter);
         if (m_selectedCategoryID)
             where = where && (Product::Col::category == *m_selectedCategoryID);
-        // Categories are few: held here so that each row finds its own in the identity map.
-        m_liveCategories = m_context.fetch<Category>();
-        // The search runs in memory, where lower-casing is Unicode's.
-        return filtered(
-            m_context.fetch<Product>(FetchDescriptor(where).sortedBy(ascending(Product::Col::name))));
+        if (const QString needle = m_searchText.toLower(); !needle.isEmpty())
+            where = where && Condition(QStringLiteral("(instr(lower_unicode(p.\"name\"), ?) > 0 OR "
+                                                      "instr(lower_unicode(p.\"sku\"), ?) > 0 OR "
+                                                      "instr(p.\"barcode\", ?) > 0)"),
+                                       {needle, needle, needle});
+        if (after)
+            where = where && Condition(QStringLiteral("(p.\"name\", p.\"id\") > (?, ?)"),
+                                       {after->name, Record::uuidText(after->id)});
+        QVariantList bindings = where.bindings();
+        bindings.append(limit);
+        return m_context.rows<ProductListRow>(
+            QStringLiteral("SELECT p.\"id\", p.\"name\", p.\"sku\", c.\"name\", p.\"sellingPrice\", "
+                           "p.\"isActive\", p.\"stockQuantity\", p.\"sellingUnitRaw\", p.\"productTypeRaw\" "
+                           "FROM \"Product\" p LEFT JOIN \"Category\" c ON c.\"id\" = p.\"category\" ") +
+                (where.isEmpty() ? QString() : QStringLiteral("WHERE ") + where.sql()) +
+                QStringLiteral(" ORDER BY p.\"name\", p.\"id\" LIMIT ?"),
+            bindings, [this](const SqliteStatement& r) {
+                return row(QUuid(r.text(0)), r.text(1), r.text(2), r.isNull(3) ? QString() : r.text(3),
+                           r.real(4), r.integer(5) != 0, r.real(6), SellingUnits::fromRaw(r.text(7)),
+                           ProductTypes::fromRaw(r.text(8)));
+            });
     });
+}
+
+Ref<Product> ProductsViewModel::product(const QUuid& id)
+{
+    return readOrTell(Ref<Product>(), [&] { return m_context.find<Product>(id); });
 }
 
 QString ProductsViewModel::currencySymbol() const
@@ -185,19 +207,28 @@ QString ProductsViewModel::money(double amount) const
 
 ProductListRow ProductsViewModel::row(const Ref<Product>& product) const
 {
+    const Ref<Category> category = product->category();
+    return row(product->id(), product->name(), product->sku(), category ? category->name() : QString(),
+               product->sellingPrice(), product->isActive(), product->stockQuantity(), product->sellingUnit(),
+               product->productType());
+}
+
+ProductListRow ProductsViewModel::row(const QUuid& id, const QString& name, const QString& sku,
+                                      const QString& category, double price, bool isActive, double stock,
+                                      SellingUnit unit, ProductType type) const
+{
     ProductListRow row;
-    row.product = product;
-    row.name = product->name();
-    row.sku = product->sku();
-    if (const Ref<Category> category = product->category())
-        row.category = category->name();
-    row.price = money(product->sellingPrice());
-    row.isInactive = !product->isActive();
-    row.stockText = product->tracksStock()
-                        ? QStringLiteral("%1 in stock")
-                              .arg(Quantity::format(product->stockQuantity(), product->sellingUnit()))
+    row.id = id;
+    row.name = name;
+    row.sku = sku;
+    row.category = category;
+    row.price = money(price);
+    row.isInactive = !isActive;
+    // An unknown type counts stock, as Product::tracksStock says.
+    row.stockText = type == ProductType::inventory
+                        ? QStringLiteral("%1 in stock").arg(Quantity::format(stock, unit))
                         : QStringLiteral("Not stocked");
-    row.typeBadge = ProductTypes::label(product->productType());
+    row.typeBadge = ProductTypes::label(type);
     return row;
 }
 

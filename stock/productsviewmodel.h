@@ -18,7 +18,7 @@
 
 // One line of the products list, in finished text.
 struct ProductListRow {
-    Ref<Product> product;
+    QUuid id;
     QString name;
     QString sku;
     QString category; // empty without one
@@ -97,9 +97,14 @@ public:
     // Every filter at once: low stock, inactive, type, category, then the search in name and SKU
     // (case-insensitive) or barcode (as stored). Order kept.
     QList<Ref<Product>> filtered(const QList<Ref<Product>>& products) const;
-    // The list of the screen by name: the filters other than the search run in SQL.
-    QList<Ref<Product>> products();
+    static constexpr int pageSize = 100;
+    // The screen's list by name, a page at a time: the `limit` products after `after`, the last
+    // row shown, or from the first without it; fewer than `limit` means the end. Every filter runs
+    // in SQL, to the rule of `filtered`.
+    QList<ProductListRow> page(const ProductListRow* after = nullptr, int limit = pageSize);
     ProductListRow row(const Ref<Product>& product) const;
+    // The store's product of a row; null, with errorMessage, when it can't be read.
+    Ref<Product> product(const QUuid& id);
 
     QList<Ref<Category>> categories();
     QList<Ref<Supplier>> suppliers();
@@ -210,6 +215,8 @@ private:
         }
     }
     QString money(double amount) const;
+    ProductListRow row(const QUuid& id, const QString& name, const QString& sku, const QString& category,
+                       double price, bool isActive, double stock, SellingUnit unit, ProductType type) const;
     // Another product, a new one or none just came onto the form, with nothing typed yet.
     void showForm();
     void bookCostChange(const Ref<Product>& product, double costBefore);
@@ -224,5 +231,4 @@ private:
     std::optional<ProductType> m_typeFilter;
     FormDraft<Product> m_form;
     QMap<Entry, QString> m_entryProblems;
-    QList<Ref<Category>> m_liveCategories;
 };

@@ -38,32 +38,39 @@ QList<Ref<Supplier>> SuppliersViewModel::filteredSuppliers(const QList<Ref<Suppl
     return result;
 }
 
-QList<SupplierRow> SuppliersViewModel::rows()
+QList<SupplierRow> SuppliersViewModel::page(const SupplierRow* after, int limit)
 {
-    try {
-        // The search runs in memory, where lower-casing is Unicode's.
-        const QList<Ref<Supplier>> suppliers = filteredSuppliers(
-            m_context.fetch<Supplier>(FetchDescriptor().sortedBy(ascending(Supplier::Col::name))));
-        QList<SupplierRow> result;
-        result.reserve(suppliers.size());
-        for (const Ref<Supplier>& supplier : suppliers)
-            result.append(row(supplier));
-        setErrorMessage(std::nullopt);
-        return result;
-    } catch (const Refusal& error) {
-        setErrorMessage(error.description());
-        return {};
-    }
+    return reading(QList<SupplierRow>(), [&] {
+        Condition where;
+        if (const QString needle = m_searchText.trimmed().toLower(); !needle.isEmpty())
+            where = Condition(QStringLiteral("(instr(lower_unicode(\"name\"), ?) > 0 OR "
+                                             "instr(lower_unicode(\"phone\"), ?) > 0 OR "
+                                             "instr(lower_unicode(\"email\"), ?) > 0)"),
+                              {needle, needle, needle});
+        if (after)
+            where = where && Condition(QStringLiteral("(\"name\", \"id\") > (?, ?)"),
+                                       {after->name, Record::uuidText(after->id)});
+        QVariantList bindings = where.bindings();
+        bindings.append(limit);
+        return m_context.rows<SupplierRow>(
+            QStringLiteral("SELECT \"id\", \"name\", \"phone\", \"email\", \"isActive\" FROM \"Supplier\" ") +
+                (where.isEmpty() ? QString() : QStringLiteral("WHERE ") + where.sql()) +
+                QStringLiteral(" ORDER BY \"name\", \"id\" LIMIT ?"),
+            bindings, [](const SqliteStatement& r) {
+                QStringList contact;
+                for (const QString& part : {r.text(2).trimmed(), r.text(3).trimmed()}) {
+                    if (!part.isEmpty())
+                        contact.append(part);
+                }
+                return SupplierRow{QUuid(r.text(0)), r.text(1), contact.join(QStringLiteral(" · ")),
+                                   r.integer(4) == 0};
+            });
+    });
 }
 
-SupplierRow SuppliersViewModel::row(const Ref<Supplier>& supplier)
+Ref<Supplier> SuppliersViewModel::supplier(const QUuid& id)
 {
-    QStringList contact;
-    for (const QString& part : {supplier->phone().trimmed(), supplier->email().trimmed()}) {
-        if (!part.isEmpty())
-            contact.append(part);
-    }
-    return {supplier, supplier->name(), contact.join(QStringLiteral(" · ")), !supplier->isActive()};
+    return reading(Ref<Supplier>(), [&] { return m_context.find<Supplier>(id); });
 }
 
 void SuppliersViewModel::select(const Ref<Supplier>& supplier)

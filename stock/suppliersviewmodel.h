@@ -3,19 +3,15 @@
 #include "records/supplier.h"
 #include "store/formdraft.h"
 #include "store/modelcontext.h"
+#include "viewmodel/recordlistrow.h"
 #include "viewmodel/viewmodel.h"
 
 #include <QString>
 
 #include <optional>
 
-// One line of the suppliers list, in finished text.
-struct SupplierRow {
-    Ref<Supplier> supplier;
-    QString name;
-    QString contact; // phone and e-mail, those that are filled in
-    bool isInactive = false;
-};
+// One line of the suppliers list; the detail is the phone and e-mail, those that are filled in.
+using SupplierRow = RecordListRow;
 
 // The Suppliers screen: the searchable list, the details of the selected or a new supplier, and
 // delete. The details edit a copy, which "Save" writes in one unit of work: no other save commits
@@ -48,9 +44,13 @@ public:
 
     // Those whose name, phone or e-mail contains the search (case-insensitive); order kept.
     QList<Ref<Supplier>> filteredSuppliers(const QList<Ref<Supplier>>& suppliers) const;
-    // Every supplier by name, through filteredSuppliers.
-    QList<SupplierRow> rows();
-    static SupplierRow row(const Ref<Supplier>& supplier);
+    static constexpr int pageSize = 100;
+    // The list by name, a page at a time: the `limit` suppliers after `after`, the last row shown,
+    // or from the first without it; fewer than `limit` means the end. The search runs in SQL, to
+    // the rule of filteredSuppliers.
+    QList<SupplierRow> page(const SupplierRow* after = nullptr, int limit = pageSize);
+    // The store's supplier of a row; null, with errorMessage, when it can't be read.
+    Ref<Supplier> supplier(const QUuid& id);
 
     // The store's record on the form; null while none is open or it is a new one.
     Ref<Supplier> selectedSupplier() const { return m_form.live(); }

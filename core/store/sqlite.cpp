@@ -11,6 +11,32 @@ struct Fault {
     bool fired = false;
 };
 Fault fault;
+
+// lower_unicode(text): the text lower-cased as Qt does it, for searches that must find "ÉBÈNE" in
+// "Ébène" where SQLite's lower() and LIKE fold only ASCII letters. ASCII text, the usual case, is
+// folded in place without a round trip through UTF-16.
+void lowerUnicode(sqlite3_context* context, int, sqlite3_value** arguments)
+{
+    if (sqlite3_value_type(arguments[0]) == SQLITE_NULL) {
+        sqlite3_result_null(context);
+        return;
+    }
+    const auto* text = reinterpret_cast<const char*>(sqlite3_value_text(arguments[0]));
+    const int size = sqlite3_value_bytes(arguments[0]);
+    QByteArray folded(text, size);
+    bool ascii = true;
+    for (char& c : folded) {
+        if (static_cast<unsigned char>(c) >= 0x80) {
+            ascii = false;
+            break;
+        }
+        if (c >= 'A' && c <= 'Z')
+            c = char(c - 'A' + 'a');
+    }
+    if (!ascii)
+        folded = QString::fromUtf8(text, size).toLower().toUtf8();
+    sqlite3_result_text(context, folded.constData(), int(folded.size()), SQLITE_TRANSIENT);
+}
 } // namespace
 
 SqliteStatement::SqliteStatement(SqliteConnection& connection, sqlite3_stmt* statement, bool* busy)
@@ -166,6 +192,9 @@ void SqliteConnection::open(const QString& path)
     }
     sqlite3_extended_result_codes(m_db, 1);
     sqlite3_busy_timeout(m_db, 5000);
+    sqlite3_create_function_v2(m_db, "lower_unicode", 1,
+                               SQLITE_UTF8 | SQLITE_DETERMINISTIC | SQLITE_INNOCUOUS, nullptr, lowerUnicode,
+                               nullptr, nullptr, nullptr);
 }
 
 void SqliteConnection::close()

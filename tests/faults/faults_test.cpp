@@ -13,6 +13,7 @@
 #include "receipts/receiptsettingsmodel.h"
 #include "reports/accountmap.h"
 #include "selling/salesservice.h"
+#include "stock/categoriesviewmodel.h"
 #include "stock/stockadjustmentmodel.h"
 #include "stores/newmarketmodel.h"
 #include "support/receiptdevices.h"
@@ -343,6 +344,34 @@ FaultPlan categoryFromTheProductForm(FaultScene& scene)
             .afterSuccess = [&scene] { EXPECT_EQ(scene.onDisk("Category"), 1); }};
 }
 
+FaultPlan categoryRename(FaultScene& scene)
+{
+    const Ref<Category> drinks = scene.saved(FaultScene::named<Category>("Drinks"));
+    auto model = std::make_shared<CategoriesViewModel>(scene.context);
+    return {.attempt = [model, drinks] { return model->rename(drinks->id(), QStringLiteral("Cold Drinks")); },
+            .afterFailure = [drinks] { EXPECT_EQ(drinks->name(), QStringLiteral("Drinks")); },
+            .afterSuccess = [drinks] { EXPECT_EQ(drinks->name(), QStringLiteral("Cold Drinks")); }};
+}
+
+FaultPlan categoryDelete(FaultScene& scene)
+{
+    const Ref<Category> drinks = scene.saved(FaultScene::named<Category>("Drinks"));
+    performUnitOfWork(scene.context, [&] { scene.soap->setCategory(drinks); });
+    auto model = std::make_shared<CategoriesViewModel>(scene.context);
+    return {.attempt = [model, drinks] { return model->remove(drinks->id()); },
+            .afterFailure =
+                [&scene, drinks] {
+                    EXPECT_FALSE(drinks->isDeleted());
+                    EXPECT_EQ(scene.soap->category(), drinks);
+                },
+            .afterSuccess =
+                [&scene] {
+                    EXPECT_EQ(scene.onDisk("Category"), 0);
+                    EXPECT_EQ(scene.onDisk("Product"), 1) << "its products stay";
+                    EXPECT_EQ(scene.soap->category(), nullptr);
+                }};
+}
+
 FaultPlan supplierFromTheProductForm(FaultScene& scene)
 {
     auto model = productForm(scene);
@@ -514,6 +543,8 @@ const Write writes[] = {
     {"ProductSave", productSave},
     {"ProductDelete", productDelete},
     {"CategoryFromTheProductForm", categoryFromTheProductForm},
+    {"CategoryRename", categoryRename},
+    {"CategoryDelete", categoryDelete},
     {"SupplierFromTheProductForm", supplierFromTheProductForm},
     {"SupplierCreate", supplierCreate},
     {"SupplierSave", supplierSave},

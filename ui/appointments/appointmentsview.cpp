@@ -2,6 +2,7 @@
 
 #include "environment/appenvironment.h"
 #include "ui/appointments/appointmenteditor.h"
+#include "ui/appointments/appointmentlistmodel.h"
 #include "ui/appointments/appointmentrowdelegate.h"
 #include "ui/controls/asktosavechanges.h"
 #include "ui/controls/errorlabel.h"
@@ -13,7 +14,7 @@
 #include <QDateEdit>
 #include <QHBoxLayout>
 #include <QLabel>
-#include <QListWidget>
+#include <QListView>
 #include <QPushButton>
 #include <QSignalBlocker>
 #include <QTimer>
@@ -24,6 +25,7 @@ AppointmentsView::AppointmentsView(AppEnvironment& environment, QWidget* parent)
     , m_staff(environment.staffService())
     , m_context(environment.modelContext())
     , m_model(m_staff, m_context)
+    , m_rows(new AppointmentListModel(m_model, this))
 {
     using Model = AppointmentsViewModel;
     m_new = new QPushButton(Model::newAppointmentTitle(), this);
@@ -37,6 +39,7 @@ AppointmentsView::AppointmentsView(AppEnvironment& environment, QWidget* parent)
     m_listCard =
         new RecordListCard(QStringLiteral("Appointments"), Model::emptyTitle(), Model::emptyMessage(), this);
     m_listCard->setFixedWidth(360);
+    m_listCard->setModel(m_rows);
     list()->setItemDelegate(new AppointmentRowDelegate(list()));
     // A row is as tall as what it has to say.
     list()->setUniformItemSizes(false);
@@ -66,9 +69,9 @@ AppointmentsView::AppointmentsView(AppEnvironment& environment, QWidget* parent)
         const QSignalBlocker blocker(m_dayPicker);
         m_dayPicker->setDate(m_model.day());
         showEditor(nullptr);
-        refreshList();
+        refreshList(true);
     });
-    connect(&m_model, &Model::staffFilterChanged, this, &AppointmentsView::refreshList);
+    connect(&m_model, &Model::staffFilterChanged, this, [this] { refreshList(true); });
     connect(&m_model, &Model::appointmentsChanged, this, [this, lazyRefresh] {
         // Not while the list is in the middle of changing its current row: it is rebuilt after.
         if (m_listCard->isChoosing())
@@ -77,12 +80,12 @@ AppointmentsView::AppointmentsView(AppEnvironment& environment, QWidget* parent)
             lazyRefresh->request();
     });
     connect(m_listCard, &RecordListCard::rowChosen, this, [this](int row) {
-        const Ref<Appointment> chosen = m_listed[row];
+        const Ref<Appointment> chosen = m_rows->appointment(row);
         const Ref<Appointment> shown = m_editor ? m_editor->model().appointment() : nullptr;
         if (chosen == shown)
             return;
         // The list keeps pointing at the booking being edited until the question is answered.
-        m_listCard->showChosenRow(int(m_listed.indexOf(shown)));
+        showChosenRow();
         askToLeave([this, chosen] { showEditor(chosen); });
     });
     refreshStaffFilter();
@@ -139,7 +142,7 @@ QLayout* AppointmentsView::dayBar()
     return bar;
 }
 
-QListWidget* AppointmentsView::list() const
+QListView* AppointmentsView::list() const
 {
     return m_listCard->list();
 }
@@ -177,26 +180,27 @@ void AppointmentsView::refreshStaffFilter()
         m_model.setStaffFilter(std::nullopt);
 }
 
-void AppointmentsView::refreshList()
+void AppointmentsView::refreshList(bool fromTop)
 {
-    const QList<AppointmentRow> rows = m_model.rows();
-    const Ref<Appointment> shown = m_editor ? m_editor->model().appointment() : nullptr;
-    m_listed.clear();
-    m_listCard->refill([this, &rows, &shown] {
-        for (const AppointmentRow& row : rows) {
-            m_listed.append(row.appointment);
-            auto* item = new QListWidgetItem(row.timeRange, list());
-            item->setData(AppointmentRowDelegate::serviceRole, row.service);
-            item->setData(AppointmentRowDelegate::customerRole, row.customer);
-            item->setData(AppointmentRowDelegate::statusRole, row.status);
-            item->setData(AppointmentRowDelegate::clashRole, row.clash.value_or(QString()));
-            if (row.appointment == shown)
-                list()->setCurrentItem(item);
-        }
-    });
+    if (fromTop)
+        m_rows->restart();
+    else
+        m_rows->reload();
     // A booking deleted elsewhere takes its editor with it.
+    const Ref<Appointment> shown = m_editor ? m_editor->model().appointment() : nullptr;
     if (shown && shown->isDeleted())
         showEditor(nullptr);
+    else
+        showChosenRow();
+}
+
+void AppointmentsView::showChosenRow()
+{
+    // A booking of another day, or another member, has no row to look for.
+    const Ref<Appointment> shown = m_editor ? m_editor->model().appointment() : nullptr;
+    const bool listed = shown && shown->context() && shown->start().date() == m_model.day() &&
+                        (!m_model.staffFilter() || shown->staffID() == m_model.staffFilter());
+    m_listCard->showChosenRow(listed ? m_rows->rowOf(shown) : -1);
 }
 
 void AppointmentsView::showEditor(const Ref<Appointment>& appointment, bool isNew)
@@ -206,12 +210,13 @@ void AppointmentsView::showEditor(const Ref<Appointment>& appointment, bool isNe
         m_editor->deleteLater();
         m_editor = nullptr;
     }
-    m_listCard->showChosenRow(int(m_listed.indexOf(appointment)));
     if (!appointment && !isNew) {
+        showChosenRow();
         m_detailPages->showDetail(nullptr);
         return;
     }
     m_editor = new AppointmentEditor(m_staff, m_context, appointment, m_model.day(), this);
+    showChosenRow();
     connect(m_editor, &AppointmentEditor::deleted, this, [this] { showEditor(nullptr); });
     connect(m_editor, &AppointmentEditor::saved, this, [this](const Ref<Appointment>& saved) {
         // Booked for another day: that day is shown, with the booking chosen in it.
@@ -219,7 +224,7 @@ void AppointmentsView::showEditor(const Ref<Appointment>& appointment, bool isNe
             m_model.setDay(saved->start().date());
             showEditor(saved);
         }
-        m_listCard->showChosenRow(int(m_listed.indexOf(saved)));
+        showChosenRow();
     });
     m_detailPages->showDetail(m_editor);
 }
@@ -249,7 +254,7 @@ void AppointmentsView::discardEdits()
 QStringList AppointmentsView::listedTimes() const
 {
     QStringList times;
-    for (int row = 0; row < list()->count(); ++row)
-        times << list()->item(row)->text();
+    for (const AppointmentRow& row : m_rows->rows())
+        times << row.timeRange;
     return times;
 }

@@ -7,10 +7,11 @@
 
 class AppEnvironment;
 class AppointmentEditor;
+class AppointmentListModel;
 class DetailPages;
 class QComboBox;
 class QDateEdit;
-class QListWidget;
+class QListView;
 class QPushButton;
 class RecordListCard;
 
@@ -27,10 +28,10 @@ public:
     QPushButton* nextDayButton() const { return m_next; }
     QDateEdit* dayPicker() const { return m_dayPicker; }
     QPushButton* newAppointmentButton() const { return m_new; }
-    QListWidget* list() const;
+    QListView* list() const;
     // The editor of the chosen or new booking; null while none is open.
     AppointmentEditor* editor() const { return m_editor; }
-    // The rows' times, in order.
+    // The rows' times, in order, of those loaded.
     QStringList listedTimes() const;
 
     bool hasUnsavedEdits() const override;
@@ -41,7 +42,10 @@ private:
     void discardEdits() override;
 
     QLayout* dayBar();
-    void refreshList();
+    // Read again as far as was loaded; from the top after the day or the filter changed.
+    void refreshList(bool fromTop = false);
+    // The row of the booking on the editor marked as chosen, loading pages down to it.
+    void showChosenRow();
     void refreshStaffFilter();
     void showEditor(const Ref<Appointment>& appointment, bool isNew = false);
     // Moves to another day, or filter, once the editor may be left; the controls show the
@@ -51,7 +55,7 @@ private:
     StaffService& m_staff;
     ModelContext& m_context;
     AppointmentsViewModel m_model;
-    QList<Ref<Appointment>> m_listed; // the list's rows, in order
+    AppointmentListModel* m_rows;
 
     QPushButton* m_previous;
     QPushButton* m_today;

@@ -7,23 +7,15 @@ constexpr int amountColumn = 4;
 }
 
 AuditLogTableModel::AuditLogTableModel(AuditLogViewModel& log, QObject* parent)
-    : QAbstractTableModel(parent)
+    : AuditLogPages(AuditLogViewModel::pageSize, parent)
     , m_log(log)
 {
-    reload();
+    restart();
 }
 
-void AuditLogTableModel::reload()
+QList<ApprovalService::LogRow> AuditLogTableModel::readPage(const ApprovalService::LogRow* after, int limit)
 {
-    beginResetModel();
-    m_rows = m_log.page(std::nullopt);
-    m_atEnd = m_rows.size() < AuditLogViewModel::pageSize;
-    endResetModel();
-}
-
-int AuditLogTableModel::rowCount(const QModelIndex& parent) const
-{
-    return parent.isValid() ? 0 : int(m_rows.size());
+    return m_log.page(after ? std::optional(std::pair(after->timestamp, after->id)) : std::nullopt, limit);
 }
 
 int AuditLogTableModel::columnCount(const QModelIndex& parent) const
@@ -31,29 +23,11 @@ int AuditLogTableModel::columnCount(const QModelIndex& parent) const
     return parent.isValid() ? 0 : int(ApprovalService::logHeaders().size());
 }
 
-bool AuditLogTableModel::canFetchMore(const QModelIndex& parent) const
-{
-    return !parent.isValid() && !m_atEnd;
-}
-
-void AuditLogTableModel::fetchMore(const QModelIndex& parent)
-{
-    if (!canFetchMore(parent))
-        return;
-    const QList<ApprovalService::LogRow> page = m_log.page(std::pair(m_rows.last().timestamp, m_rows.last().id));
-    m_atEnd = page.size() < AuditLogViewModel::pageSize;
-    if (page.isEmpty())
-        return;
-    beginInsertRows({}, int(m_rows.size()), int(m_rows.size() + page.size() - 1));
-    m_rows.append(page);
-    endInsertRows();
-}
-
 QVariant AuditLogTableModel::data(const QModelIndex& index, int role) const
 {
     if (!checkIndex(index, CheckIndexOption::IndexIsValid | CheckIndexOption::ParentIsInvalid))
         return {};
-    const QString cell = m_rows[index.row()].cells.value(index.column());
+    const QString cell = rows()[index.row()].cells.value(index.column());
     switch (role) {
     case Qt::DisplayRole:
         return cell;

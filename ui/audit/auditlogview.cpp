@@ -125,7 +125,8 @@ QWidget* AuditLogView::filterBar()
 void AuditLogView::refresh()
 {
     m_count->setText(m_model.countText());
-    m_rows->reload();
+    // From the newest row again: a filter or the log changed.
+    m_rows->restart();
 }
 
 void AuditLogView::exportAs(const QString& suffix, const QString& filter)

@@ -3,12 +3,13 @@
 #include "ui/controls/emptystate.h"
 #include "ui/style/theme.h"
 
+#include <QAbstractItemModel>
 #include <QHBoxLayout>
+#include <QItemSelectionModel>
 #include <QLabel>
 #include <QLineEdit>
-#include <QListWidget>
+#include <QListView>
 #include <QScrollBar>
-#include <QSignalBlocker>
 #include <QVBoxLayout>
 
 SearchListPane::SearchListPane(QLineEdit* search, QWidget* list, const QString& noMatches,
@@ -86,7 +87,7 @@ RecordListCard::RecordListCard(const QString& name, const QString& emptyTitle, c
                                QWidget* parent)
     : QWidget(parent)
     , m_pages(new QStackedWidget(this))
-    , m_list(new QListWidget(m_pages))
+    , m_list(new QListView(m_pages))
     , m_empty(makeEmptyState(emptyTitle, emptyMessage, m_pages))
 {
     Theme::markCard(this);
@@ -94,39 +95,72 @@ RecordListCard::RecordListCard(const QString& name, const QString& emptyTitle, c
     m_list->setFrameShape(QFrame::NoFrame);
     m_list->setMouseTracking(true);
     m_list->setUniformItemSizes(true);
+    m_list->setSelectionMode(QAbstractItemView::SingleSelection);
     m_list->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    m_list->setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
     m_pages->addWidget(m_list);
     m_pages->addWidget(m_empty);
+    m_pages->setCurrentWidget(m_empty);
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins(1, 6, 1, 6);
     column->addWidget(m_pages);
-
-    connect(m_list, &QListWidget::currentRowChanged, this, [this](int row) {
-        if (row < 0)
-            return;
-        m_choosing = true;
-        Q_EMIT rowChosen(row);
-        m_choosing = false;
-    });
 }
 
-void RecordListCard::refill(const std::function<void()>& fill)
+void RecordListCard::setModel(QAbstractItemModel* model)
 {
-    const int scrolled = m_list->verticalScrollBar()->value();
-    {
-        const QSignalBlocker blocker(m_list);
-        m_list->clear();
-        fill();
-    }
-    m_list->verticalScrollBar()->setValue(scrolled);
-    m_pages->setCurrentWidget(m_list->count() > 0 ? m_list : m_empty);
+    m_list->setModel(model);
+    connect(model, &QAbstractItemModel::modelAboutToBeReset, this, [this] {
+        m_quiet = true;
+        m_scrolled = m_list->verticalScrollBar()->value();
+    });
+    connect(model, &QAbstractItemModel::modelReset, this, [this] {
+        // Laid out at once, so that the scroll bar has its new range to go back into.
+        m_list->doItemsLayout();
+        m_list->verticalScrollBar()->setValue(m_scrolled);
+        m_quiet = false;
+        showRowsOrMessage();
+    });
+    connect(model, &QAbstractItemModel::rowsInserted, this, &RecordListCard::showRowsOrMessage);
+    connect(model, &QAbstractItemModel::rowsRemoved, this, &RecordListCard::showRowsOrMessage);
+    connect(m_list->selectionModel(), &QItemSelectionModel::currentRowChanged, this,
+            [this](const QModelIndex& current) {
+                if (m_quiet || !current.isValid())
+                    return;
+                m_choosing = true;
+                Q_EMIT rowChosen(current.row());
+                m_choosing = false;
+            });
+    showRowsOrMessage();
+}
+
+void RecordListCard::showRowsOrMessage()
+{
+    const bool any = m_list->model() && m_list->model()->rowCount() > 0;
+    m_pages->setCurrentWidget(any ? static_cast<QWidget*>(m_list) : m_empty);
 }
 
 void RecordListCard::showChosenRow(int row)
 {
-    const QSignalBlocker blocker(m_list);
-    m_list->setCurrentRow(row);
-    // No current row leaves the last one highlighted unless told.
-    if (row < 0)
-        m_list->clearSelection();
+    QItemSelectionModel* selection = m_list->selectionModel();
+    m_quiet = true;
+    if (row < 0) {
+        selection->clear();
+    } else {
+        const QModelIndex index = m_list->model()->index(row, 0);
+        selection->setCurrentIndex(index, QItemSelectionModel::ClearAndSelect);
+        m_list->scrollTo(index);
+    }
+    m_quiet = false;
+}
+
+int RecordListCard::chosenRow() const
+{
+    const QModelIndex current = m_list->selectionModel()->currentIndex();
+    return current.isValid() ? current.row() : -1;
+}
+
+void RecordListCard::chooseRow(int row)
+{
+    m_list->selectionModel()->setCurrentIndex(m_list->model()->index(row, 0),
+                                              QItemSelectionModel::ClearAndSelect);
 }

@@ -2,11 +2,10 @@
 
 #include <QStackedWidget>
 
-#include <functional>
-
+class QAbstractItemModel;
 class QLabel;
 class QLineEdit;
-class QListWidget;
+class QListView;
 
 // The pieces of a list-and-detail screen: the records listed on the left, the chosen one's detail
 // on the right.
@@ -62,7 +61,9 @@ private:
     QWidget* m_noRecords;
 };
 
-// A list of records on a card, with a message in its place while it has no rows.
+// A list of records on a card, with a message in its place while it has no rows. The rows come
+// from a model, paged as the list scrolls; a reset of the model keeps the list scrolled where it was
+// and gives no rowChosen for the rows going and coming.
 class RecordListCard : public QWidget {
     Q_OBJECT
 
@@ -70,13 +71,15 @@ public:
     RecordListCard(const QString& name, const QString& emptyTitle, const QString& emptyMessage,
                    QWidget* parent = nullptr);
 
-    QListWidget* list() const { return m_list; }
-    // Rows cleared and made again by `fill`, with the list kept where it was scrolled to, and no
-    // rowChosen for the rows going and coming.
-    void refill(const std::function<void()>& fill);
+    QListView* list() const { return m_list; }
+    void setModel(QAbstractItemModel* model);
     // The row marked as chosen, or none for -1, without a rowChosen.
     void showChosenRow(int row);
-    // While a rowChosen is handled: a refill then would pull the rows from under the list.
+    // The row marked as chosen; -1 for none.
+    int chosenRow() const;
+    // Marks the row as chosen as a click would, with a rowChosen.
+    void chooseRow(int row);
+    // While a rowChosen is handled: a reset then would pull the rows from under the list.
     bool isChoosing() const { return m_choosing; }
 
 Q_SIGNALS:
@@ -84,8 +87,12 @@ Q_SIGNALS:
     void rowChosen(int row);
 
 private:
+    void showRowsOrMessage();
+
     QStackedWidget* m_pages;
-    QListWidget* m_list;
+    QListView* m_list;
     QWidget* m_empty;
     bool m_choosing = false;
+    bool m_quiet = false; // the list's own changes of row, which nobody chose
+    int m_scrolled = 0;
 };

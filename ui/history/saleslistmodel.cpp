@@ -24,7 +24,7 @@ QString badgeText(const SalesHistory::Row& row)
 } // namespace
 
 SalesListModel::SalesListModel(ModelContext& context, QObject* parent)
-    : QAbstractListModel(parent)
+    : SalePages(SalesHistory::pageSize, parent)
     , m_history(context)
     , m_symbol(Currency::fixedSign)
 {
@@ -33,16 +33,16 @@ SalesListModel::SalesListModel(ModelContext& context, QObject* parent)
 void SalesListModel::setCurrencySymbol(const QString& symbol)
 {
     m_symbol = symbol;
-    if (!m_rows.isEmpty())
-        Q_EMIT dataChanged(index(0), index(int(m_rows.size()) - 1), {totalRole});
+    if (!rows().isEmpty())
+        Q_EMIT dataChanged(index(0), index(int(rows().size()) - 1), {totalRole});
 }
 
-QList<SalesHistory::Row> SalesListModel::read(const std::optional<SalesHistory::Key>& after, int limit)
+QList<SalesHistory::Row> SalesListModel::readPage(const SalesHistory::Row* after, int limit)
 {
     std::optional<QString> error;
-    QList<SalesHistory::Row> rows;
+    QList<SalesHistory::Row> page;
     try {
-        rows = m_history.page(m_filter, after, limit);
+        page = m_history.page(m_filter, after ? std::optional(after->key) : std::nullopt, limit);
     } catch (const Refusal& refusal) {
         error = refusal.description();
     }
@@ -50,65 +50,25 @@ QList<SalesHistory::Row> SalesListModel::read(const std::optional<SalesHistory::
         m_error = error;
         Q_EMIT errorMessageChanged();
     }
-    return rows;
+    return page;
 }
 
 void SalesListModel::setFilter(const SalesHistory::Filter& filter)
 {
     m_filter = filter;
-    beginResetModel();
-    m_rows = read(std::nullopt, SalesHistory::pageSize);
-    m_atEnd = m_rows.size() < SalesHistory::pageSize;
-    endResetModel();
-}
-
-void SalesListModel::reload()
-{
-    // One read of all that was shown, so that the list stays where it was scrolled to.
-    const int shown = std::max(int(m_rows.size()), SalesHistory::pageSize);
-    beginResetModel();
-    m_rows = read(std::nullopt, shown);
-    m_atEnd = m_rows.size() < shown;
-    endResetModel();
-}
-
-int SalesListModel::rowCount(const QModelIndex& parent) const
-{
-    return parent.isValid() ? 0 : int(m_rows.size());
-}
-
-bool SalesListModel::canFetchMore(const QModelIndex& parent) const
-{
-    return !parent.isValid() && !m_atEnd;
-}
-
-void SalesListModel::fetchMore(const QModelIndex& parent)
-{
-    if (!canFetchMore(parent))
-        return;
-    const QList<SalesHistory::Row> page = read(m_rows.last().key, SalesHistory::pageSize);
-    m_atEnd = page.size() < SalesHistory::pageSize;
-    if (page.isEmpty())
-        return;
-    beginInsertRows({}, int(m_rows.size()), int(m_rows.size() + page.size() - 1));
-    m_rows.append(page);
-    endInsertRows();
+    restart();
 }
 
 int SalesListModel::rowOf(const QUuid& saleID) const
 {
-    for (int row = 0; row < m_rows.size(); ++row) {
-        if (m_rows[row].id() == saleID)
-            return row;
-    }
-    return -1;
+    return loaded([&](const SalesHistory::Row& row) { return row.id() == saleID; });
 }
 
 QVariant SalesListModel::data(const QModelIndex& index, int role) const
 {
     if (!checkIndex(index, CheckIndexOption::IndexIsValid | CheckIndexOption::ParentIsInvalid))
         return {};
-    const SalesHistory::Row& row = m_rows[index.row()];
+    const SalesHistory::Row& row = rows()[index.row()];
     switch (role) {
     case Qt::DisplayRole:
         return row.invoiceNumber;

@@ -1,14 +1,17 @@
 #pragma once
 
 #include "selling/saleshistory.h"
+#include "ui/controls/keypagedmodel.h"
 
 #include <QAbstractListModel>
 
 #include <optional>
 
+using SalePages = KeyPagedModel<QAbstractListModel, SalesHistory::Row>;
+
 // The sales history's rows for a list view, newest first. Rows come a page at a time as the view
 // scrolls to the end; five years of sales are never read at once, nor a list rebuilt whole.
-class SalesListModel : public QAbstractListModel {
+class SalesListModel : public SalePages {
     Q_OBJECT
 
 public:
@@ -26,28 +29,22 @@ public:
     void setCurrencySymbol(const QString& symbol);
     // Starts again from the newest sale of the filter.
     void setFilter(const SalesHistory::Filter& filter);
-    // Reads again as many rows as were shown, after sales changed.
-    void reload();
     // Why the store couldn't be read; the list is then empty.
     std::optional<QString> errorMessage() const { return m_error; }
 
-    int rowCount(const QModelIndex& parent = {}) const override;
     QVariant data(const QModelIndex& index, int role = Qt::DisplayRole) const override;
-    bool canFetchMore(const QModelIndex& parent) const override;
-    void fetchMore(const QModelIndex& parent) override;
     // The row of that sale, or -1 while it isn't loaded.
     int rowOf(const QUuid& saleID) const;
 
 Q_SIGNALS:
     void errorMessageChanged();
 
-private:
-    QList<SalesHistory::Row> read(const std::optional<SalesHistory::Key>& after, int limit);
+protected:
+    QList<SalesHistory::Row> readPage(const SalesHistory::Row* after, int limit) override;
 
+private:
     SalesHistory m_history;
     SalesHistory::Filter m_filter;
     QString m_symbol;
-    QList<SalesHistory::Row> m_rows;
-    bool m_atEnd = true;
     std::optional<QString> m_error;
 };

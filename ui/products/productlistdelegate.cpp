@@ -3,7 +3,6 @@
 #include "ui/controls/paintedrow.h"
 
 #include <QApplication>
-#include <QListWidgetItem>
 #include <QPainter>
 
 namespace {
@@ -11,29 +10,6 @@ constexpr int badgeGap = 6;
 } // namespace
 
 using namespace PaintedRow;
-
-void ProductListDelegate::fill(QListWidgetItem* item, const ProductListRow& row)
-{
-    item->setText(row.name);
-    item->setData(idRole, row.product->id());
-    item->setData(skuRole, row.sku);
-    item->setData(categoryRole, row.category);
-    item->setData(priceRole, row.price);
-    item->setData(stockRole, row.stockText);
-    item->setData(badgeRole, row.typeBadge);
-    item->setData(inactiveRole, row.isInactive);
-    QStringList spoken{row.name, row.typeBadge, row.price, row.stockText};
-    if (row.isInactive)
-        spoken.append(QStringLiteral("Inactive"));
-    item->setData(Qt::AccessibleTextRole, spoken.join(QStringLiteral(", ")));
-    // The bottom line is cut short in a narrow list: the whole of it on hover.
-    QStringList whole{row.name};
-    for (const QString& part : {row.sku, row.category, row.stockText}) {
-        if (!part.isEmpty())
-            whole.append(part);
-    }
-    item->setToolTip(whole.join(QStringLiteral(" · ")));
-}
 
 QSize ProductListDelegate::sizeHint(const QStyleOptionViewItem& option, const QModelIndex&) const
 {

@@ -4,8 +4,6 @@
 
 #include <QStyledItemDelegate>
 
-class QListWidgetItem;
-
 // Draws one product of the list: name and price on top; the type's badge, "Inactive", SKU and
 // category below, with the stock on the right. Painted rather than built of widgets, so that a
 // catalogue of thousands scrolls and refreshes at once.
@@ -13,7 +11,7 @@ class ProductListDelegate : public QStyledItemDelegate {
     Q_OBJECT
 
 public:
-    // The name is the display text; the rest rides in these roles.
+    // The name is the display text; the rest rides in these roles (ProductListModel).
     enum Role {
         idRole = Qt::UserRole + 1,
         skuRole,
@@ -25,8 +23,6 @@ public:
     };
 
     using QStyledItemDelegate::QStyledItemDelegate;
-
-    static void fill(QListWidgetItem* item, const ProductListRow& row);
 
     void paint(QPainter* painter, const QStyleOptionViewItem& option,
                const QModelIndex& index) const override;

@@ -5,15 +5,17 @@
 #include "ui/controls/errorlabel.h"
 #include "ui/controls/formfields.h"
 #include "ui/controls/listdetail.h"
+#include "ui/products/categoriessheet.h"
 #include "ui/products/producteditform.h"
 #include "ui/products/productlistdelegate.h"
+#include "ui/products/productlistmodel.h"
 #include "ui/style/theme.h"
 
 #include <QCheckBox>
 #include <QComboBox>
 #include <QLabel>
 #include <QLineEdit>
-#include <QListWidget>
+#include <QListView>
 #include <QMenu>
 #include <QPushButton>
 #include <QShowEvent>
@@ -30,7 +32,9 @@ constexpr std::array<ProductType, 3> productTypes{ProductType::inventory, Produc
 
 ProductsView::ProductsView(AppEnvironment& environment, SessionStore& session, QWidget* parent)
     : QWidget(parent)
-    , m_model(environment.modelContext(), session)
+    , m_context(environment.modelContext())
+    , m_model(m_context, session)
+    , m_rows(new ProductListModel(m_model, this))
 {
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(32, 28, 32, 24);
@@ -42,6 +46,7 @@ ProductsView::ProductsView(AppEnvironment& environment, SessionStore& session, Q
     m_listCard = new RecordListCard(QStringLiteral("Products"), ProductsViewModel::emptyTitle(),
                                     ProductsViewModel::emptyMessage(), this);
     m_listCard->setFixedWidth(recordListWidth);
+    m_listCard->setModel(m_rows);
     list()->setItemDelegate(new ProductListDelegate(list()));
     m_detail =
         new DetailPages(ProductsViewModel::noSelectionTitle(), ProductsViewModel::noSelectionMessage(), this);
@@ -64,21 +69,26 @@ ProductsView::ProductsView(AppEnvironment& environment, SessionStore& session, Q
         m_type->setCurrentIndex(
             type ? int(std::find(productTypes.begin(), productTypes.end(), *type) - productTypes.begin()) + 1
                  : 0);
-        refreshList();
+        refreshList(true);
     });
     connect(&m_model, &ProductsViewModel::selectionChanged, this, &ProductsView::showSelection);
     connect(m_listCard, &RecordListCard::rowChosen, this, [this](int row) {
-        const Ref<Product> chosen = m_listed[row];
-        if (chosen != m_model.selectedProduct())
-            openAfterAsking(
-                [this] { m_listCard->showChosenRow(int(m_listed.indexOf(m_model.selectedProduct()))); },
-                [this, chosen] { m_model.select(chosen); });
+        const QUuid chosen = m_rows->productID(row);
+        const Ref<Product> selected = m_model.selectedProduct();
+        if (!selected || chosen != selected->id())
+            openAfterAsking([this] { showChosenRow(); },
+                            [this, chosen] {
+                                if (const Ref<Product> product = m_model.product(chosen))
+                                    m_model.select(product);
+                                else
+                                    showChosenRow();
+                            });
     });
     connect(&m_model, &ProductsViewModel::productsChanged, this, [this] {
         fillCategoryFilter();
         // Not while the list is in the middle of changing its current row: it is rebuilt after.
         if (m_listCard->isChoosing())
-            QTimer::singleShot(0, this, &ProductsView::refreshList);
+            QTimer::singleShot(0, this, [this] { refreshList(); });
         else
             refreshList();
         if (m_form)
@@ -97,6 +107,16 @@ QWidget* ProductsView::buildHeader()
     line->setSpacing(2);
     line->addWidget(Theme::label(QStringLiteral("Products"), Theme::Text::title, header));
     line->addStretch();
+
+    m_categories = new QPushButton(CategoriesViewModel::buttonTitle(), header);
+    m_categories->setToolTip(QStringLiteral("Rename or delete categories"));
+    connect(m_categories, &QPushButton::clicked, this, [this] {
+        auto* sheet = new CategoriesSheet(m_context, this);
+        sheet->setAttribute(Qt::WA_DeleteOnClose);
+        sheet->open();
+    });
+    line->addWidget(m_categories);
+    line->addSpacing(8);
 
     m_newProduct = new QPushButton(ProductsViewModel::newProductTitle(), header);
     Theme::markPrimary(m_newProduct);
@@ -185,31 +205,43 @@ void ProductsView::fillCategoryFilter()
         m_model.setSelectedCategoryID(std::nullopt);
 }
 
-QListWidget* ProductsView::list() const
+CategoriesSheet* ProductsView::categoriesSheet() const
+{
+    for (CategoriesSheet* sheet : findChildren<CategoriesSheet*>(Qt::FindDirectChildrenOnly)) {
+        if (sheet->isVisible())
+            return sheet;
+    }
+    return nullptr;
+}
+
+QListView* ProductsView::list() const
 {
     return m_listCard->list();
 }
 
-void ProductsView::refreshList()
+void ProductsView::refreshList(bool fromTop)
 {
-    m_listed = m_model.products();
-    m_listCard->refill([this] {
-        const Ref<Product> selected = m_model.selectedProduct();
-        for (const Ref<Product>& product : std::as_const(m_listed)) {
-            auto* item = new QListWidgetItem(list());
-            // The product on the form shows what is being typed.
-            ProductListDelegate::fill(item, m_model.row(product == selected ? m_model.editedProduct() : product));
-            if (product == selected)
-                list()->setCurrentItem(item);
-        }
-    });
+    if (fromTop)
+        m_rows->restart();
+    else
+        m_rows->reload();
+    showChosenRow();
+    updateEditedRow();
+}
+
+void ProductsView::showChosenRow()
+{
+    // A product the filters hide has no row to look for: the search would read every page.
+    const Ref<Product> selected = m_model.selectedProduct();
+    const bool listed = selected && !m_model.filtered({selected}).isEmpty();
+    m_listCard->showChosenRow(listed ? m_rows->rowOf(selected->id()) : -1);
 }
 
 void ProductsView::updateEditedRow()
 {
-    const qsizetype row = m_listed.indexOf(m_model.selectedProduct());
-    if (row >= 0)
-        ProductListDelegate::fill(list()->item(int(row)), m_model.row(m_model.editedProduct()));
+    // A new product has no row until it is saved.
+    m_rows->showEdited(m_model.selectedProduct() ? std::optional(m_model.row(m_model.editedProduct()))
+                                                 : std::nullopt);
 }
 
 void ProductsView::showSelection()
@@ -220,18 +252,14 @@ void ProductsView::showSelection()
         m_form->deleteLater();
         m_form = nullptr;
     }
-    // A new product has no row until it is saved.
-    m_listCard->showChosenRow(int(m_listed.indexOf(m_model.selectedProduct())));
+    // Rows typed into and then dropped show their saved values again.
+    updateEditedRow();
+    showChosenRow();
     if (m_model.editedProduct()) {
         m_form = new ProductEditForm(m_model, m_detail);
         connect(m_form, &ProductEditForm::edited, this, &ProductsView::updateEditedRow);
     }
     m_detail->showDetail(m_form);
-    // Rows typed into and then dropped show their saved values again.
-    if (m_listCard->isChoosing())
-        QTimer::singleShot(0, this, &ProductsView::refreshList);
-    else
-        refreshList();
 }
 
 void ProductsView::newProduct(std::optional<ProductType> type)
@@ -256,14 +284,14 @@ bool ProductsView::saveEdits()
 QStringList ProductsView::listedNames() const
 {
     QStringList names;
-    for (int row = 0; row < list()->count(); ++row)
-        names.append(list()->item(row)->text());
+    for (int row = 0; row < m_rows->rowCount(); ++row)
+        names.append(m_rows->index(row).data().toString());
     return names;
 }
 
 void ProductsView::selectRow(int row)
 {
-    list()->setCurrentRow(row);
+    m_listCard->chooseRow(row);
 }
 
 void ProductsView::showEvent(QShowEvent* event)

@@ -6,13 +6,15 @@
 #include <QWidget>
 
 class AppEnvironment;
+class CategoriesSheet;
 class DetailPages;
 class ErrorLabel;
 class ProductEditForm;
 class QCheckBox;
 class QComboBox;
+class ProductListModel;
 class QLineEdit;
-class QListWidget;
+class QListView;
 class QMenu;
 class QPushButton;
 class RecordListCard;
@@ -34,11 +36,15 @@ public:
     QCheckBox* inactiveToggle() const { return m_inactive; }
     QPushButton* newProductButton() const { return m_newProduct; }
     QMenu* newProductMenu() const { return m_newProductMenu; }
-    QListWidget* list() const;
+    QPushButton* categoriesButton() const { return m_categories; }
+    // The Categories sheet while it is open, else null.
+    CategoriesSheet* categoriesSheet() const;
+    QListView* list() const;
+    ProductListModel& rows() const { return *m_rows; }
     // Null while nothing is selected.
     ProductEditForm* form() const { return m_form; }
     ErrorLabel* errorLabel() const { return m_error; }
-    // The products listed, by name as shown.
+    // The products loaded into the list, by name as shown.
     QStringList listedNames() const;
     // Selects the listed product of that row, as a click would.
     void selectRow(int row);
@@ -55,12 +61,16 @@ private:
     QWidget* buildHeader();
     QWidget* buildFilterBar();
     void fillCategoryFilter();
-    void refreshList();
+    // Read again as far as was loaded; from the top after a filter changed.
+    void refreshList(bool fromTop = false);
+    // The selected product's row marked as chosen, loading pages down to it.
+    void showChosenRow();
     void showSelection();
     // The selected product's row shows what is being typed.
     void updateEditedRow();
     void newProduct(std::optional<ProductType> type);
 
+    ModelContext& m_context;
     ProductsViewModel m_model;
     QLineEdit* m_search = nullptr;
     QComboBox* m_category = nullptr;
@@ -70,9 +80,10 @@ private:
     QPushButton* m_newProduct = nullptr;
     QPushButton* m_newProductMore = nullptr;
     QMenu* m_newProductMenu = nullptr;
+    QPushButton* m_categories = nullptr;
     ErrorLabel* m_error = nullptr;
+    ProductListModel* m_rows = nullptr;
     RecordListCard* m_listCard = nullptr;
     DetailPages* m_detail = nullptr;
     ProductEditForm* m_form = nullptr;
-    QList<Ref<Product>> m_listed;
 };

@@ -7,12 +7,13 @@
 #include "ui/controls/lazyrefresh.h"
 #include "ui/controls/listdetail.h"
 #include "ui/controls/recordrowdelegate.h"
+#include "ui/controls/recordrowmodel.h"
 #include "ui/staff/staffdetail.h"
 #include "ui/style/theme.h"
 
 #include <QHBoxLayout>
 #include <QLineEdit>
-#include <QListWidget>
+#include <QListView>
 #include <QPushButton>
 #include <QTimer>
 #include <QVBoxLayout>
@@ -22,7 +23,10 @@ StaffView::StaffView(AppEnvironment& environment, SessionStore& session, QWidget
     , m_staff(environment.staffService())
     , m_context(environment.modelContext())
     , m_session(session)
-    , m_model(m_staff, m_context)
+    , m_model(m_context)
+    , m_rows(new RecordRowModel(
+          StaffViewModel::pageSize,
+          [this](const RecordListRow* after, int limit) { return m_model.page(after, limit); }, this))
 {
     using Model = StaffViewModel;
     m_new = new QPushButton(Model::newMemberTitle(), this);
@@ -36,6 +40,7 @@ StaffView::StaffView(AppEnvironment& environment, SessionStore& session, QWidget
     m_search = makeSearchField(Model::searchPrompt(), this);
     m_listCard =
         new RecordListCard(QStringLiteral("Staff"), Model::emptyTitle(), Model::emptyMessage(), this);
+    m_listCard->setModel(m_rows);
     list()->setItemDelegate(new RecordRowDelegate(list()));
     auto* listColumn = new QVBoxLayout;
     listColumn->setSpacing(10);
@@ -61,7 +66,7 @@ StaffView::StaffView(AppEnvironment& environment, SessionStore& session, QWidget
     auto* lazyRefresh = new LazyRefresh(this, [this] { refreshList(); });
     connect(m_new, &QPushButton::clicked, this, &StaffView::addMember);
     connect(m_search, &QLineEdit::textChanged, &m_model, &Model::setSearchText);
-    connect(&m_model, &Model::searchTextChanged, this, &StaffView::refreshList);
+    connect(&m_model, &Model::searchTextChanged, this, [this] { refreshList(true); });
     connect(&m_model, &Model::errorMessageChanged, error,
             [this, error] { error->setMessage(m_model.errorMessage()); });
     connect(&m_model, &Model::staffChanged, this, [this, lazyRefresh] {
@@ -72,39 +77,44 @@ StaffView::StaffView(AppEnvironment& environment, SessionStore& session, QWidget
             lazyRefresh->request();
     });
     connect(m_listCard, &RecordListCard::rowChosen, this, [this](int row) {
-        const Ref<StaffMember> chosen = m_listed[row];
-        if (m_detail && chosen == m_detail->member())
+        const QUuid chosen = m_rows->recordID(row);
+        if (m_detail && chosen == m_detail->member()->id())
             return;
         // The list keeps pointing at the member being edited until the question is answered.
-        m_listCard->showChosenRow(m_detail ? int(m_listed.indexOf(m_detail->member())) : -1);
-        askToLeave([this, chosen] { showDetail(chosen); });
+        showChosenRow();
+        askToLeave([this, chosen] {
+            if (const Ref<StaffMember> member = m_model.member(chosen))
+                showDetail(member);
+        });
     });
     refreshList();
 }
 
-QListWidget* StaffView::list() const
+QListView* StaffView::list() const
 {
     return m_listCard->list();
 }
 
-void StaffView::refreshList()
+void StaffView::refreshList(bool fromTop)
 {
-    const QList<StaffRow> rows = m_model.rows();
-    m_listed.clear();
-    m_listCard->refill([this, &rows] {
-        for (const StaffRow& row : rows) {
-            m_listed.append(row.member);
-            auto* item = new QListWidgetItem(row.name, list());
-            item->setData(RecordRowDelegate::detailRole, row.rateText);
-            item->setData(RecordRowDelegate::inactiveRole, row.isInactive);
-            if (m_detail && row.member == m_detail->member())
-                list()->setCurrentItem(item);
-        }
-    });
+    if (fromTop)
+        m_rows->restart();
+    else
+        m_rows->reload();
     // A member deleted elsewhere takes the detail with it; one only filtered out, or new and not yet
     // saved, stays shown.
     if (m_detail && m_detail->member()->isDeleted())
         showDetail(nullptr);
+    else
+        showChosenRow();
+}
+
+void StaffView::showChosenRow()
+{
+    // One the search hides, or a new one, has no row to look for: the search would read every page.
+    const bool listed =
+        m_detail && !m_detail->model().isNew() && !m_model.filteredStaff({m_detail->member()}).isEmpty();
+    m_listCard->showChosenRow(listed ? m_rows->rowOf(m_detail->member()->id()) : -1);
 }
 
 void StaffView::showDetail(const Ref<StaffMember>& member)
@@ -114,18 +124,20 @@ void StaffView::showDetail(const Ref<StaffMember>& member)
         m_detail->deleteLater();
         m_detail = nullptr;
     }
-    m_listCard->showChosenRow(int(m_listed.indexOf(member)));
     if (!member) {
+        showChosenRow();
         m_detailPages->showDetail(nullptr);
         return;
     }
     m_detail = new StaffDetail(m_staff, m_context, m_session, member, this);
+    showChosenRow();
     connect(m_detail, &StaffDetail::memberDeleted, this, [this] { showDetail(nullptr); });
     // A new member has no row until saved; once it has, the row is the chosen one.
     connect(&m_detail->model(), &StaffDetailModel::fieldsChanged, this, [this] {
         if (!m_detail || m_detail->model().isNew())
             return;
-        const int row = int(m_listed.indexOf(m_detail->member()));
+        const int row =
+            m_rows->loaded([this](const RecordListRow& r) { return r.id == m_detail->member()->id(); });
         if (row < 0)
             refreshList();
         else
@@ -170,8 +182,5 @@ void StaffView::discardEdits()
 
 QStringList StaffView::listedNames() const
 {
-    QStringList names;
-    for (const Ref<StaffMember>& member : m_listed)
-        names.append(member->name());
-    return names;
+    return m_rows->names();
 }

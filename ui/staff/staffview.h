@@ -8,9 +8,10 @@
 class AppEnvironment;
 class DetailPages;
 class QLineEdit;
-class QListWidget;
+class QListView;
 class QPushButton;
 class RecordListCard;
+class RecordRowModel;
 class SessionStore;
 class StaffDetail;
 
@@ -25,9 +26,10 @@ public:
 
     StaffViewModel& model() { return m_model; }
     QPushButton* newMemberButton() const { return m_new; }
-    QListWidget* list() const;
+    QListView* list() const;
     // The chosen member's detail; null while none is chosen.
     StaffDetail* detail() const { return m_detail; }
+    // The members loaded into the list, by name.
     QStringList listedNames() const;
 
     bool hasUnsavedEdits() const override;
@@ -37,7 +39,10 @@ private:
     bool saveEdits() override;
     void discardEdits() override;
 
-    void refreshList();
+    // Read again as far as was loaded; from the top after the search changed.
+    void refreshList(bool fromTop = false);
+    // The row of the member on the detail marked as chosen, loading pages down to it.
+    void showChosenRow();
     void showDetail(const Ref<StaffMember>& member);
     void addMember();
 
@@ -45,7 +50,7 @@ private:
     ModelContext& m_context;
     SessionStore& m_session;
     StaffViewModel m_model;
-    QList<Ref<StaffMember>> m_listed; // the list's rows, in order
+    RecordRowModel* m_rows;
 
     QLineEdit* m_search;
     QPushButton* m_new;

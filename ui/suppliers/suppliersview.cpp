@@ -9,13 +9,14 @@
 #include "ui/controls/listdetail.h"
 #include "ui/controls/readingorder.h"
 #include "ui/controls/recordrowdelegate.h"
+#include "ui/controls/recordrowmodel.h"
 #include "ui/style/theme.h"
 
 #include <QCheckBox>
 #include <QGridLayout>
 #include <QLabel>
 #include <QLineEdit>
-#include <QListWidget>
+#include <QListView>
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QShowEvent>
@@ -49,6 +50,10 @@ SuppliersView::SuppliersView(AppEnvironment& environment, QWidget* parent)
     m_listCard = new RecordListCard(QStringLiteral("Suppliers"), SuppliersViewModel::emptyTitle(),
                                     SuppliersViewModel::emptyMessage(), this);
     m_listCard->setFixedWidth(recordListWidth);
+    m_rows = new RecordRowModel(
+        SuppliersViewModel::pageSize,
+        [this](const RecordListRow* after, int limit) { return m_model.page(after, limit); }, this);
+    m_listCard->setModel(m_rows);
     list()->setItemDelegate(new RecordRowDelegate(list()));
     m_detail = new DetailPages(SuppliersViewModel::noSelectionTitle(),
                                SuppliersViewModel::noSelectionMessage(), this);
@@ -63,24 +68,29 @@ SuppliersView::SuppliersView(AppEnvironment& environment, QWidget* parent)
     connect(&m_model, &SuppliersViewModel::searchTextChanged, this, [this] {
         if (m_search->text() != m_model.searchText())
             m_search->setText(m_model.searchText());
-        refreshList();
+        refreshList(true);
     });
     connect(&m_model, &SuppliersViewModel::errorMessageChanged, this,
             [this] { m_error->setMessage(m_model.errorMessage()); });
     connect(&m_model, &SuppliersViewModel::suppliersChanged, this, [this] {
         // Not while the list is in the middle of changing its current row: it is rebuilt after.
         if (m_listCard->isChoosing())
-            QTimer::singleShot(0, this, &SuppliersView::refreshList);
+            QTimer::singleShot(0, this, [this] { refreshList(); });
         else
             refreshList();
     });
     connect(&m_model, &SuppliersViewModel::selectionChanged, this, &SuppliersView::showSelection);
     connect(m_listCard, &RecordListCard::rowChosen, this, [this](int row) {
-        const Ref<Supplier> chosen = m_listed[row];
-        if (chosen != m_model.selectedSupplier())
-            openAfterAsking(
-                [this] { m_listCard->showChosenRow(int(m_listed.indexOf(m_model.selectedSupplier()))); },
-                [this, chosen] { m_model.select(chosen); });
+        const QUuid chosen = m_rows->recordID(row);
+        const Ref<Supplier> selected = m_model.selectedSupplier();
+        if (!selected || chosen != selected->id())
+            openAfterAsking([this] { showChosenRow(); },
+                            [this, chosen] {
+                                if (const Ref<Supplier> supplier = m_model.supplier(chosen))
+                                    m_model.select(supplier);
+                                else
+                                    showChosenRow();
+                            });
     });
     connect(m_new, &QPushButton::clicked, this, [this] {
         askToLeave([this] {
@@ -185,31 +195,32 @@ QPlainTextEdit* SuppliersView::note(Note which) const
     return m_notes[static_cast<int>(which)];
 }
 
-QListWidget* SuppliersView::list() const
+QListView* SuppliersView::list() const
 {
     return m_listCard->list();
 }
 
-void SuppliersView::refreshList()
+void SuppliersView::refreshList(bool fromTop)
 {
-    const QList<SupplierRow> rows = m_model.rows();
-    m_listed.clear();
-    m_listCard->refill([this, &rows] {
-        for (const SupplierRow& row : rows) {
-            m_listed.append(row.supplier);
-            auto* item = new QListWidgetItem(row.name, list());
-            item->setData(RecordRowDelegate::detailRole, row.contact);
-            item->setData(RecordRowDelegate::inactiveRole, row.isInactive);
-            if (row.supplier == m_model.selectedSupplier())
-                list()->setCurrentItem(item);
-        }
-    });
+    if (fromTop)
+        m_rows->restart();
+    else
+        m_rows->reload();
+    showChosenRow();
+}
+
+void SuppliersView::showChosenRow()
+{
+    // One the search hides has no row to look for: the search would read every page.
+    const Ref<Supplier> selected = m_model.selectedSupplier();
+    const bool listed = selected && !m_model.filteredSuppliers({selected}).isEmpty();
+    m_listCard->showChosenRow(listed ? m_rows->rowOf(selected->id()) : -1);
 }
 
 void SuppliersView::showSelection()
 {
     // A new supplier has no row until it is saved.
-    m_listCard->showChosenRow(int(m_listed.indexOf(m_model.selectedSupplier())));
+    showChosenRow();
     m_footer->clear();
     if (!m_model.editedSupplier()) {
         m_detail->showDetail(nullptr);
@@ -261,10 +272,7 @@ QString SuppliersView::editedName() const
 
 QStringList SuppliersView::listedNames() const
 {
-    QStringList names;
-    for (const Ref<Supplier>& supplier : m_listed)
-        names.append(supplier->name());
-    return names;
+    return m_rows->names();
 }
 
 void SuppliersView::showEvent(QShowEvent* event)

@@ -9,10 +9,11 @@ class DetailPages;
 class ErrorLabel;
 class QCheckBox;
 class QLineEdit;
-class QListWidget;
+class QListView;
 class QPlainTextEdit;
 class QPushButton;
 class RecordListCard;
+class RecordRowModel;
 
 // The "Suppliers" section: the searchable list beside the details of the selected or a new
 // supplier, with "New Supplier", "Save" and "Delete Supplier". Leaving unsaved edits asks first.
@@ -27,7 +28,7 @@ public:
 
     SuppliersViewModel& model() { return m_model; }
     QLineEdit* searchField() const { return m_search; }
-    QListWidget* list() const;
+    QListView* list() const;
     QPushButton* newSupplierButton() const { return m_new; }
     QLineEdit* field(Field which) const;
     QPlainTextEdit* note(Note which) const;
@@ -36,6 +37,7 @@ public:
     QPushButton* deleteButton() const { return m_footer->deleteButton(); }
     ErrorLabel* errorLabel() const { return m_error; }
     ErrorLabel* formErrorLabel() const { return m_footer->errorLabel(); }
+    // The suppliers loaded into the list, by name.
     QStringList listedNames() const;
 
     bool hasUnsavedEdits() const override { return m_model.hasUnsavedEdits(); }
@@ -48,7 +50,10 @@ protected:
 
 private:
     QWidget* buildForm();
-    void refreshList();
+    // Read again as far as was loaded; from the top after the search changed.
+    void refreshList(bool fromTop = false);
+    // The selected supplier's row marked as chosen, loading pages down to it.
+    void showChosenRow();
     void showSelection();
     void showFields();
     bool save();
@@ -58,6 +63,7 @@ private:
     QLineEdit* m_search = nullptr;
     QPushButton* m_new = nullptr;
     ErrorLabel* m_error = nullptr;
+    RecordRowModel* m_rows = nullptr;
     RecordListCard* m_listCard = nullptr;
     DetailPages* m_detail = nullptr;
     QWidget* m_form = nullptr;
@@ -65,5 +71,4 @@ private:
     QList<QPlainTextEdit*> m_notes;
     QCheckBox* m_active = nullptr;
     FormFooter* m_footer = nullptr;
-    QList<Ref<Supplier>> m_listed;
 };

@@ -10,7 +10,7 @@
 #include <QComboBox>
 #include <QDateEdit>
 #include <QDateTimeEdit>
-#include <QListWidget>
+#include <QListView>
 #include <QPushButton>
 #include <QSpinBox>
 
@@ -60,14 +60,15 @@ TEST_F(AppointmentsViewTest, AppointmentBookingForAnotherDayTakesTheListThereAnd
     editor = view.editor();
     EXPECT_EQ(view.dayPicker()->date(), today.addDays(1));
     ASSERT_EQ(view.listedTimes(), QStringList{"10:00 AM–11:30 AM"});
-    EXPECT_EQ(view.list()->currentRow(), 0);
+    EXPECT_EQ(view.list()->currentIndex().row(), 0);
     EXPECT_EQ(shownButtons(editor), (QStringList{"Delete", "No-Show", "Cancel Appointment", "Save"}));
     EXPECT_FALSE(view.hasUnsavedEdits()) << "opening a booking changes nothing in it";
 
     editor->cancelButton()->click();
     EXPECT_EQ(shownButtons(editor), (QStringList{"Delete", "Book Again"}));
     EXPECT_FALSE(editor->startField()->isEnabled()) << "a cancelled booking isn't edited";
-    EXPECT_EQ(view.list()->item(0)->data(AppointmentRowDelegate::statusRole).toString(), "Cancelled");
+    EXPECT_EQ(view.list()->model()->index(0, 0).data(AppointmentRowDelegate::statusRole).toString(),
+              "Cancelled");
 
     // Rung up elsewhere: the editor follows the store.
     const Ref<Appointment> booking = editor->model().appointment();

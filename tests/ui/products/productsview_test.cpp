@@ -1,7 +1,10 @@
 #include "ui/products/productsview.h"
 
 #include "ui/controls/errorlabel.h"
+#include "ui/controls/recordrowdelegate.h"
+#include "ui/controls/recordrowmodel.h"
 #include "ui/controls/screentest.h"
+#include "ui/products/categoriessheet.h"
 #include "ui/products/newcategorysheet.h"
 #include "ui/products/producteditform.h"
 
@@ -77,7 +80,7 @@ TEST_F(ProductsScreenTest, AProductIsMadeThroughTheFormAndARefusalShowsOnIt)
     EXPECT_EQ(rice->sellingUnit(), SellingUnit::kg);
     EXPECT_EQ(rice->sellingPrice(), 1018);
     EXPECT_EQ(rice->category()->colorHex(), "#34C759");
-    EXPECT_EQ(view->list()->currentItem()->text(), "Rice 5kg") << "listed and chosen once saved";
+    EXPECT_EQ(view->list()->currentIndex().data().toString(), "Rice 5kg") << "listed and chosen once saved";
     view->newProductMenu()->actions().at(2)->trigger();
     EXPECT_EQ(view->model().editedProduct()->productType(), ProductType::service) << "the menu's third type";
 }
@@ -105,6 +108,54 @@ TEST_F(ProductsScreenTest, FiltersReachTheListAndDeleteAsksFirst)
     clickButton(confirm, "Delete");
     EXPECT_EQ(view->form(), nullptr);
     EXPECT_EQ(countRowsOnDisk(store.path(), QStringLiteral("Product")), 2);
+}
+
+// The rules are the view model's; here the sheet is wired to it and the screen follows its changes.
+TEST_F(ProductsScreenTest, CategoriesAreRenamedAndDeletedFromTheirSheet)
+{
+    auto drinks = std::make_shared<Category>();
+    drinks->setName(QStringLiteral("Drinks"));
+    auto grains = std::make_shared<Category>();
+    grains->setName(QStringLiteral("Grains"));
+    store.saved(drinks);
+    store.saved(grains);
+    const Ref<Product> cola = addProduct(store.context(), {.name = QStringLiteral("Cola")});
+    cola->setCategory(drinks);
+    store.context().save();
+    openProducts();
+    view->categoriesButton()->click();
+    CategoriesSheet* sheet = view->categoriesSheet();
+    ASSERT_NE(sheet, nullptr);
+    EXPECT_EQ(sheet->rows().names(), (QStringList{"Drinks", "Grains"}));
+    EXPECT_EQ(sheet->rows().index(0).data(RecordRowDelegate::detailRole).toString(), "1 product");
+    EXPECT_FALSE(sheet->renameButton()->isEnabled()) << "nothing chosen yet";
+
+    sheet->chooseRow(0);
+    EXPECT_EQ(sheet->nameField()->text(), "Drinks");
+    sheet->nameField()->selectAll();
+    QTest::keyClicks(sheet->nameField(), "grains");
+    sheet->renameButton()->click();
+    EXPECT_TRUE(sheet->errorLabel()->isVisible());
+    sheet->nameField()->selectAll();
+    QTest::keyClicks(sheet->nameField(), "Cold Drinks");
+    QTest::keyClick(sheet->nameField(), Qt::Key_Return);
+    EXPECT_FALSE(sheet->errorLabel()->isVisible());
+    EXPECT_EQ(sheet->rows().names(), (QStringList{"Cold Drinks", "Grains"}));
+    EXPECT_EQ(sheet->list()->currentIndex().row(), 0) << "still chosen after the rename";
+    EXPECT_GE(view->categoryFilter()->findText("Cold Drinks"), 0) << "the screen's filter follows";
+
+    sheet->deleteButton()->click();
+    QMessageBox* confirm = openBox(sheet);
+    ASSERT_NE(confirm, nullptr);
+    EXPECT_EQ(confirm->text(), "Delete “Cold Drinks”?");
+    EXPECT_EQ(confirm->informativeText(), "Its 1 product stays in Products, with no category.");
+    clickButton(confirm, "Delete");
+    EXPECT_EQ(sheet->rows().names(), QStringList{"Grains"});
+    EXPECT_FALSE(sheet->deleteButton()->isEnabled());
+    EXPECT_EQ(cola->category(), nullptr);
+    EXPECT_EQ(view->listedNames(), QStringList{"Cola"}) << "the product stays";
+    sheet->primaryButton()->click();
+    EXPECT_EQ(view->categoriesSheet(), nullptr);
 }
 
 // With the store unreadable, choosing another product once ended in terminate().

@@ -7,7 +7,7 @@
 
 #include <QCheckBox>
 #include <QLineEdit>
-#include <QListWidget>
+#include <QListView>
 #include <QMessageBox>
 #include <QPushButton>
 
@@ -34,19 +34,20 @@ TEST_F(StaffViewTest, MembersAreSavedWithReturnAndLeavingOrDeletingAsksFirst)
     abena->field(StaffDetail::Field::commission)->selectAll();
     QTest::keyClicks(abena->field(StaffDetail::Field::commission), "10");
     QTest::keyClick(abena->field(StaffDetail::Field::commission), Qt::Key_Return);
-    EXPECT_EQ(view.list()->item(0)->data(RecordRowDelegate::detailRole).toString(), "10% commission");
+    EXPECT_EQ(view.list()->model()->index(0, 0).data(RecordRowDelegate::detailRole).toString(),
+              "10% commission");
 
     StaffDetail* kwame = addMember("Kwame", "5");
-    EXPECT_EQ(view.list()->currentRow(), 1) << "the saved member is the chosen row";
+    EXPECT_EQ(view.list()->currentIndex().row(), 1) << "the saved member is the chosen row";
     kwame->activeSwitch()->click();
-    view.list()->setCurrentRow(0);
+    view.list()->setCurrentIndex(view.list()->model()->index(0, 0));
     QMessageBox* box = openBox(&view);
     ASSERT_NE(box, nullptr);
     EXPECT_EQ(box->text(), "Save changes to Kwame?");
-    EXPECT_EQ(view.list()->currentRow(), 1) << "nothing changes before the answer";
+    EXPECT_EQ(view.list()->currentIndex().row(), 1) << "nothing changes before the answer";
     clickButton(box, QStringLiteral("Save"));
     EXPECT_EQ(view.detail()->member()->name(), "Abena");
-    EXPECT_TRUE(view.list()->item(1)->data(RecordRowDelegate::inactiveRole).toBool());
+    EXPECT_TRUE(view.list()->model()->index(1, 0).data(RecordRowDelegate::inactiveRole).toBool());
 
     view.detail()->deleteButton()->click();
     QMessageBox* confirm = openBox(&view);
