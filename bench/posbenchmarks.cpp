@@ -94,7 +94,7 @@ Counter& counter()
 
 void BM_POSScanOf50kProducts(benchmark::State& state)
 {
-    ProductListModel& products = counter().pos->products();
+    ProductGridModel& products = counter().pos->products();
     int i = 0;
     for (auto _ : state) {
         const Ref<Product> found = products.productWithCode(barcodeOf(i));
@@ -131,7 +131,7 @@ BENCHMARK(BM_POSSearchKeystrokeOver50kProducts)->Arg(0)->Arg(1)->Unit(benchmark:
 // What every save touching products costs the grid.
 void BM_POSGridReloadOf50kProducts(benchmark::State& state)
 {
-    ProductListModel& products = counter().pos->products();
+    ProductGridModel& products = counter().pos->products();
     for (auto _ : state) {
         products.reload();
         benchmark::DoNotOptimize(products.rowCount());

@@ -60,7 +60,7 @@ POSViewModel::POSViewModel(AppEnvironment& environment, SessionStore& session, Q
     : ViewModel(parent)
     , m_environment(environment)
     , m_session(session)
-    , m_products(std::make_unique<ProductListModel>(environment.modelContext(), [this] { return currencySymbol(); }))
+    , m_products(std::make_unique<ProductGridModel>(environment.modelContext(), [this] { return currencySymbol(); }))
     , m_heldSales(std::make_unique<HeldSalesModel>(environment.modelContext()))
 {
     ModelContext& context = environment.modelContext();

@@ -2,7 +2,7 @@
 
 #include "access/approvalrequest.h"
 #include "pos/paymentsheetmodel.h"
-#include "pos/productlistmodel.h"
+#include "pos/productgridmodel.h"
 #include "pos/quantityentry.h"
 #include "records/appointment.h"
 #include "records/heldsale.h"
@@ -68,7 +68,7 @@ public:
     bool isTillClosed() const;
 
     const Cart& cart() const { return m_cart; }
-    ProductListModel& products() { return *m_products; }
+    ProductGridModel& products() { return *m_products; }
 
     // The scan and search field; the grid follows each keystroke.
     QString searchText() const { return m_searchText; }
@@ -194,7 +194,7 @@ private:
 
     AppEnvironment& m_environment;
     SessionStore& m_session;
-    std::unique_ptr<ProductListModel> m_products;
+    std::unique_ptr<ProductGridModel> m_products;
     std::unique_ptr<HeldSalesModel> m_heldSales;
     Cart m_cart;
     QString m_searchText;

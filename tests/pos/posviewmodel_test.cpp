@@ -5,7 +5,7 @@
 #include "records/heldsale.h"
 
 namespace {
-QList<QString> names(ProductListModel& list)
+QList<QString> names(ProductGridModel& list)
 {
     QList<QString> shown;
     for (int row = 0; row < list.rowCount(); ++row)
@@ -98,7 +98,7 @@ TEST_F(POSTest, TheGridLeavesOutInactiveProductsAndFollowsChipsAndEveryKeystroke
         cola->setCategory(drinks);
         gone->setIsActive(false);
     });
-    ProductListModel& list = pos->products();
+    ProductGridModel& list = pos->products();
     EXPECT_EQ(names(list), (QList<QString>{"Cola", "Colander"})) << "reloaded after the saves";
 
     struct Step {
@@ -115,8 +115,8 @@ TEST_F(POSTest, TheGridLeavesOutInactiveProductsAndFollowsChipsAndEveryKeystroke
     }
     pos->setSelectedCategoryID(drinks->id());
     EXPECT_EQ(names(list), QList<QString>{"Cola"});
-    EXPECT_EQ(list.data(list.index(0), ProductListModel::CategoryNameRole), "Drinks");
-    EXPECT_EQ(list.data(list.index(0), ProductListModel::StockTextRole), "50 left");
+    EXPECT_EQ(list.data(list.index(0), ProductGridModel::CategoryNameRole), "Drinks");
+    EXPECT_EQ(list.data(list.index(0), ProductGridModel::StockTextRole), "50 left");
     pos->setSelectedCategoryID(std::nullopt);
     EXPECT_EQ(list.rowCount(), 2);
 }
@@ -163,7 +163,7 @@ TEST_F(POSTest, TheDrawerIsToldBeforeThePrinterAndTheSaleStands)
         pos->closeReceiptSheet();
     }
     EXPECT_EQ(settings->lastReceiptSequence(), 3);
-    EXPECT_EQ(pos->products().data(pos->products().index(0), ProductListModel::StockTextRole), "97 left")
+    EXPECT_EQ(pos->products().data(pos->products().index(0), ProductGridModel::StockTextRole), "97 left")
         << "the grid follows the sales' stock";
 
     // No cash, no drawer; no printer chosen, no print and no complaint.

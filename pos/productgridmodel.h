@@ -43,7 +43,7 @@ struct CategoryChip {
 // keystroke in the search field filters them again, so the light rows of all of them are held in
 // memory (read once, and again after a save touches products or categories) and a scan finds
 // its product through a table of codes rather than a walk.
-class ProductListModel : public QAbstractListModel {
+class ProductGridModel : public QAbstractListModel {
     Q_OBJECT
 
 public:
@@ -59,7 +59,7 @@ public:
 
     using SymbolSource = std::function<QString()>;
 
-    ProductListModel(ModelContext& context, SymbolSource currencySymbol, QObject* parent = nullptr);
+    ProductGridModel(ModelContext& context, SymbolSource currencySymbol, QObject* parent = nullptr);
 
     // Reads every product's tile and the categories again. Throws StoreError, keeping the rows
     // that were there.

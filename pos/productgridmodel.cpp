@@ -1,17 +1,17 @@
-#include "pos/productlistmodel.h"
+#include "pos/productgridmodel.h"
 
 #include "money/currency.h"
 #include "money/quantity.h"
 #include "records/category.h"
 
-ProductListModel::ProductListModel(ModelContext& context, SymbolSource currencySymbol, QObject* parent)
+ProductGridModel::ProductGridModel(ModelContext& context, SymbolSource currencySymbol, QObject* parent)
     : QAbstractListModel(parent)
     , m_context(context)
     , m_currencySymbol(std::move(currencySymbol))
 {
 }
 
-void ProductListModel::reload()
+void ProductGridModel::reload()
 {
     std::vector<ProductTile> tiles;
     tiles.reserve(m_tiles.size());
@@ -69,7 +69,7 @@ void ProductListModel::reload()
     endResetModel();
 }
 
-void ProductListModel::refreshStock(const QList<Ref<Product>>& products)
+void ProductGridModel::refreshStock(const QList<Ref<Product>>& products)
 {
     bool changed = false;
     for (const Ref<Product>& product : products) {
@@ -84,7 +84,7 @@ void ProductListModel::refreshStock(const QList<Ref<Product>>& products)
         Q_EMIT dataChanged(index(0), index(rowCount() - 1), {StockTextRole, LowStockRole});
 }
 
-void ProductListModel::setSearchText(const QString& text)
+void ProductGridModel::setSearchText(const QString& text)
 {
     if (text == m_searchText)
         return;
@@ -98,7 +98,7 @@ void ProductListModel::setSearchText(const QString& text)
     endResetModel();
 }
 
-void ProductListModel::setCategoryID(const std::optional<QUuid>& id)
+void ProductGridModel::setCategoryID(const std::optional<QUuid>& id)
 {
     if (id == m_categoryID)
         return;
@@ -109,7 +109,7 @@ void ProductListModel::setCategoryID(const std::optional<QUuid>& id)
     endResetModel();
 }
 
-bool ProductListModel::matches(const ProductTile& tile, const QString& key) const
+bool ProductGridModel::matches(const ProductTile& tile, const QString& key) const
 {
     if (!tile.isActive)
         return false;
@@ -121,7 +121,7 @@ bool ProductListModel::matches(const ProductTile& tile, const QString& key) cons
     return tile.nameKey.contains(key) || tile.skuKey.contains(key) || tile.barcode.contains(key);
 }
 
-void ProductListModel::refilter(bool narrowing)
+void ProductGridModel::refilter(bool narrowing)
 {
     std::vector<int> visible;
     if (narrowing) {
@@ -140,7 +140,7 @@ void ProductListModel::refilter(bool narrowing)
     m_visible = std::move(visible);
 }
 
-std::optional<qsizetype> ProductListModel::indexOfCode(const QString& code) const
+std::optional<qsizetype> ProductGridModel::indexOfCode(const QString& code) const
 {
     const qsizetype byBarcode = m_byBarcode.value(code, -1);
     const qsizetype bySku = m_bySku.value(code.toLower(), -1);
@@ -151,7 +151,7 @@ std::optional<qsizetype> ProductListModel::indexOfCode(const QString& code) cons
     return std::min(byBarcode, bySku);
 }
 
-Ref<Product> ProductListModel::productWithCode(const QString& code)
+Ref<Product> ProductGridModel::productWithCode(const QString& code)
 {
     const std::optional<qsizetype> index = indexOfCode(code);
     if (!index)
@@ -159,19 +159,19 @@ Ref<Product> ProductListModel::productWithCode(const QString& code)
     return std::static_pointer_cast<Product>(m_context.find(Product::schema(), m_tiles[size_t(*index)].id));
 }
 
-Ref<Product> ProductListModel::product(int row)
+Ref<Product> ProductGridModel::product(int row)
 {
     if (row < 0 || row >= rowCount())
         return nullptr;
     return std::static_pointer_cast<Product>(m_context.find(Product::schema(), tile(row).id));
 }
 
-int ProductListModel::rowCount(const QModelIndex& parent) const
+int ProductGridModel::rowCount(const QModelIndex& parent) const
 {
     return parent.isValid() ? 0 : int(m_visible.size());
 }
 
-QString ProductListModel::stockText(const ProductTile& tile) const
+QString ProductGridModel::stockText(const ProductTile& tile) const
 {
     if (tile.type != ProductType::inventory)
         return {};
@@ -179,7 +179,7 @@ QString ProductListModel::stockText(const ProductTile& tile) const
     return tile.isLowStock() ? QStringLiteral("Low stock: %1").arg(quantity) : QStringLiteral("%1 left").arg(quantity);
 }
 
-QVariant ProductListModel::data(const QModelIndex& index, int role) const
+QVariant ProductGridModel::data(const QModelIndex& index, int role) const
 {
     if (!index.isValid() || index.row() >= rowCount())
         return {};
@@ -205,7 +205,7 @@ QVariant ProductListModel::data(const QModelIndex& index, int role) const
     }
 }
 
-QHash<int, QByteArray> ProductListModel::roleNames() const
+QHash<int, QByteArray> ProductGridModel::roleNames() const
 {
     return {{TileNameRole, "name"},          {PriceTextRole, "price"}, {CategoryNameRole, "category"},
             {TypeTextRole, "type"},          {StockTextRole, "stock"}, {LowStockRole, "lowStock"},
