@@ -124,7 +124,7 @@ TEST_F(ApprovalSettingsSectionTest, TheLimitsErrorSpeaksInItsUnitAndTheFormBelow
         const char* error; // empty when it reads
         double saved;
     } cases[] = {
-        {0, "ten", "Enter a percentage such as 12.5.", 0},
+        {0, "ten", "Enter a percentage such as 12.5.", 10}, // the limit a store starts with
         {0, "12.5%", "", 12.5},
         {0, "₵5", "Enter a percentage such as 12.5.", 12.5},
         // The switch to an amount reads the "₵5" left standing.
