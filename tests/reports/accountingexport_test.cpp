@@ -399,7 +399,7 @@ TEST(AccountingExportService, AnOpeningBalanceIsNoTakingsInAnyJournalOrReport)
     for (const QDate day : {march(9), march(12)}) {
         const QList<ReportSale> sales = reader.sales(DayRange(day));
         const DailySalesSummary summary = ReportCalculator::dailySales(sales, day);
-        EXPECT_EQ(summary.grossSales, day == march(9) ? 100 : 0) << day.toString().toStdString();
+        EXPECT_EQ(sales.size(), day == march(9) ? 1 : 0) << day.toString().toStdString();
         EXPECT_EQ(summary.transactionCount, day == march(9) ? 1 : 0);
         EXPECT_TRUE(reader.accountPayments(DayRange(day)).isEmpty());
     }
