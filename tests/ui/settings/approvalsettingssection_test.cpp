@@ -126,10 +126,10 @@ TEST_F(ApprovalSettingsSectionTest, TheLimitsErrorSpeaksInItsUnitAndTheFormBelow
     } cases[] = {
         {0, "ten", "Enter a percentage such as 12.5.", 10}, // the limit a store starts with
         {0, "12.5%", "", 12.5},
-        {0, "₵5", "Enter a percentage such as 12.5.", 12.5},
-        // The switch to an amount reads the "₵5" left standing.
+        {0, "GHS 5", "Enter a percentage such as 12.5.", 12.5},
+        // The switch to an amount reads the "GHS 5" left standing.
         {1, "ten", "Enter an amount such as 1,250.00.", 5},
-        {1, "₵1,250.00", "", 1250},
+        {1, "GHS 1,250.00", "", 1250},
     };
     for (const auto& c : cases) {
         SCOPED_TRACE(c.typed);
