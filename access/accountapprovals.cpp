@@ -103,3 +103,18 @@ std::optional<ApprovalRequest> AccountApprovals::adjustPoints(AdjustPointsModel&
                    });
                });
 }
+
+std::optional<ApprovalRequest> AccountApprovals::enterOpeningBalance(OpeningBalanceModel& sheet)
+{
+    if (!sheet.check())
+        return std::nullopt;
+    const Ref<Customer> customer = sheet.customer();
+    const QString summary = sheet.summary();
+    return ask(AuditAction::openingBalance, [&] { return summary; }, true, sheet,
+               [this, &sheet, customer](const Ref<User>& approver, const QString& reason) {
+                   return sheet.save([&] {
+                       record(AuditAction::openingBalance, approver, sheet.amount(), customer->name(), reason,
+                              sheet.details());
+                   });
+               });
+}

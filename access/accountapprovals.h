@@ -3,6 +3,7 @@
 #include "access/approvalrequest.h"
 #include "customers/adjustpointsmodel.h"
 #include "customers/customerdetailmodel.h"
+#include "customers/openingbalancemodel.h"
 
 #include <optional>
 
@@ -11,7 +12,7 @@ class ApprovalService;
 class SessionStore;
 
 // The changes to a customer's account that only an admin makes: the credit settings, a hand
-// adjustment of points and deleting the customer. An admin's go through at once; a cashier's wait
+// adjustment of points, the opening balance and deleting the customer. An admin's go through at once; a cashier's wait
 // for an admin's PIN in the approval dialog. Either way the change and its row in the audit log are
 // one unit of work, so the log never misses a change nor tells of one that didn't happen.
 class AccountApprovals {
@@ -26,6 +27,7 @@ public:
     // Checks the entry first, so that an admin isn't called over for a refusal: nothing, with the
     // message in the sheet, when it fails.
     std::optional<ApprovalRequest> adjustPoints(AdjustPointsModel& sheet);
+    std::optional<ApprovalRequest> enterOpeningBalance(OpeningBalanceModel& sheet);
 
 private:
     using Perform = std::function<bool(const Ref<User>& approver, const QString& reason)>;

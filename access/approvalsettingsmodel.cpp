@@ -73,23 +73,56 @@ QString ApprovalSettingsModel::savedLimitText() const
     return text;
 }
 
+std::optional<double> ApprovalSettingsModel::typedLimit(QString* problem) const
+{
+    if (!m_settings->discountLimitIsPercent()) {
+        const NumberEntry entry = NumberEntry::money(m_limitText);
+        if (problem)
+            *problem = entry.problem;
+        return entry.value;
+    }
+    QString typed = m_limitText.trimmed();
+    if (typed.endsWith(QLatin1Char('%')))
+        typed.chop(1);
+    // Read as an amount but for its currency sign, which no percentage carries.
+    const bool withSign = !typed.isEmpty() && !typed.front().isDigit() && typed.front() != QLatin1Char('.') &&
+                         typed.front() != QLatin1Char('-');
+    const NumberEntry entry = withSign ? NumberEntry{std::nullopt, {}} : NumberEntry::money(typed);
+    if (problem)
+        *problem = entry.isValid() ? QString() : percentProblem();
+    return entry.value;
+}
+
+std::optional<QString> ApprovalSettingsModel::discountLimitProblem() const
+{
+    QString problem;
+    if (typedLimit(&problem))
+        return std::nullopt;
+    return problem;
+}
+
 void ApprovalSettingsModel::setDiscountLimitIsPercent(bool percent)
 {
     if (m_settings->discountLimitIsPercent() == percent)
         return;
+    // What was typed and saved shows as the saved limit reads in the new unit; what didn't read
+    // in the old unit may in the new one ("₵5" typed against a percentage).
+    const bool saved = !discountLimitProblem();
     change([&](AppSettings& settings) { settings.setDiscountLimitIsPercent(percent); });
-    if (!m_limitProblem)
+    if (saved) {
         m_limitText = savedLimitText();
-    Q_EMIT changed();
+        Q_EMIT changed();
+    } else {
+        setDiscountLimitText(m_limitText);
+    }
 }
 
 void ApprovalSettingsModel::setDiscountLimitText(const QString& text)
 {
     m_limitText = text;
-    const NumberEntry entry = NumberEntry::money(text);
-    m_limitProblem = entry.isValid() ? std::nullopt : std::optional(entry.problem);
-    if (entry.isValid() && *entry.value != m_settings->discountLimit())
-        change([&](AppSettings& settings) { settings.setDiscountLimit(*entry.value); });
+    const std::optional<double> limit = typedLimit();
+    if (limit && *limit != m_settings->discountLimit())
+        change([&](AppSettings& settings) { settings.setDiscountLimit(*limit); });
     else
         Q_EMIT changed();
 }

@@ -45,6 +45,7 @@ public:
     }
     static QString discountLimitTitle() { return QStringLiteral("Discount Limit"); }
     static QString percentUnit() { return QStringLiteral("% of the sale"); }
+    static QString percentProblem() { return QStringLiteral("Enter a percentage such as 12.5."); }
     static QString openAuditLogTitle() { return QStringLiteral("Open Audit Log"); }
 
     ApprovalSettingsModel(ModelContext& context, Ref<AppSettings> settings, ApprovalService& approvals,
@@ -60,9 +61,10 @@ public:
     // "10" for a percent, "50.00" for an amount, as the field shows the saved limit.
     QString savedLimitText() const;
     QString discountLimitText() const { return m_limitText; }
-    // Saved once it reads as a number; until then discountLimitProblem says why.
+    // Saved once it reads as a number; until then discountLimitProblem says why, in the words of
+    // the unit chosen: a percentage or an amount.
     void setDiscountLimitText(const QString& text);
-    std::optional<QString> discountLimitProblem() const { return m_limitProblem; }
+    std::optional<QString> discountLimitProblem() const;
 
     // While no active admin has a PIN, nobody can approve what the switches ask for.
     bool nobodyCanApprove();
@@ -73,10 +75,11 @@ Q_SIGNALS:
 
 private:
     template <class Change> void change(Change apply);
+    // The limit as typed, read in the unit chosen: "12.5" or "12.5%" for a percentage.
+    std::optional<double> typedLimit(QString* problem = nullptr) const;
 
     ModelContext& m_context;
     Ref<AppSettings> m_settings;
     ApprovalService& m_approvals;
     QString m_limitText;
-    std::optional<QString> m_limitProblem;
 };

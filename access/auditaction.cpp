@@ -30,8 +30,9 @@ constexpr std::array<ActionRow, AuditActions::all.size()> rows{{
     {u"customerDeleted", u"Customer deleted", u"Approve deleting a customer", Asks::always},
     // Refused when it is more than the drawer holds, and logged, but never asks.
     {u"payOut", u"Cash paid out", u"Approve a cash pay-out", Asks::never},
+    {u"openingBalance", u"Opening balance entered", u"Approve an opening balance", Asks::always},
 }};
-static_assert(size_t(AuditAction::payOut) + 1 == rows.size());
+static_assert(size_t(AuditAction::openingBalance) + 1 == rows.size());
 
 const ActionRow& row(AuditAction action)
 {

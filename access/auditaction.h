@@ -19,15 +19,16 @@ enum class AuditAction {
     customerCredit,
     pointsAdjustment,
     customerDeleted,
-    payOut
+    payOut,
+    openingBalance
 };
 
 struct AuditActions {
-    static constexpr std::array<AuditAction, 10> all{
+    static constexpr std::array<AuditAction, 11> all{
         AuditAction::discount,       AuditAction::priceChange,      AuditAction::refund,
         AuditAction::voidSale,       AuditAction::redeemPoints,     AuditAction::noSale,
         AuditAction::customerCredit, AuditAction::pointsAdjustment, AuditAction::customerDeleted,
-        AuditAction::payOut};
+        AuditAction::payOut,         AuditAction::openingBalance};
 
     static QString raw(AuditAction action);
     static std::optional<AuditAction> fromRaw(const QString& raw);

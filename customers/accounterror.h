@@ -4,6 +4,7 @@
 
 #include "money/currency.h"
 
+#include <QDate>
 #include <QString>
 
 
@@ -17,7 +18,9 @@ public:
         moreThanOwed,
         needsCustomer,
         invalidAmount,
-        notATender
+        notATender,
+        openingBalanceInFuture,
+        openingBalanceAlreadySet
     };
 
     static AccountError creditNotAllowed(const QString& customerName)
@@ -32,22 +35,28 @@ public:
     static AccountError needsCustomer() { return AccountError(Case::needsCustomer); }
     static AccountError invalidAmount() { return AccountError(Case::invalidAmount); }
     static AccountError notATender() { return AccountError(Case::notATender); }
+    static AccountError openingBalanceInFuture() { return AccountError(Case::openingBalanceInFuture); }
+    // `since` is the day the one already there dates from.
+    static AccountError openingBalanceAlreadySet(const QString& customerName, double amount, const QDate& since)
+    {
+        return AccountError(Case::openingBalanceAlreadySet, customerName, amount, since);
+    }
 
     Case errorCase() const { return m_case; }
     QString customerName() const { return m_customerName; }
-    // The available credit, or what is owed; 0 for the other cases.
+    // The available credit, what is owed, or the opening balance already there; 0 for the other cases.
     double amount() const { return m_amount; }
 
 private:
-    AccountError(Case errorCase, const QString& customerName = {}, double amount = 0)
-        : Refusal(describe(errorCase, customerName, amount))
+    AccountError(Case errorCase, const QString& customerName = {}, double amount = 0, const QDate& since = {})
+        : Refusal(describe(errorCase, customerName, amount, since))
         , m_case(errorCase)
         , m_customerName(customerName)
         , m_amount(amount)
     {
     }
 
-    static QString describe(Case errorCase, const QString& customerName, double amount)
+    static QString describe(Case errorCase, const QString& customerName, double amount, const QDate& since)
     {
         switch (errorCase) {
         case Case::creditNotAllowed:
@@ -68,6 +77,13 @@ private:
             return QStringLiteral("Enter an amount greater than zero.");
         case Case::notATender:
             return QStringLiteral("Choose how the customer paid: cash, card, mobile money or other.");
+        case Case::openingBalanceInFuture:
+            return QStringLiteral("An opening balance is what was owed already: choose today or an earlier day.");
+        case Case::openingBalanceAlreadySet:
+            return QStringLiteral("%1 already has an opening balance of %2, owed since %3. A customer has only "
+                                  "one; record what changed since as a sale or a payment.")
+                .arg(customerName, Currency::format(amount, Currency::fixedSign),
+                     since.toString(QStringLiteral("MMM d, yyyy")));
         }
         Q_UNREACHABLE();
     }

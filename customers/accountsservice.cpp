@@ -68,6 +68,9 @@ QString AccountEntry::description() const
     case Kind::payment:
         return reference.isEmpty() ? QStringLiteral("Payment received")
                                    : QStringLiteral("Payment received — ") + reference;
+    case Kind::openingBalance:
+        return reference.isEmpty() ? QStringLiteral("Opening balance")
+                                   : QStringLiteral("Opening balance — ") + reference;
     }
     Q_UNREACHABLE();
 }
@@ -104,6 +107,16 @@ QList<AccountEntry> AccountsService::ledger(const Ref<Customer>& customer)
         paymentsOfSale[payment->rawValue(Payment::saleField).toString()].append(payment);
 
     QList<AccountEntry> entries;
+    // First in the list, so that the stable sort keeps it before a sale at the same instant.
+    if (const Ref<AccountOpeningBalance> opening = openingBalance(customer)) {
+        AccountEntry entry;
+        entry.id = opening->id();
+        entry.date = opening->owedSince();
+        entry.kind = AccountEntry::Kind::openingBalance;
+        entry.reference = opening->note();
+        entry.charge = entering(opening->amount());
+        entries.append(entry);
+    }
     for (const Ref<Sale>& sale : sales) {
         for (const Ref<Payment>& payment : paymentsOfSale.value(sale->idText())) {
             AccountEntry entry;
@@ -158,9 +171,11 @@ double AccountsService::balance(const Ref<Customer>& customer)
             .scalar(
                 QStringLiteral("SELECT (SELECT %1 FROM \"Payment\" WHERE \"sale\" IN (SELECT \"id\" FROM "
                                "\"Sale\" WHERE \"customer\" = ? AND \"statusRaw\" != ?) AND +\"methodRaw\" = "
-                               "?) - (SELECT %1 FROM \"CustomerPayment\" WHERE \"customer\" = ?)")
+                               "?) + (SELECT %1 FROM \"AccountOpeningBalance\" WHERE \"customer\" = ?) - (SELECT "
+                               "%1 FROM \"CustomerPayment\" WHERE \"customer\" = ?)")
                     .arg(amount),
-                {customer->idText(), voidedRaw(), raw(PaymentMethodType::onAccount), customer->idText()})
+                {customer->idText(), voidedRaw(), raw(PaymentMethodType::onAccount), customer->idText(),
+                 customer->idText()})
             .toDouble());
 }
 
@@ -214,6 +229,44 @@ Ref<CustomerPayment> AccountsService::receivePayment(const Ref<Customer>& custom
     return payment;
 }
 
+Ref<AccountOpeningBalance> AccountsService::openingBalance(const Ref<Customer>& customer)
+{
+    Q_ASSERT(customer);
+    return m_context.fetchFirst<AccountOpeningBalance>(
+        FetchDescriptor(AccountOpeningBalance::Col::customer == customer));
+}
+
+void AccountsService::checkOpeningBalance(const Ref<Customer>& customer, double amount, const QDate& owedSince)
+{
+    Q_ASSERT(customer);
+    // NaN fails the comparison too, so it is refused with the rest.
+    if (!(Rounding::toCents(amount) > 0))
+        throw AccountError::invalidAmount();
+    if (!owedSince.isValid() || owedSince > Clock::now().toLocalTime().date())
+        throw AccountError::openingBalanceInFuture();
+    // One only: a second would be a charge nobody can tell from a mistake, and the first can't be
+    // changed under entries that followed it. What changed since is a sale or a payment.
+    if (const Ref<AccountOpeningBalance> existing = openingBalance(customer))
+        throw AccountError::openingBalanceAlreadySet(customer->name(), existing->amount(),
+                                                     existing->owedSince().toLocalTime().date());
+}
+
+Ref<AccountOpeningBalance> AccountsService::recordOpeningBalance(const Ref<Customer>& customer, double amount,
+                                                                 const QDate& owedSince, const QString& note,
+                                                                 const Ref<User>& by)
+{
+    checkOpeningBalance(customer, amount, owedSince);
+    auto opening = std::make_shared<AccountOpeningBalance>();
+    opening->setCustomer(customer);
+    opening->setAmount(Rounding::toCents(amount));
+    opening->setOwedSince(owedSince.startOfDay());
+    opening->setNote(note.trimmed());
+    opening->setEnteredBy(by);
+    opening->setTimestamp(Clock::now());
+    performUnitOfWork(m_context, [&] { m_context.insert(opening); });
+    return opening;
+}
+
 double AccountsService::cashReceived(const Ref<TillShift>& shift)
 {
     Q_ASSERT(shift);
@@ -258,6 +311,11 @@ QHash<QString, double> AccountsService::balancesByCustomer(const std::optional<Q
                            "p.\"methodRaw\" = ? AND s.\"statusRaw\" != ? AND s.\"customer\" IS NOT NULL%1 "
                            "GROUP BY s.\"customer\""),
         {raw(PaymentMethodType::onAccount), voidedRaw()}, QStringLiteral("s.\"customer\""));
+    const QList<CustomerSum> openings = sumsById(
+        QStringLiteral("SELECT p.\"customer\", ") + amount +
+            QStringLiteral(" FROM \"AccountOpeningBalance\" p WHERE p.\"customer\" IS NOT NULL%1 GROUP BY "
+                           "p.\"customer\""),
+        {}, QStringLiteral("p.\"customer\""));
     const QList<CustomerSum> credits = sumsById(
         QStringLiteral("SELECT p.\"customer\", ") + amount +
             QStringLiteral(" FROM \"CustomerPayment\" p WHERE p.\"customer\" IS NOT NULL%1 GROUP BY p.\"customer\""),
@@ -265,6 +323,8 @@ QHash<QString, double> AccountsService::balancesByCustomer(const std::optional<Q
     QHash<QString, double> balances;
     for (const CustomerSum& sum : charges)
         balances.insert(sum.customer, sum.total);
+    for (const CustomerSum& sum : openings)
+        balances[sum.customer] += sum.total;
     for (const CustomerSum& sum : credits)
         balances[sum.customer] -= sum.total;
     for (double& balance : balances)

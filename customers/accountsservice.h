@@ -1,5 +1,6 @@
 #pragma once
 
+#include "records/accountopeningbalance.h"
 #include "records/customer.h"
 #include "records/customerpayment.h"
 #include "records/enums.h"
@@ -17,9 +18,9 @@
 
 // One line of a customer's account, worked out from the records; nothing of it is stored.
 struct AccountEntry {
-    enum class Kind { creditSale, refundToAccount, payment };
+    enum class Kind { creditSale, refundToAccount, payment, openingBalance };
 
-    QUuid id; // of the Payment or CustomerPayment
+    QUuid id; // of the Payment, CustomerPayment or AccountOpeningBalance
     QDateTime date;
     Kind kind = Kind::creditSale;
     QString reference;
@@ -59,15 +60,15 @@ struct AccountStatement {
 };
 
 // Customers' accounts on credit. There is no balance field: every answer is worked out again from
-// the on-account payments of the customer's sales and the customer's own payments, so a voided
-// sale drops out by itself. Each amount enters an account rounded to cents, whether the ledger or
+// the on-account payments of the customer's sales, the customer's own payments and the opening
+// balance carried over from before, so a voided sale drops out by itself. Each amount enters an account rounded to cents, whether the ledger or
 // a sum in the store adds it, so the balance, the ledger, the statement and the aged list agree
 // to the cent. Reads throw StoreError.
 class AccountsService {
 public:
     explicit AccountsService(ModelContext& context);
 
-    // Oldest first; at one instant, sales before payments.
+    // Oldest first; at one instant, the opening balance, then sales, then payments.
     QList<AccountEntry> ledger(const Ref<Customer>& customer);
     // Negative when the customer is in credit. Summed in the store, equal to the ledger's last balance.
     double balance(const Ref<Customer>& customer);
@@ -81,6 +82,16 @@ public:
                                         PaymentMethodType method, const QString& reference,
                                         const QString& note, const Ref<User>& by,
                                         const Ref<TillShift>& tillShift);
+    // What the customer owed before the account was kept here, or null while none was entered.
+    Ref<AccountOpeningBalance> openingBalance(const Ref<Customer>& customer);
+    // Throws AccountError when this opening balance may not be entered: an amount of 0 or less, a
+    // day still to come, or a customer who has one already.
+    void checkOpeningBalance(const Ref<Customer>& customer, double amount, const QDate& owedSince);
+    // A charge dated from the start of `owedSince`, so it ages from then; it joins an open unit of
+    // work, or is one of its own. Throws AccountError before writing anything, or StoreError.
+    Ref<AccountOpeningBalance> recordOpeningBalance(const Ref<Customer>& customer, double amount,
+                                                    const QDate& owedSince, const QString& note,
+                                                    const Ref<User>& by);
     // Cash (or an unknown method) taken for accounts during the shift, in cents.
     double cashReceived(const Ref<TillShift>& shift);
 

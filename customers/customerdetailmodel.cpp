@@ -27,7 +27,7 @@ CustomerDetailModel::CustomerDetailModel(AccountsService& accounts, LoyaltyServi
     readCreditLimit();
     m_context.onChange(this,
                        {&Customer::schema(), &Sale::schema(), &Payment::schema(), &CustomerPayment::schema(),
-                        &LoyaltyEntry::schema()},
+                        &LoyaltyEntry::schema(), &AccountOpeningBalance::schema()},
                        [this] { Q_EMIT detailChanged(); });
 }
 
@@ -150,6 +150,13 @@ QString CustomerDetailModel::balanceOwedText()
 QList<AccountEntry> CustomerDetailModel::accountHistory()
 {
     return readOrTell(QList<AccountEntry>(), [this] { return m_accounts.ledger(m_customer); });
+}
+
+bool CustomerDetailModel::canEnterOpeningBalance()
+{
+    if (isNew())
+        return false;
+    return readOrTell(true, [this] { return m_accounts.openingBalance(m_customer) == nullptr; });
 }
 
 QString CustomerDetailModel::ageText(const QList<AccountEntry>& ledger) const

@@ -46,6 +46,7 @@ public:
     static QString creditLimitNote() { return QStringLiteral("(0 = no limit)"); }
     static QString balanceOwedTitle() { return QStringLiteral("Balance Owed"); }
     static QString receivePaymentTitle() { return QStringLiteral("Receive Payment…"); }
+    static QString openingBalanceTitle() { return QStringLiteral("Opening Balance…"); }
     static QString statementTitle() { return QStringLiteral("Statement PDF"); }
     static QString accountHistoryTitle() { return QStringLiteral("Account History"); }
     static QString purchaseSection() { return QStringLiteral("Purchase History"); }
@@ -116,6 +117,9 @@ public:
     double balanceOwed();
     QString balanceOwedText();
     QList<AccountEntry> accountHistory();
+    // A saved customer without an opening balance can be given one; true too when the store can't
+    // tell, as the sheet then refuses in its own words.
+    bool canEnterOpeningBalance();
     // What of the balance is how old, from the ledger accountHistory gave: "0–30 days ₵20.00 ·
     // 31–60 days ₵0.00 · 61–90 days ₵0.00 · Over 90 days ₵5.00". Empty while nothing is owed.
     QString ageText(const QList<AccountEntry>& ledger) const;

@@ -15,7 +15,8 @@ CustomersViewModel::CustomersViewModel(AccountsService& accounts, ModelContext& 
     , m_session(session)
 {
     m_context.onChange(this,
-                       {&Customer::schema(), &Sale::schema(), &Payment::schema(), &CustomerPayment::schema()},
+                       {&Customer::schema(), &Sale::schema(), &Payment::schema(), &CustomerPayment::schema(),
+                        &AccountOpeningBalance::schema()},
                        [this] { Q_EMIT customersChanged(); });
 }
 

@@ -30,6 +30,7 @@ const std::vector<const Entity*>& POSSchema::all()
         &AuditEntry::schema(),
         &StaffMember::schema(),
         &Appointment::schema(),
+        &AccountOpeningBalance::schema(),
     };
     return entities;
 }

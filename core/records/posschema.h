@@ -2,7 +2,7 @@
 
 #include "store/modelcontainer.h"
 
-// The layout of a store file: the 23 record types in their fixed order, and the indexes that
+// The layout of a store file: the record types in their fixed order, and the indexes that
 // the screens and reports filter on.
 class POSSchema {
 public:

@@ -1,6 +1,7 @@
 #pragma once
 
 // Every record type of the store, for code that works across them.
+#include "records/accountopeningbalance.h"
 #include "records/appointment.h"
 #include "records/appsettings.h"
 #include "records/auditentry.h"

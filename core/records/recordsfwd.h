@@ -23,3 +23,4 @@ class PurchaseOrderLine;
 class AuditEntry;
 class StaffMember;
 class Appointment;
+class AccountOpeningBalance;

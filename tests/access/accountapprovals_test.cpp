@@ -34,6 +34,7 @@ struct AccountApprovalsTest : ::testing::Test {
     }());
     CustomerDetailModel detail{accounts, loyalty, context, session, kofi};
     AdjustPointsModel points{loyalty, session, kofi, nullptr};
+    OpeningBalanceModel opening{accounts, session, kofi, nullptr};
 
     AccountApprovalsTest() { session.setSettings(store.saved(std::make_shared<AppSettings>())); }
 
@@ -69,6 +70,15 @@ const Change changes[] = {
          return test.approvals.adjustPoints(test.points);
      },
      [](AccountApprovalsTest& test) { return test.kofi->loyaltyPoints() == 25; }, -15, "40 → 25 points", false},
+    {"OpeningBalance", AuditAction::openingBalance,
+     [](AccountApprovalsTest& test) {
+         test.opening.setAmountText(QStringLiteral("1,250.00"));
+         test.opening.setOwedSince(QDate(2025, 11, 3));
+         test.opening.setNote(QStringLiteral("book p. 12"));
+         return test.approvals.enterOpeningBalance(test.opening);
+     },
+     [](AccountApprovalsTest& test) { return test.accounts.balance(test.kofi) == 1250; }, 1250,
+     "₵1,250.00 owed since 2025-11-03; book p. 12"},
     {"Delete", AuditAction::customerDeleted,
      [](AccountApprovalsTest& test) { return test.approvals.deleteCustomer(test.detail); },
      [](AccountApprovalsTest& test) { return test.kofi->isDeleted(); }, std::nullopt, "Owed ₵0.00; 40 points"},
@@ -140,6 +150,22 @@ TEST_F(AccountApprovalsTest, WhatLeavesCreditAloneNeedsNobodyAndIsNotLogged)
     detail.setCreditLimitText(QStringLiteral("0.00"));
     EXPECT_FALSE(approvals.saveCustomer(detail));
     EXPECT_EQ(kofi->phone(), QStringLiteral("024 555 0101"));
+    EXPECT_TRUE(log().isEmpty());
+}
+
+TEST_F(AccountApprovalsTest, AnOpeningBalanceTheSheetRefusesCallsNobodyOver)
+{
+    session.setCurrentUser(ama);
+    opening.setAmountText(QStringLiteral("twelve"));
+    EXPECT_FALSE(approvals.enterOpeningBalance(opening));
+    EXPECT_EQ(opening.amountProblem(), QStringLiteral("Enter an amount such as 1,250.00."));
+
+    opening.setAmountText(QStringLiteral("50"));
+    ASSERT_TRUE(accounts.recordOpeningBalance(kofi, 20, QDate(2025, 1, 1), {}, nullptr));
+    EXPECT_FALSE(approvals.enterOpeningBalance(opening));
+    EXPECT_TRUE(opening.errorMessage().value_or(QString()).startsWith(
+        QStringLiteral("Kofi already has an opening balance of ₵20.00")));
+    EXPECT_EQ(accounts.balance(kofi), 20);
     EXPECT_TRUE(log().isEmpty());
 }
 

@@ -195,6 +195,95 @@ TEST_F(AccountsServiceTest, StatementBringsEarlierEntriesForward)
     EXPECT_EQ(fromSecond.rows[0], (QStringList{"2026-03-02", "Balance brought forward", "", "", "₵100.00"}));
     EXPECT_EQ(fromSecond.rows[1][1], QStringLiteral("Sale INV-2"));
 }
+
+// A customer carried over from the credit book owes from the day written there: the ledger puts it
+// first, the balance, available credit, ageing and statement all read it as a charge of that day.
+TEST_F(AccountsServiceTest, AnOpeningBalanceIsAChargeFromItsOwnDay)
+{
+    const QDateTime today = localAt(2026, 6, 30);
+    Clock::Override now(today);
+    const Ref<Customer> kofi = addCustomer(context, {.creditLimit = 500});
+    // The same day as the opening balance, and earlier in the day than its entry: still after it.
+    addSale(context, {.invoice = "INV-1", .customer = kofi, .at = localAt(2026, 5, 1, 0, 0),
+                      .tenders = {{onAccount, 40}}});
+    accounts.recordOpeningBalance(kofi, 300.004, QDate(2026, 5, 1), QStringLiteral(" book p. 12 "), nullptr);
+    accounts.receivePayment(kofi, 100, PaymentMethodType::cash, {}, {}, nullptr, nullptr);
+
+    QStringList ledger;
+    for (const AccountEntry& entry : accounts.ledger(kofi))
+        ledger << QStringLiteral("%1 %2 +%3 -%4 =%5")
+                      .arg(entry.date.toString(QStringLiteral("yyyy-MM-dd HH:mm")), entry.description())
+                      .arg(entry.charge)
+                      .arg(entry.credit)
+                      .arg(entry.balance);
+    EXPECT_EQ(ledger, (QStringList{"2026-05-01 00:00 Opening balance — book p. 12 +300 -0 =300",
+                                   "2026-05-01 00:00 Sale INV-1 +40 -0 =340",
+                                   "2026-06-30 12:00 Payment received — Cash +0 -100 =240"}));
+    EXPECT_EQ(accounts.balance(kofi), 240);
+    EXPECT_EQ(accounts.balancesByCustomer().value(kofi->idText()), 240);
+    EXPECT_EQ(accounts.availableCredit(kofi), 260);
+    EXPECT_EQ(refusalOf([&] { accounts.checkCredit(kofi, 260.01); }),
+              QStringLiteral("This would take Kofi over their credit limit. They can have up to ₵260.00 more "
+                             "on account."));
+
+    // 60 days old: the payment settles the oldest first, leaving 200 of it in 31–60.
+    const QList<AgedBalance> aged = accounts.agedBalances({kofi}, today);
+    ASSERT_EQ(aged.size(), 1);
+    EXPECT_EQ(aged[0].days31to60, 240);
+    EXPECT_EQ(accounts.age(accounts.ledger(kofi), localAt(2026, 7, 1)).days61to90, 240);
+
+    const AccountStatement statement = accounts.statement(kofi, std::nullopt);
+    EXPECT_EQ(statement.rows.value(0),
+              (QStringList{"2026-05-01", "Opening balance — book p. 12", "₵300.00", "", "₵300.00"}));
+    EXPECT_EQ(statement.rows.last(), (QStringList{"", "Balance owed", "", "", "₵240.00"}));
+    const AccountStatement later = accounts.statement(kofi, QDate(2026, 5, 2));
+    EXPECT_EQ(later.rows.value(0), (QStringList{"2026-05-02", "Balance brought forward", "", "", "₵340.00"}));
+
+    // It is paid like any charge, and a customer can clear it whole.
+    EXPECT_EQ(refusalOf([&] { accounts.receivePayment(kofi, 240, PaymentMethodType::card, {}, {}, nullptr,
+                                                      nullptr); }),
+              QString());
+    EXPECT_EQ(accounts.balance(kofi), 0);
+}
+
+TEST_F(AccountsServiceTest, AnOpeningBalanceIsRefusedBeforeAnythingIsWritten)
+{
+    const QDateTime today = localAt(2026, 6, 30, 23, 59);
+    Clock::Override now(today);
+    const struct {
+        const char* name;
+        double amount;
+        QDate since;
+        bool alreadyHasOne;
+        const char* error; // empty when accepted
+    } cases[] = {
+        {"today, late in the evening", 50, today.date(), false, ""},
+        {"years back", 50, QDate(2019, 1, 1), false, ""},
+        {"tomorrow", 50, today.date().addDays(1), false,
+         "An opening balance is what was owed already: choose today or an earlier day."},
+        {"no day at all", 50, QDate(), false,
+         "An opening balance is what was owed already: choose today or an earlier day."},
+        {"rounds to nothing", 0.004, today.date(), false, "Enter an amount greater than zero."},
+        {"negative", -20, today.date(), false, "Enter an amount greater than zero."},
+        {"a second one", 50, today.date(), true,
+         "Kofi already has an opening balance of ₵75.50, owed since Jan 2, 2026. A customer has only one; "
+         "record what changed since as a sale or a payment."},
+    };
+    for (const auto& c : cases) {
+        TestStore fresh;
+        AccountsService service(fresh.context());
+        const Ref<Customer> kofi = addCustomer(fresh.context());
+        if (c.alreadyHasOne)
+            service.recordOpeningBalance(kofi, 75.5, QDate(2026, 1, 2), {}, nullptr);
+        const qint64 before = countRowsOnDisk(fresh.path(), QStringLiteral("AccountOpeningBalance"));
+        const QString error =
+            refusalOf([&] { service.recordOpeningBalance(kofi, c.amount, c.since, {}, nullptr); });
+        EXPECT_EQ(error, QString::fromUtf8(c.error)) << c.name;
+        EXPECT_EQ(countRowsOnDisk(fresh.path(), QStringLiteral("AccountOpeningBalance")),
+                  before + (error.isEmpty() ? 1 : 0))
+            << c.name;
+    }
+}
 } // namespace
 
 // Amounts that aren't whole cents (10.004 typed as a tender) once made Balance Owed ₵20.01 while the

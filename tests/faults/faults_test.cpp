@@ -9,6 +9,7 @@
 #include "customers/adjustpointsmodel.h"
 #include "customers/customerdetailmodel.h"
 #include "customers/customersviewmodel.h"
+#include "customers/openingbalancemodel.h"
 #include "customers/receiveaccountpaymentmodel.h"
 #include "receipts/receiptsettingsmodel.h"
 #include "reports/accountmap.h"
@@ -459,6 +460,31 @@ FaultPlan customerCredit(FaultScene& scene)
             }};
 }
 
+// The admin's opening balance, which goes through at once with its row in the log.
+FaultPlan openingBalance(FaultScene& scene)
+{
+    auto model = std::make_shared<OpeningBalanceModel>(scene.environment.accountsService(), scene.session,
+                                                       scene.kofi, nullptr);
+    model->setAmountText(QStringLiteral("1,250.00"));
+    model->setOwedSince(OpeningBalanceModel::latestDay().addDays(-45));
+    auto approvals = accountApprovals(scene);
+    AccountsService& accounts = scene.environment.accountsService();
+    return {through(*model,
+                    [model, approvals] {
+                        EXPECT_FALSE(approvals->enterOpeningBalance(*model));
+                        return !model->errorMessage();
+                    }),
+            [&accounts, &scene, model] {
+                EXPECT_EQ(accounts.balance(scene.kofi), 0);
+                EXPECT_EQ(model->amountText(), QStringLiteral("1,250.00"));
+            },
+            [&accounts, &scene] {
+                EXPECT_EQ(accounts.balance(scene.kofi), 1250);
+                EXPECT_EQ(scene.onDisk("AccountOpeningBalance"), 1);
+                EXPECT_EQ(scene.onDisk("AuditEntry"), 1);
+            }};
+}
+
 FaultPlan customerDelete(FaultScene& scene)
 {
     auto detail = customerDetail(scene, scene.kofi);
@@ -553,6 +579,7 @@ const Write writes[] = {
     {"CustomerSave", customerSave},
     {"CustomerCredit", customerCredit},
     {"CustomerDelete", customerDelete},
+    {"OpeningBalance", openingBalance},
     {"AccountMap", accountMap},
     {"ReceiptPrinter",
      [](FaultScene& scene) {

@@ -3,6 +3,8 @@
 #include "records/records.h"
 #include "reportbuilders.h"
 #include "reports/filewriteerror.h"
+#include "reports/reportcalculator.h"
+#include "reports/salesreader.h"
 #include "strictcsv.h"
 #include "support/refusalof.h"
 #include "support/teststore.h"
@@ -361,4 +363,44 @@ TEST(AccountingExportService, JournalsOfTheStoreComeFromItsCountedSalesAndAccoun
                  {LedgerAccount::tax, QStringLiteral("Tax (17.65%)"), 0, 15},
                  {LedgerAccount::sales, QStringLiteral("Sales before tax and discounts"), 0, 85}});
     EXPECT_EQ(journals[1].number, QStringLiteral("POS-20260310"));
+}
+
+// Debt carried over from the credit book when an account starts here was never money taken: no
+// journal, sales figure or account-payment line may count it, on its own day or the day it dates from.
+TEST(AccountingExportService, AnOpeningBalanceIsNoTakingsInAnyJournalOrReport)
+{
+    TestStore store;
+    ModelContext& context = store.context();
+    const Ref<Sale> sold = Sale::make(QStringLiteral("INV-1"), nullptr, nullptr, nullptr);
+    sold->setTimestamp(at(9, 10));
+    sold->setTotal(100);
+    const Ref<SaleItem> line = SaleItem::make(nullptr, 1, 100, 0, 0, 0, false);
+    const Ref<Payment> paid = Payment::make(PaymentMethodType::cash, 100, 100, 0, QString());
+    line->setSale(sold);
+    paid->setSale(sold);
+    context.insert(line);
+    context.insert(paid);
+    const Ref<Customer> kofi = store.saved(std::make_shared<Customer>());
+    for (const auto& [since, entered] : {std::pair{at(9, 0), at(9, 11)}, std::pair{at(12, 0), at(12, 9)}}) {
+        auto opening = std::make_shared<AccountOpeningBalance>();
+        opening->setCustomer(kofi);
+        opening->setAmount(500);
+        opening->setOwedSince(since);
+        opening->setTimestamp(entered);
+        store.saved(opening);
+    }
+
+    const QList<Journal> journals = AccountingExportService(context).dailyJournals(march(1), march(31));
+    ASSERT_EQ(journals.size(), 1);
+    expectLines(journals[0], {{LedgerAccount::cash, QStringLiteral("Cash takings"), 100, 0},
+                              {LedgerAccount::sales, QStringLiteral("Sales before tax and discounts"), 0, 100}});
+
+    SalesReader reader(context);
+    for (const QDate day : {march(9), march(12)}) {
+        const QList<ReportSale> sales = reader.sales(DayRange(day));
+        const DailySalesSummary summary = ReportCalculator::dailySales(sales, day);
+        EXPECT_EQ(sales.size(), day == march(9) ? 1 : 0) << day.toString().toStdString();
+        EXPECT_EQ(summary.transactionCount, day == march(9) ? 1 : 0);
+        EXPECT_TRUE(reader.accountPayments(DayRange(day)).isEmpty());
+    }
 }

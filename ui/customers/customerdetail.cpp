@@ -16,6 +16,7 @@
 #include "ui/controls/scrollpage.h"
 #include "ui/controls/tables.h"
 #include "ui/customers/adjustpointssheet.h"
+#include "ui/customers/openingbalancesheet.h"
 #include "ui/customers/receiveaccountpaymentsheet.h"
 #include "ui/style/theme.h"
 
@@ -197,6 +198,8 @@ Section* CustomerDetail::accountSection()
     m_balanceOwed = addFigure(figures, Model::balanceOwedTitle(), section);
     m_availableCredit = addFigure(figures, QStringLiteral("Available Credit"), section);
     figures->addStretch();
+    m_openingBalance = new QPushButton(Model::openingBalanceTitle(), section);
+    figures->addWidget(m_openingBalance, 0, Qt::AlignBottom);
     m_receivePayment = new QPushButton(Model::receivePaymentTitle(), section);
     figures->addWidget(m_receivePayment, 0, Qt::AlignBottom);
     card->addSpacing(4);
@@ -214,6 +217,7 @@ Section* CustomerDetail::accountSection()
     card->addWidget(m_accountHistory);
     card->addWidget(m_noAccountHistory);
     connect(m_receivePayment, &QPushButton::clicked, this, &CustomerDetail::openReceivePayment);
+    connect(m_openingBalance, &QPushButton::clicked, this, &CustomerDetail::openOpeningBalance);
     return section;
 }
 
@@ -301,6 +305,8 @@ void CustomerDetail::refreshAccount()
     m_balanceOwed->setText(money(owed));
     // Nothing owed, nothing to take: the account can't be paid into credit.
     m_receivePayment->setEnabled(owed > 0 && !m_model.isNew());
+    // Once entered it stands in the history below; a customer has only one.
+    m_openingBalance->setVisible(m_model.canEnterOpeningBalance());
 
     std::optional<double> available;
     try {
@@ -373,6 +379,13 @@ void CustomerDetail::openReceivePayment()
 {
     auto* sheet =
         new ReceiveAccountPaymentSheet(m_accounts, m_session, customer(), m_model.balanceOwed(), this);
+    sheet->setAttribute(Qt::WA_DeleteOnClose);
+    sheet->open();
+}
+
+void CustomerDetail::openOpeningBalance()
+{
+    auto* sheet = new OpeningBalanceSheet(m_environment, m_session, customer(), this);
     sheet->setAttribute(Qt::WA_DeleteOnClose);
     sheet->open();
 }

@@ -18,7 +18,7 @@ class Section;
 // One customer beside the Customers list: contact and credit edits kept until "Save", the points
 // and their history, the account with its ledger, and the purchases a page at a time. Made anew
 // for each customer chosen. "Save" stays in view above the sections, which scroll. A cashier's
-// change of credit, adjustment of points or delete waits for an admin's PIN.
+// change of credit, adjustment of points, opening balance or delete waits for an admin's PIN.
 class CustomerDetail : public QWidget {
     Q_OBJECT
 
@@ -36,6 +36,7 @@ public:
     QPushButton* deleteButton() const { return m_delete; }
     QPushButton* adjustPointsButton() const { return m_adjustPoints; }
     QPushButton* receivePaymentButton() const { return m_receivePayment; }
+    QPushButton* openingBalanceButton() const { return m_openingBalance; }
     QPushButton* morePurchasesButton() const { return m_morePurchases; }
     QLabel* pointsBalanceLabel() const { return m_pointsBalance; }
     QLabel* balanceOwedLabel() const { return m_balanceOwed; }
@@ -75,6 +76,7 @@ private:
     void refreshPurchases(int count);
     void openAdjustPoints();
     void openReceivePayment();
+    void openOpeningBalance();
     void confirmDelete();
     // Raises the approval dialog where the change waits for an admin.
     void askAnAdmin(std::optional<ApprovalRequest> request);
@@ -103,6 +105,7 @@ private:
     QLabel* m_availableCredit;
     QLabel* m_age;
     QPushButton* m_receivePayment;
+    QPushButton* m_openingBalance;
     QTableWidget* m_accountHistory;
     QLabel* m_noAccountHistory;
     QTableWidget* m_purchases;

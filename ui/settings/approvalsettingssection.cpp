@@ -42,6 +42,11 @@ ApprovalSettingsSection::ApprovalSettingsSection(ApprovalSettingsModel& model, Q
     }
     addRow(form, Model::discountLimitTitle(), discountLimitRow());
     m_limitError = new ErrorLabel(this);
+    // Its line stays while the limit reads, so the form below doesn't jump as the error comes and goes.
+    QSizePolicy keepRoom = m_limitError->sizePolicy();
+    keepRoom.setRetainSizeWhenHidden(true);
+    m_limitError->setSizePolicy(keepRoom);
+    m_limitError->setMinimumHeight(m_limitError->fontMetrics().height());
     form->addWidget(m_limitError, form->rowCount(), 1);
 
     auto* note = Theme::label(Model::note(), Theme::Text::note, this);

@@ -7,12 +7,16 @@
 #include "ui/customers/adjustpointssheet.h"
 #include "ui/customers/customerdetail.h"
 #include "ui/customers/customerlistmodel.h"
+#include "ui/customers/openingbalancesheet.h"
 #include "ui/customers/receiveaccountpaymentsheet.h"
 #include "ui/till/tillview.h"
 
 #include "customers/accountbuilders.h"
 
 #include <QCheckBox>
+#include <QDateEdit>
+#include <QHeaderView>
+#include <QTableWidget>
 #include <QLineEdit>
 #include <QPushButton>
 
@@ -126,4 +130,40 @@ TEST_F(CustomersViewTest, DeleteAsksWithReturnMeaningCancelAndPurchasesComeAPage
     approve(&detail);
     EXPECT_EQ(countRowsOnDisk(store.path(), QStringLiteral("Customer")), 0);
     EXPECT_TRUE(view.isShowingNoCustomers());
+}
+
+// A cashier carries a customer's debt over from the credit book: the field refuses what isn't an
+// amount, an admin approves, and the account owes it from the day chosen, with no cash in the till.
+TEST_F(CustomersViewTest, AnOpeningBalanceOwesFromItsDayOnceAnAdminApproves)
+{
+    const Ref<Customer> ama = addCustomer(store.context(), {.name = QStringLiteral("Ama")});
+    signIn();
+    session.setCurrentTillShift(environment.tillService().openShift(user, 50));
+    auto& view = goTo<CustomersView>(QStringLiteral("Customers"));
+    ASSERT_TRUE(view.selectCustomer(ama->id()));
+    CustomerDetail& detail = *view.detail();
+    ASSERT_TRUE(detail.openingBalanceButton()->isVisible());
+
+    auto* sheet = openSheet<OpeningBalanceSheet>(window.get(), detail.openingBalanceButton());
+    ASSERT_NE(sheet, nullptr);
+    QTest::keyClicks(sheet->amountField(), "12O");
+    EXPECT_TRUE(sheet->amountErrorLabel()->isVisible());
+    QTest::keyClick(sheet->amountField(), Qt::Key_Return);
+    EXPECT_EQ(detail.findChild<ApprovalSheet*>(), nullptr) << "no admin called over for a typing slip";
+    EXPECT_EQ(sheet->owedSinceField()->maximumDate(), QDate::currentDate());
+    sheet->amountField()->selectAll();
+    QTest::keyClicks(sheet->amountField(), "1,250.00");
+    EXPECT_FALSE(sheet->amountErrorLabel()->isVisible());
+    sheet->owedSinceField()->setDate(QDate::currentDate().addDays(-40));
+    QTest::keyClick(sheet->amountField(), Qt::Key_Return);
+    approve(&detail);
+
+    EXPECT_EQ(detail.balanceOwedLabel()->text(), "₵1,250.00");
+    ASSERT_EQ(detail.accountHistory()->rowCount(), 1);
+    EXPECT_EQ(detail.accountHistory()->item(0, 1)->text(), "Opening balance");
+    EXPECT_TRUE(detail.ageLabel()->text().contains(QStringLiteral("31–60\u00a0days\u00a0₵1,250.00")))
+        << detail.ageLabel()->text().toStdString();
+    EXPECT_FALSE(detail.openingBalanceButton()->isVisible()) << "one a customer";
+    EXPECT_EQ(view.customerRows().index(0).data(RecordRowDelegate::detailRole).toString(), "Owes ₵1,250.00");
+    EXPECT_EQ(goTo<TillView>(QStringLiteral("Till & Shifts")).expectedCashFigure()->text(), "₵50.00");
 }

@@ -7,9 +7,11 @@
 #include "ui/controls/errorlabel.h"
 
 #include <QCheckBox>
+#include <QApplication>
 #include <QComboBox>
 #include <QLabel>
 #include <QLineEdit>
+#include <QPushButton>
 #include <QTest>
 
 #include <gtest/gtest.h>
@@ -98,6 +100,46 @@ TEST_F(ApprovalSettingsSectionTest, TheLimitTakesAnAmountAsWrittenAndRefusesWhat
     typeLimit(QStringLiteral("12.5"));
     EXPECT_EQ(settings->discountLimit(), 12.5);
     EXPECT_EQ(settings->discountLimitText(), QStringLiteral("12.5% of the sale"));
+}
+
+TEST_F(ApprovalSettingsSectionTest, TheLimitsErrorSpeaksInItsUnitAndTheFormBelowKeepsItsPlace)
+{
+    auto* unit = section.findChild<QComboBox*>();
+    ASSERT_TRUE(unit);
+    QPushButton* open = nullptr;
+    for (QPushButton* button : section.findChildren<QPushButton*>()) {
+        if (button->text() == ApprovalSettingsModel::openAuditLogTitle())
+            open = button;
+    }
+    ASSERT_TRUE(open);
+    const auto openTop = [&] {
+        QApplication::processEvents();
+        return open->mapTo(&section, QPoint()).y();
+    };
+    const int top = openTop();
+
+    const struct {
+        int unit;
+        const char* typed;
+        const char* error; // empty when it reads
+        double saved;
+    } cases[] = {
+        {0, "ten", "Enter a percentage such as 12.5.", 10}, // the limit a store starts with
+        {0, "12.5%", "", 12.5},
+        {0, "GHS 5", "Enter a percentage such as 12.5.", 12.5},
+        // The switch to an amount reads the "GHS 5" left standing.
+        {1, "ten", "Enter an amount such as 1,250.00.", 5},
+        {1, "GHS 1,250.00", "", 1250},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.typed);
+        Q_EMIT unit->activated(c.unit);
+        typeLimit(QString::fromUtf8(c.typed));
+        EXPECT_EQ(section.discountLimitError()->isVisible(), *c.error != 0);
+        EXPECT_EQ(section.discountLimitError()->text(), QString::fromUtf8(c.error));
+        EXPECT_EQ(settings->discountLimit(), c.saved);
+        EXPECT_EQ(openTop(), top);
+    }
 }
 
 TEST_F(ApprovalSettingsSectionTest, TheWarningStaysUntilAnActiveAdminHasAPin)

@@ -1,0 +1,5 @@
+#include "records/accountopeningbalance.h"
+
+#include "records/records.h"
+
+TALLY_RECORD_IMPL(AccountOpeningBalance, TALLY_ACCOUNT_OPENING_BALANCE_FIELDS)
