@@ -11,7 +11,8 @@ enum class AuthErrorCase {
     cannotDeactivateSelf,
     pinFormat,
     pinInUse,
-    usernameInUse
+    usernameInUse,
+    lastActiveAdmin
 };
 
 inline QString describeAuthError(AuthErrorCase errorCase)
@@ -32,6 +33,8 @@ inline QString describeAuthError(AuthErrorCase errorCase)
         return QStringLiteral("Someone else already has that PIN. Choose another.");
     case AuthErrorCase::usernameInUse:
         return QStringLiteral("Someone else already has that username. Choose another.");
+    case AuthErrorCase::lastActiveAdmin:
+        return QStringLiteral("There must be at least one active admin.");
     }
     Q_UNREACHABLE();
 }

@@ -51,6 +51,8 @@ void AuthService::setActive(const Ref<User>& user, bool isActive, const Ref<User
     Q_ASSERT(user);
     if (!isActive && by && by->id() == user->id())
         throw AuthError(AuthError::Case::cannotDeactivateSelf);
+    if (!isActive)
+        keepAnActiveAdminBesides(*user);
     performUnitOfWork(m_context, [&] { user->setIsActive(isActive); });
 }
 
@@ -64,4 +66,37 @@ void AuthService::checkPin(const QString& pin, const Ref<User>& forUser)
         holders = holders && User::Col::id != forUser->idText();
     if (m_context.count<User>(holders) > 0)
         throw AuthError(AuthError::Case::pinInUse);
+}
+
+void AuthService::updateUser(const Ref<User>& user, const QString& name, UserRole role)
+{
+    Q_ASSERT(user);
+    if (role != UserRole::admin)
+        keepAnActiveAdminBesides(*user);
+    performUnitOfWork(m_context, [&] {
+        user->setName(name);
+        user->setRole(role);
+    });
+}
+
+void AuthService::resetPassword(const Ref<User>& user, const QString& password)
+{
+    Q_ASSERT(user);
+    performUnitOfWork(m_context, [&] {
+        // A new salt with every password, so a digest never shows that two passwords were alike.
+        const QString salt = PasswordHasher::makeSalt();
+        user->setPasswordSalt(salt);
+        user->setPasswordHash(PasswordHasher::hash(password, salt));
+    });
+}
+
+void AuthService::keepAnActiveAdminBesides(const User& user)
+{
+    // Only an active admin can be the last; an unknown stored role reads as a cashier, as elsewhere.
+    if (user.role() != UserRole::admin || !user.isActive())
+        return;
+    const Condition others(QStringLiteral("\"roleRaw\" = ? AND \"isActive\" = 1 AND \"id\" != ?"),
+                           {UserRoles::raw(UserRole::admin), user.idText()});
+    if (m_context.count<User>(others) == 0)
+        throw AuthError(AuthError::Case::lastActiveAdmin);
 }

@@ -165,3 +165,35 @@ std::optional<QString> UserAccountsViewModel::savePin(const Ref<User>& user, con
 {
     return storeFailure([&] { m_auth.setPin(pin, user); });
 }
+
+QString UserAccountsViewModel::editTitle(const User& user)
+{
+    return QStringLiteral("Edit %1").arg(user.name());
+}
+
+UserEdit UserAccountsViewModel::editOf(const User& user)
+{
+    return UserEdit{user.name(), isAdmin(user) ? UserRole::admin : UserRole::cashier, QString(), QString()};
+}
+
+std::optional<QString> UserAccountsViewModel::saveEdit(const Ref<User>& user, const UserEdit& edit)
+{
+    Q_ASSERT(user);
+    // The account list and sign-in show the name; one of blanks would leave a row nobody can tell.
+    if (edit.name.trimmed().isEmpty())
+        return QStringLiteral("Enter a name.");
+    if (edit.changesPassword()) {
+        // The rules of the first admin's form, which also asks for the password twice.
+        if (characterCount(edit.newPassword) < PasswordHasher::minimumPasswordLength)
+            return QStringLiteral("Password must be at least 6 characters.");
+        if (edit.newPassword != edit.confirmPassword)
+            return QStringLiteral("Passwords don't match.");
+    }
+    return storeFailure([&] {
+        performUnitOfWork(m_context, [&] {
+            m_auth.updateUser(user, edit.name, edit.role);
+            if (edit.changesPassword())
+                m_auth.resetPassword(user, edit.newPassword);
+        });
+    });
+}

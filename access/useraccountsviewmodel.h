@@ -22,8 +22,18 @@ struct UserAccountRow {
     bool isSignedInUser = false;
 };
 
-// The "User Accounts" section of Settings: the accounts list, its switches and PIN dialog, and the
-// "Add User" form. Accounts are never deleted, and their role and password never change.
+// What the "Edit User" sheet holds for one account until Save. A blank password keeps the old one.
+struct UserEdit {
+    QString name;
+    UserRole role = UserRole::cashier;
+    QString newPassword;
+    QString confirmPassword;
+
+    bool changesPassword() const { return !newPassword.isEmpty() || !confirmPassword.isEmpty(); }
+};
+
+// The "User Accounts" section of Settings: the accounts list, its switches, the PIN and edit
+// sheets, and the "Add User" form. Accounts are never deleted.
 class UserAccountsViewModel : public ViewModel {
     Q_OBJECT
 
@@ -65,6 +75,17 @@ public:
     static QString pinDialogNote(const User& user);
     // Absent when saved; otherwise the message for the dialog, which stays open.
     std::optional<QString> savePin(const Ref<User>& user, const QString& pin);
+
+    // The "Edit…" sheet: name, role and, for someone who forgot it, a new password typed twice.
+    static QString editTitle(const User& user);
+    static QString editNote()
+    {
+        return QStringLiteral("Leave the password blank to keep the current one.");
+    }
+    static UserEdit editOf(const User& user);
+    // Saves the edit in one unit of work. Absent when saved; otherwise the message for the sheet,
+    // which stays open, and nothing was written.
+    std::optional<QString> saveEdit(const Ref<User>& user, const UserEdit& edit);
 
 Q_SIGNALS:
     void newUserNameChanged();

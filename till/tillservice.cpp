@@ -73,7 +73,8 @@ double TillService::expectedCash(const Ref<TillShift>& shift)
     return Rounding::toCents(shift->openingFloat() + cashSalesTotal(shift) + accountCash + movements);
 }
 
-Ref<TillShift> TillService::closeShift(const Ref<TillShift>& shift, double countedCash, const QString& notes)
+Ref<TillShift> TillService::closeShift(const Ref<TillShift>& shift, double countedCash, const QString& notes,
+                                       const Ref<User>& closedBy)
 {
     Q_ASSERT(shift);
     performUnitOfWork(m_context, [&] {
@@ -83,6 +84,7 @@ Ref<TillShift> TillService::closeShift(const Ref<TillShift>& shift, double count
         shift->setVariance(Rounding::toCents(countedCash - expected));
         shift->setNotes(notes);
         shift->setClosedAt(Clock::now());
+        shift->setClosedBy(closedBy);
         shift->setStatusRaw(closedStatus());
     });
     return shift;

@@ -24,8 +24,9 @@ public:
     // Float, cash sales, cash for accounts and pay-ins, less pay-outs; rounded once, in cents.
     double expectedCash(const Ref<TillShift>& shift);
     // Freezes the figures in one unit of work. A failed save puts the shift back as it was, open,
-    // so the close can be tried again; the shift's state is not checked.
-    Ref<TillShift> closeShift(const Ref<TillShift>& shift, double countedCash, const QString& notes);
+    // so the close can be tried again; the shift's state is not checked. `closedBy` may be absent.
+    Ref<TillShift> closeShift(const Ref<TillShift>& shift, double countedCash, const QString& notes,
+                              const Ref<User>& closedBy = nullptr);
 
 private:
     ModelContext& m_context;

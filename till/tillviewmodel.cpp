@@ -6,6 +6,7 @@
 #include "records/customerpayment.h"
 #include "records/payment.h"
 #include "records/sale.h"
+#include "records/user.h"
 #include "money/rounding.h"
 #include "till/tillerror.h"
 
@@ -24,16 +25,19 @@ QString money(double amount)
 }
 } // namespace
 
-ShiftHistoryRow ShiftHistoryRow::make(const Ref<TillShift>& shift)
+ShiftHistoryRow ShiftHistoryRow::make(const ShiftHistory::Row& shift)
 {
     ShiftHistoryRow row;
-    row.shift = shift;
+    row.key = shift.key;
+    row.periodText = TillViewModel::periodText(shift.openedAt, shift.closedAt);
+    row.cashierName = shift.cashierName;
+    row.notes = shift.notes;
     const auto amountOrDash = [](std::optional<double> amount) {
         return amount ? money(*amount) : QStringLiteral("—");
     };
-    row.expectedText = QStringLiteral("Expected ") + amountOrDash(shift->expectedCash());
-    row.countedText = QStringLiteral("Counted ") + amountOrDash(shift->countedCash());
-    const std::optional<double> variance = shift->variance();
+    row.expectedText = QStringLiteral("Expected ") + amountOrDash(shift.expectedCash);
+    row.countedText = QStringLiteral("Counted ") + amountOrDash(shift.countedCash);
+    const std::optional<double> variance = shift.variance;
     if (!variance) {
         row.tone = Tone::neutral;
     } else if (*variance == 0) {
@@ -47,6 +51,21 @@ ShiftHistoryRow ShiftHistoryRow::make(const Ref<TillShift>& shift)
         row.tone = Tone::shortOfCash;
     }
     return row;
+}
+
+ShiftHistoryRow ShiftHistoryRow::make(const TillShift& shift)
+{
+    ShiftHistory::Row row;
+    row.key = {Record::secondsFromDate(shift.openedAt()), shift.idText()};
+    row.openedAt = shift.openedAt();
+    row.closedAt = shift.closedAt();
+    const Ref<User> cashier = shift.cashier();
+    row.cashierName = cashier ? cashier->name() : QString();
+    row.expectedCash = shift.expectedCash();
+    row.countedCash = shift.countedCash();
+    row.variance = shift.variance();
+    row.notes = shift.notes();
+    return make(row);
 }
 
 TillViewModel::TillViewModel(TillService& till, AccountsService& accounts, ApprovalService& approvals,
@@ -138,7 +157,7 @@ bool TillViewModel::closeShift(const Ref<TillShift>& shift)
         setErrorMessage(counted.problem);
         return false;
     }
-    if (!writing([&] { m_till.closeShift(shift, *counted.value, m_closingNotes); }))
+    if (!writing([&] { m_till.closeShift(shift, *counted.value, m_closingNotes, m_session.currentUser()); }))
         return false;
     const Ref<TillShift> current = m_session.currentTillShift();
     if (current && current->id() == shift->id())
@@ -146,11 +165,6 @@ bool TillViewModel::closeShift(const Ref<TillShift>& shift)
     setCountedCashText(QString());
     setClosingNotes(QString());
     return true;
-}
-
-QList<Ref<TillShift>> TillViewModel::shiftsNewestFirst()
-{
-    return m_context.fetch<TillShift>(FetchDescriptor().sortedBy(descending(TillShift::Col::openedAt)));
 }
 
 Ref<TillShift> TillViewModel::openShiftShown()
@@ -165,15 +179,16 @@ Ref<TillShift> TillViewModel::openShiftShown()
     }
 }
 
-QList<ShiftHistoryRow> TillViewModel::shiftHistory()
+QList<ShiftHistoryRow> TillViewModel::historyPage(const std::optional<ShiftHistory::Key>& after, int limit)
 {
     try {
         const Ref<TillShift> open = openShiftShown();
+        const QList<ShiftHistory::Row> shifts =
+            ShiftHistory(m_context).page(after, open ? open->id() : QUuid(), limit);
         QList<ShiftHistoryRow> rows;
-        for (const Ref<TillShift>& shift : shiftsNewestFirst()) {
-            if (shift != open)
-                rows.append(ShiftHistoryRow::make(shift));
-        }
+        rows.reserve(shifts.size());
+        for (const ShiftHistory::Row& shift : shifts)
+            rows.append(ShiftHistoryRow::make(shift));
         return rows;
     } catch (const Refusal& error) {
         setErrorMessage(error.description());
@@ -213,4 +228,18 @@ QString TillViewModel::sinceText(const TillShift& shift)
     static const QLocale locale(QLocale::English, QLocale::UnitedStates);
     return QStringLiteral("Since ") +
            locale.toString(shift.openedAt().toLocalTime().time(), QLocale::ShortFormat);
+}
+
+QString TillViewModel::periodText(const QDateTime& openedAt, const std::optional<QDateTime>& closedAt)
+{
+    static const QLocale locale(QLocale::English, QLocale::UnitedStates);
+    const QString dateAndTime = QStringLiteral("MMM d, yyyy h:mm AP");
+    const QDateTime opened = openedAt.toLocalTime();
+    QString text = locale.toString(opened, dateAndTime);
+    if (closedAt) {
+        const QDateTime closed = closedAt->toLocalTime();
+        text += QStringLiteral(" – ") +
+                locale.toString(closed, closed.date() == opened.date() ? QStringLiteral("h:mm AP") : dateAndTime);
+    }
+    return text;
 }

@@ -7,6 +7,7 @@
 #include "records/tillshift.h"
 #include "startup/sessionstore.h"
 #include "store/modelcontext.h"
+#include "till/shifthistory.h"
 #include "till/tillservice.h"
 #include "viewmodel/viewmodel.h"
 
@@ -18,13 +19,19 @@
 struct ShiftHistoryRow {
     enum class Tone { neutral, balanced, over, shortOfCash }; // no colour, green, blue, red
 
-    Ref<TillShift> shift;
+    ShiftHistory::Key key;
+    QString periodText;  // "Jun 3, 2025 9:05 AM – 5:30 PM"
+    QString cashierName;
     QString expectedText; // "Expected ₵150.00"
     QString countedText;  // "Counted ₵150.00"
     QString varianceText; // "Balanced", "Over ₵1.00", "Short ₵0.01", or "" without a variance
     Tone tone = Tone::neutral;
+    QString notes;
 
-    static ShiftHistoryRow make(const Ref<TillShift>& shift);
+    QUuid shiftID() const { return QUuid(key.id); }
+
+    static ShiftHistoryRow make(const ShiftHistory::Row& shift);
+    static ShiftHistoryRow make(const TillShift& shift);
 };
 
 // The figures of the open shift, worked out on each display until the close freezes them.
@@ -90,12 +97,16 @@ public:
 
     // The newest shift that is open, as the screen's list finds it; absent when none is.
     Ref<TillShift> openShiftShown();
-    // Every other shift, newest first.
-    QList<ShiftHistoryRow> shiftHistory();
+    // The shifts other than the open one shown, newest first, a page at a time: up to `limit`
+    // after `after`, or from the newest without it.
+    QList<ShiftHistoryRow> historyPage(const std::optional<ShiftHistory::Key>& after = std::nullopt,
+                                       int limit = ShiftHistory::pageSize);
     QList<Ref<CashMovement>> movements(const Ref<TillShift>& shift);
     ShiftFigures figures(const Ref<TillShift>& shift);
     // "Since 9:05 AM"
     static QString sinceText(const TillShift& shift);
+    // "Jun 3, 2025 9:05 AM – 5:30 PM", with the closing date too when the shift ran past midnight.
+    static QString periodText(const QDateTime& openedAt, const std::optional<QDateTime>& closedAt);
 
 Q_SIGNALS:
     void backupMessageChanged();
@@ -103,8 +114,6 @@ Q_SIGNALS:
     void tillChanged();
 
 private:
-    QList<Ref<TillShift>> shiftsNewestFirst();
-
     TillService& m_till;
     AccountsService& m_accounts;
     ApprovalService& m_approvals;

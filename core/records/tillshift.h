@@ -14,6 +14,7 @@
     X(C, OptNumber, variance, setVariance, ) \
     X(C, Text, notes, setNotes, "") \
     X(C, Text, statusRaw, setStatusRaw, "open") \
+    X(C, ToOne, closedBy, setClosedBy, User) \
     X(C, ToMany, cashMovements, _, CashMovement, tillShift, Cascade) \
     X(C, ToMany, sales, _, Sale, tillShift, Nullify)
 // clang-format on

@@ -85,4 +85,91 @@ TEST_F(UserAccountsViewModelTest, RowsAndTheActiveSwitch)
     EXPECT_FALSE(ama->isActive());
 }
 
+const char* const lastAdmin = "There must be at least one active admin.";
+
+// Each case: who else is there, and what is done to the one active admin, Ama.
+TEST_F(UserAccountsViewModelTest, TheLastActiveAdminCanBeNeitherDemotedNorSwitchedOff)
+{
+    const struct {
+        const char* fault;
+        bool otherAdminActive;
+        bool otherIsAdmin;
+        bool demote; // else switch off
+        const char* message;
+    } cases[] = {
+        {"demoting the only admin", false, false, true, lastAdmin},
+        {"an inactive admin counted as active when demoting", false, true, true, lastAdmin},
+        {"switching off the only active admin", false, true, false, lastAdmin},
+        {"another active admin refused to demote", true, true, true, ""},
+        {"another active admin refused to switch off", true, true, false, ""},
+    };
+    for (const auto& c : cases) {
+        TestStore fresh;
+        AuthService freshAuth{fresh.context()};
+        UserAccountsViewModel accounts{fresh.context(), freshAuth, session};
+        const Ref<User> ama = addUser(fresh.context(), {.role = UserRole::admin});
+        const Ref<User> other = addUser(fresh.context(), {.username = QStringLiteral("kojo"),
+                                                          .isActive = c.otherAdminActive,
+                                                          .role = c.otherIsAdmin ? UserRole::admin : UserRole::cashier});
+        // Signed in as the other account, as an admin disabled while signed in would still be.
+        session.setCurrentUser(other);
+        std::optional<QString> refusal;
+        if (c.demote) {
+            UserEdit edit = UserAccountsViewModel::editOf(*ama);
+            edit.role = UserRole::cashier;
+            refusal = accounts.saveEdit(ama, edit);
+        } else if (!accounts.setActive(ama, false)) {
+            refusal = accounts.errorMessage();
+        }
+        EXPECT_EQ(refusal.value_or(QString()), QString::fromUtf8(c.message)) << c.fault;
+        fresh.reopen();
+        const Ref<User> stored = fresh.context().find<User>(ama->id());
+        const bool refused = *c.message != 0;
+        EXPECT_EQ(stored->role() == UserRole::admin && stored->isActive(), refused) << c.fault;
+        session.setCurrentUser(nullptr);
+    }
+}
+
+TEST_F(UserAccountsViewModelTest, EditRefusesBeforeWritingAndAResetPasswordReplacesTheOld)
+{
+    addUser(store.context(), {.username = QStringLiteral("boss"), .role = UserRole::admin});
+    const Ref<User> ama = addUser(store.context());
+    const QString oldSalt = ama->passwordSalt();
+    const struct {
+        const char *fault, *name, *password, *confirm, *message;
+    } cases[] = {
+        {"blank name", "  ", "", "", "Enter a name."},
+        {"short password", "Ama K.", "12345", "12345", "Password must be at least 6 characters."},
+        {"only the confirmation typed", "Ama K.", "", "secret9", "Password must be at least 6 characters."},
+        {"passwords differ", "Ama K.", "secret9", "secret8", "Passwords don't match."},
+    };
+    for (const auto& c : cases) {
+        const UserEdit edit{QString::fromUtf8(c.name), UserRole::admin, QString::fromUtf8(c.password),
+                            QString::fromUtf8(c.confirm)};
+        EXPECT_EQ(model.saveEdit(ama, edit), QString::fromUtf8(c.message)) << c.fault;
+    }
+    EXPECT_EQ(ama->name(), QStringLiteral("Ama"));
+    EXPECT_EQ(ama->role(), UserRole::cashier);
+
+    EXPECT_EQ(model.saveEdit(ama, {QStringLiteral("Ama K."), UserRole::admin, QStringLiteral("new pass"),
+                                   QStringLiteral("new pass")}),
+              std::nullopt);
+    store.reopen();
+    AuthService reopened(store.context());
+    EXPECT_EQ(refusalOf([&] { reopened.login(QStringLiteral("ama"), QStringLiteral("secret1")); }),
+              QStringLiteral("Incorrect username or password."));
+    const Ref<User> signedIn = reopened.login(QStringLiteral("ama"), QStringLiteral("new pass"));
+    EXPECT_EQ(signedIn->name(), QStringLiteral("Ama K."));
+    EXPECT_EQ(signedIn->role(), UserRole::admin);
+    EXPECT_NE(signedIn->passwordSalt(), oldSalt);
+
+    // A blank password keeps the one there is.
+    UserAccountsViewModel accounts{store.context(), reopened, session};
+    UserEdit rename = UserAccountsViewModel::editOf(*signedIn);
+    rename.name = QStringLiteral("Ama Kusi");
+    EXPECT_EQ(accounts.saveEdit(signedIn, rename), std::nullopt);
+    EXPECT_NO_THROW(reopened.login(QStringLiteral("ama"), QStringLiteral("new pass")));
+    EXPECT_NO_THROW(reopened.login(QStringLiteral("boss"), QStringLiteral("secret1"))) << "only Ama's changed";
+}
+
 } // namespace

@@ -105,7 +105,7 @@ FaultPlan closeAShift(FaultScene& scene)
     QObject::connect(screen, &TillViewModel::tillChanged, screen, [screen, shift] {
         screen->openShiftShown();
         screen->figures(shift);
-        screen->shiftHistory();
+        screen->historyPage();
     });
     model->setCountedCashText(QStringLiteral("1,250.00"));
     model->setClosingNotes(QStringLiteral("end of day"));
@@ -244,6 +244,53 @@ FaultPlan setAPin(FaultScene& scene)
     const Ref<User> cashier = scene.cashier;
     return {.attempt = [model, cashier] { return model->savePin(cashier, QStringLiteral("2468")); },
             .afterSuccess = [cashier] { EXPECT_EQ(cashier->pin(), QStringLiteral("2468")); }};
+}
+
+// A second admin, so that Ama may be demoted or switched off.
+Ref<User> secondAdmin(FaultScene& scene)
+{
+    return scene.saved(FaultScene::named<User>("Kojo", [](User& user) {
+        user.setUsername(QStringLiteral("kojo"));
+        user.setRole(UserRole::admin);
+    }));
+}
+
+FaultPlan editAUser(FaultScene& scene)
+{
+    scene.session.setCurrentUser(secondAdmin(scene));
+    auto model = userAccounts(scene);
+    const Ref<User> ama = scene.cashier;
+    const UserEdit edit{QStringLiteral("Ama Kusi"), UserRole::cashier, QString(), QString()};
+    return {.attempt = [model, ama, edit] { return model->saveEdit(ama, edit); },
+            .afterFailure = [ama] { EXPECT_EQ(ama->role(), UserRole::admin); },
+            .afterSuccess =
+                [ama] {
+                    EXPECT_EQ(ama->name(), QStringLiteral("Ama Kusi"));
+                    EXPECT_EQ(ama->role(), UserRole::cashier);
+                }};
+}
+
+FaultPlan resetAPassword(FaultScene& scene)
+{
+    auto model = userAccounts(scene);
+    const Ref<User> ama = scene.cashier;
+    const QString oldDigest = ama->passwordHash();
+    const UserEdit edit{ama->name(), UserRole::admin, QStringLiteral("fresh start"), QStringLiteral("fresh start")};
+    return {.attempt = [model, ama, edit] { return model->saveEdit(ama, edit); },
+            .afterFailure = [ama, oldDigest] { EXPECT_EQ(ama->passwordHash(), oldDigest); },
+            .afterSuccess = [&scene] {
+                EXPECT_EQ(scene.environment.authService().login(QStringLiteral("ama"), QStringLiteral("fresh start")),
+                          scene.cashier);
+            }};
+}
+
+FaultPlan deactivateAUser(FaultScene& scene)
+{
+    scene.session.setCurrentUser(secondAdmin(scene));
+    auto model = userAccounts(scene);
+    const Ref<User> ama = scene.cashier;
+    return {through(*model, [model, ama] { return model->setActive(ama, false); }),
+            [ama] { EXPECT_TRUE(ama->isActive()); }, [ama] { EXPECT_FALSE(ama->isActive()); }};
 }
 
 // The admin's part of the first-run and New Store forms.
@@ -562,6 +609,9 @@ const Write writes[] = {
     {"StockCount", [](FaultScene& scene) { return stockAdjustment(scene, Mode::adjust, "0", 0, 4); }},
     {"AddAUser", addAUser},
     {"SetAPin", setAPin},
+    {"EditAUser", editAUser},
+    {"ResetAPassword", resetAPassword},
+    {"DeactivateAUser", deactivateAUser},
     {"FirstRunSetup", [](FaultScene& scene) { return firstRunSetup(scene, false); }},
     {"FirstRunSetupOnANewStore", [](FaultScene& scene) { return firstRunSetup(scene, true); }},
     {"NewStore", newStore},

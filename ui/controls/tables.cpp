@@ -44,9 +44,9 @@ QTableWidget* makeHistoryTable(int columns, const QString& name, QWidget* parent
     return table;
 }
 
-void showRows(QTableWidget* table, int maxRows, QLabel* none)
+void showRows(QTableView* table, int maxRows, QLabel* none)
 {
-    const int rows = table->rowCount();
+    const int rows = table->model() ? table->model()->rowCount() : 0;
     const QHeaderView* header = table->horizontalHeader();
     const int headerHeight = header->isHidden() ? 0 : header->sizeHint().height();
     table->setFixedHeight(headerHeight +

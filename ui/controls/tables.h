@@ -15,6 +15,6 @@ void setUpRecordTable(QTableView* table, const QString& name, int rowHeight);
 QTableWidget* makeHistoryTable(int columns, const QString& name, QWidget* parent);
 // Shown only while it has rows, tall enough for them up to `maxRows`; more scroll inside the table.
 // `none`, where given, says there are none in its place.
-void showRows(QTableWidget* table, int maxRows, QLabel* none = nullptr);
+void showRows(QTableView* table, int maxRows, QLabel* none = nullptr);
 // Fills the row with `cells`; those from `firstAmountColumn` on are amounts, set to the right.
 void setRowCells(QTableWidget* table, int row, const QStringList& cells, int firstAmountColumn);

@@ -4,6 +4,7 @@
 #include "ui/controls/formfields.h"
 #include "ui/controls/segmentedcontrol.h"
 #include "ui/settings/pindialog.h"
+#include "ui/settings/usereditsheet.h"
 #include "ui/style/theme.h"
 
 #include <QCheckBox>
@@ -30,6 +31,9 @@ UserAccountsSection::UserAccountsSection(ModelContext& context, AuthServicing& a
     m_grid->setVerticalSpacing(14);
     m_grid->setColumnStretch(0, 1);
     list->addLayout(m_grid);
+    // A refused switch says why where it was flicked, not in the form below.
+    m_listError = new ErrorLabel(this);
+    list->addWidget(m_listError);
 
     buildForm();
 
@@ -107,6 +111,7 @@ void UserAccountsSection::buildForm()
     }
     connect(m_fields.last(), &QLineEdit::returnPressed, m_create, &QPushButton::click);
     connect(m_create, &QPushButton::clicked, this, [this] {
+        m_listError->setMessage(std::nullopt);
         // Ready for the next person at once.
         if (m_model.createUser())
             field(Field::name)->setFocus();
@@ -141,7 +146,7 @@ void UserAccountsSection::refreshRows()
             continue;
         }
         for (QWidget* widget : std::initializer_list<QWidget*>{it->name, it->you, it->username, it->role,
-                                                               it->pin, it->setPin, it->active})
+                                                               it->pin, it->edit, it->setPin, it->active})
             widget->deleteLater();
         it = m_rows.erase(it);
     }
@@ -156,6 +161,8 @@ UserAccountsSection::Row UserAccountsSection::makeRow(const Ref<User>& user, int
     row.username = Theme::label(QString(), Theme::Text::note, this);
     row.role = new QLabel(this);
     row.pin = new QLabel(this);
+    row.edit = new QPushButton(QStringLiteral("Edit…"), this);
+    row.edit->setToolTip(QStringLiteral("Change the name or role, or set a new password"));
     row.setPin = new QPushButton(QStringLiteral("Set PIN…"), this);
     row.active = new QCheckBox(QStringLiteral("Active"), this);
 
@@ -172,13 +179,18 @@ UserAccountsSection::Row UserAccountsSection::makeRow(const Ref<User>& user, int
     m_grid->addLayout(who, gridRow, 0);
     m_grid->addWidget(row.role, gridRow, 1);
     m_grid->addWidget(row.pin, gridRow, 2);
-    m_grid->addWidget(row.setPin, gridRow, 3);
-    m_grid->addWidget(row.active, gridRow, 4);
+    m_grid->addWidget(row.edit, gridRow, 3);
+    m_grid->addWidget(row.setPin, gridRow, 4);
+    m_grid->addWidget(row.active, gridRow, 5);
 
+    connect(row.edit, &QPushButton::clicked, this, [this, user] { openEditSheet(user); });
     connect(row.setPin, &QPushButton::clicked, this, [this, user] { openPinDialog(user); });
     // clicked, not toggled: only the person's own flick of the switch acts.
     connect(row.active, &QCheckBox::clicked, this, [this, user](bool isActive) {
-        if (!m_model.setActive(user, isActive))
+        const bool done = m_model.setActive(user, isActive);
+        m_listError->setMessage(m_model.errorMessage());
+        m_error->setMessage(std::nullopt);
+        if (!done)
             refreshRows();
     });
     return row;
@@ -188,6 +200,12 @@ QCheckBox* UserAccountsSection::activeSwitch(const QUuid& userID) const
 {
     const auto found = m_rows.find(userID);
     return found == m_rows.end() ? nullptr : found->active;
+}
+
+QPushButton* UserAccountsSection::editButton(const QUuid& userID) const
+{
+    const auto found = m_rows.find(userID);
+    return found == m_rows.end() ? nullptr : found->edit;
 }
 
 QPushButton* UserAccountsSection::setPinButton(const QUuid& userID) const
@@ -209,4 +227,13 @@ void UserAccountsSection::openPinDialog(const Ref<User>& user)
         [this, user](const QString& pin) { return m_model.savePin(user, pin); }, this);
     dialog->setAttribute(Qt::WA_DeleteOnClose);
     dialog->open();
+}
+
+void UserAccountsSection::openEditSheet(const Ref<User>& user)
+{
+    auto* sheet = new UserEditSheet(
+        UserAccountsViewModel::editTitle(*user), UserAccountsViewModel::editOf(*user),
+        [this, user](const UserEdit& edit) { return m_model.saveEdit(user, edit); }, this);
+    sheet->setAttribute(Qt::WA_DeleteOnClose);
+    sheet->open();
 }

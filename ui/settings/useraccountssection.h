@@ -14,8 +14,8 @@ class QLineEdit;
 class QPushButton;
 class SegmentedControl;
 
-// "User Accounts": every account with its role, PIN state and "Active" switch, a "Set PIN…" sheet
-// per account, and the "Add User" form.
+// "User Accounts": every account with its role, PIN state and "Active" switch, an "Edit…" and a
+// "Set PIN…" sheet per account, and the "Add User" form.
 class UserAccountsSection : public SettingsSection {
     Q_OBJECT
 
@@ -30,9 +30,12 @@ public:
     SegmentedControl* rolePicker() const { return m_role; }
     QPushButton* createButton() const { return m_create; }
     ErrorLabel* errorLabel() const { return m_error; }
+    // Why a switch of the list was refused.
+    ErrorLabel* listErrorLabel() const { return m_listError; }
 
     // The widgets of one account's row; null when it isn't listed.
     QCheckBox* activeSwitch(const QUuid& userID) const;
+    QPushButton* editButton(const QUuid& userID) const;
     QPushButton* setPinButton(const QUuid& userID) const;
     QLabel* pinLabel(const QUuid& userID) const;
 
@@ -43,6 +46,7 @@ private:
         QLabel* username;
         QLabel* role;
         QLabel* pin;
+        QPushButton* edit;
         QPushButton* setPin;
         QCheckBox* active;
     };
@@ -51,6 +55,7 @@ private:
     void refreshRows();
     Row makeRow(const Ref<User>& user, int gridRow);
     void openPinDialog(const Ref<User>& user);
+    void openEditSheet(const Ref<User>& user);
 
     UserAccountsViewModel m_model;
     QGridLayout* m_grid;
@@ -59,5 +64,6 @@ private:
     QList<QLineEdit*> m_fields;
     SegmentedControl* m_role;
     ErrorLabel* m_error;
+    ErrorLabel* m_listError;
     QPushButton* m_create;
 };

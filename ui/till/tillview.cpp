@@ -4,6 +4,7 @@
 #include "money/currency.h"
 #include "records/user.h"
 #include "startup/sessionstore.h"
+#include "till/shiftdetailmodel.h"
 #include "ui/controls/cards.h"
 #include "ui/controls/errorlabel.h"
 #include "ui/controls/formfields.h"
@@ -13,6 +14,8 @@
 #include "ui/controls/tables.h"
 #include "ui/navigation/appsection.h"
 #include "ui/style/theme.h"
+#include "ui/till/shiftdetailsheet.h"
+#include "ui/till/shifthistorymodel.h"
 
 #include <QHBoxLayout>
 #include <QHeaderView>
@@ -20,6 +23,7 @@
 #include <QLineEdit>
 #include <QLocale>
 #include <QPushButton>
+#include <QTableView>
 #include <QTableWidget>
 #include <QVBoxLayout>
 
@@ -33,36 +37,6 @@ const QLocale& usLocale()
 {
     static const QLocale locale(QLocale::English, QLocale::UnitedStates);
     return locale;
-}
-
-QColor toneColour(ShiftHistoryRow::Tone tone)
-{
-    switch (tone) {
-    case ShiftHistoryRow::Tone::neutral:
-        return QColor(0x1f, 0x23, 0x28);
-    case ShiftHistoryRow::Tone::balanced:
-        return QColor(0x2e, 0x7d, 0x32);
-    case ShiftHistoryRow::Tone::over:
-        return QColor(0x1d, 0x5f, 0xa8);
-    case ShiftHistoryRow::Tone::shortOfCash:
-        return QColor(0xc6, 0x28, 0x28);
-    }
-    Q_UNREACHABLE();
-}
-
-// "Jun 3, 2025 9:05 AM – 5:30 PM", with the closing date too when the shift ran past midnight.
-QString shiftPeriod(const TillShift& shift)
-{
-    const QString dateAndTime = QStringLiteral("MMM d, yyyy h:mm AP");
-    const QDateTime opened = shift.openedAt().toLocalTime();
-    QString text = usLocale().toString(opened, dateAndTime);
-    if (const std::optional<QDateTime> closedAt = shift.closedAt()) {
-        const QDateTime closed = closedAt->toLocalTime();
-        text += QStringLiteral(" – ") + usLocale().toString(closed, closed.date() == opened.date()
-                                                                        ? QStringLiteral("h:mm AP")
-                                                                        : dateAndTime);
-    }
-    return text;
 }
 
 QLineEdit* makeMoneyEdit(QWidget* parent)
@@ -81,6 +55,7 @@ TillView::TillView(AppEnvironment& environment, SessionStore& session, QWidget* 
     , m_session(session)
     , m_model(environment.tillService(), environment.accountsService(), environment.approvalService(),
               environment.modelContext(), session)
+    , m_detailSource(environment.modelContext())
 {
     setWidgetResizable(true);
     setFrameShape(QFrame::NoFrame);
@@ -293,14 +268,44 @@ QWidget* TillView::historySection()
     using Model = TillViewModel;
     auto* section = new Section(Model::historyTitle());
     Card* card = section->card();
-    m_history = makeHistoryTable(5, Model::historyTitle(), card);
+    m_history = new QTableView(card);
+    m_historyModel = new ShiftHistoryModel(m_model, m_history);
+    m_history->setModel(m_historyModel);
+    setUpRecordTable(m_history, Model::historyTitle(), 30);
+    m_history->setFrameShape(QFrame::NoFrame);
+    // Sized to its rows by showRows; a growing table would pad its card out.
+    m_history->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+    m_history->setCursor(Qt::PointingHandCursor);
     // Each cell says what it is ("Expected ₵150.00"), so the columns need no titles.
-    m_history->horizontalHeader()->hide();
-    m_history->horizontalHeader()->setSectionResizeMode(1, QHeaderView::Stretch);
+    QHeaderView* header = m_history->horizontalHeader();
+    header->hide();
+    header->setSectionResizeMode(QHeaderView::ResizeToContents);
+    header->setSectionResizeMode(ShiftHistoryModel::cashierColumn, QHeaderView::Stretch);
     m_noHistory = Theme::label(Model::noHistoryMessage(), Theme::Text::note, card);
     section->content()->addWidget(m_history);
     section->content()->addWidget(m_noHistory);
+    connect(m_history, &QTableView::clicked, this, [this](const QModelIndex& index) { openShiftDetail(index.row()); });
+    connect(m_history, &QTableView::activated, this, [this](const QModelIndex& index) { openShiftDetail(index.row()); });
     return section;
+}
+
+void TillView::openShiftDetail(int row)
+{
+    // A click after a double-click, or Return after a click, finds it open already.
+    if (m_detailSheet || row < 0 || row >= m_historyModel->rowCount())
+        return;
+    ShiftDetailModel model(m_detailSource);
+    const std::optional<ShiftDetail> detail = model.detail(m_historyModel->shiftID(row));
+    if (!detail) {
+        m_error->setMessage(model.errorMessage());
+        return;
+    }
+    const Ref<AppSettings> settings = m_session.settings();
+    auto* sheet =
+        new ShiftDetailSheet(*detail, settings ? settings->currencySymbol() : Currency::fixedSign, this);
+    sheet->setAttribute(Qt::WA_DeleteOnClose);
+    m_detailSheet = sheet;
+    sheet->open();
 }
 
 bool TillView::isShowingOpenShift() const
@@ -352,24 +357,7 @@ void TillView::refreshOpenShift(const Ref<TillShift>& shift)
 
 void TillView::refreshHistory()
 {
-    const QList<ShiftHistoryRow> rows = m_model.shiftHistory();
-    m_history->setRowCount(static_cast<int>(rows.size()));
-    for (int row = 0; row < rows.size(); ++row) {
-        const ShiftHistoryRow& line = rows[row];
-        const Ref<User> cashier = line.shift->cashier();
-        setRowCells(m_history, row,
-                    {shiftPeriod(*line.shift), cashier ? cashier->name() : QString(), line.expectedText,
-                     line.countedText, line.varianceText},
-                    2);
-        QTableWidgetItem* variance = m_history->item(row, 4);
-        variance->setForeground(toneColour(line.tone));
-        QFont strong = variance->font();
-        strong.setWeight(QFont::DemiBold);
-        variance->setFont(strong);
-        // The notes of the close, where there is room for them.
-        for (int column = 0; column < m_history->columnCount(); ++column)
-            m_history->item(row, column)->setToolTip(line.shift->notes());
-    }
+    m_historyModel->reload();
     showRows(m_history, visibleHistoryRows, m_noHistory);
 }
 
@@ -380,10 +368,11 @@ void TillView::showClosedResult()
         m_closedResult->hide();
         return;
     }
-    const ShiftHistoryRow row = ShiftHistoryRow::make(m_lastClosed);
+    const ShiftHistoryRow row = ShiftHistoryRow::make(*m_lastClosed);
     m_closedExpected->setText(row.expectedText);
     m_closedCounted->setText(row.countedText);
     m_closedVariance->setText(row.varianceText);
-    m_closedVariance->setStyleSheet(QStringLiteral("color: %1;").arg(toneColour(row.tone).name()));
+    m_closedVariance->setStyleSheet(
+        QStringLiteral("color: %1;").arg(ShiftHistoryModel::toneColour(row.tone).name()));
     m_closedResult->show();
 }

@@ -1,7 +1,9 @@
 #pragma once
 
 #include "till/tillviewmodel.h"
+#include "ui/till/shiftdetailsheet.h"
 
+#include <QPointer>
 #include <QScrollArea>
 
 class AppEnvironment;
@@ -11,10 +13,12 @@ class QLabel;
 class QLineEdit;
 class QPushButton;
 class QTableWidget;
+class QTableView;
 class SegmentedControl;
+class ShiftHistoryModel;
 
 // The "Till & Shifts" section: opening the till with a float, the open shift's figures, cash paid
-// in and out, closing against the counted cash, and the closed shifts. Open to cashiers; follows
+// in and out, closing against the counted cash, and the closed shifts with the detail of each. Open to cashiers; follows
 // every saved change to shifts, movements, sales and account payments, whoever made it.
 class TillView : public QScrollArea {
     Q_OBJECT
@@ -43,7 +47,11 @@ public:
     QPushButton* closeButton() const { return m_close; }
     // What the last close came to, until the next shift opens.
     QWidget* closedResult() const { return m_closedResult; }
-    QTableWidget* historyList() const { return m_history; }
+    // Newest first, a page at a time; choosing a row opens its detail.
+    QTableView* historyList() const { return m_history; }
+    ShiftHistoryModel* historyModel() const { return m_historyModel; }
+    // The detail of the shift chosen in the history, while it is open.
+    ShiftDetailSheet* detailSheet() const { return m_detailSheet; }
     ErrorLabel* errorLabel() const { return m_error; }
 
 private:
@@ -53,11 +61,13 @@ private:
     void refresh();
     void refreshOpenShift(const Ref<TillShift>& shift);
     void refreshHistory();
+    void openShiftDetail(int row);
     void showClosedResult();
     QString money(double amount) const;
 
     SessionStore& m_session;
     TillViewModel m_model;
+    ModelContext& m_detailSource;
     Ref<TillShift> m_lastClosed;
 
     ErrorLabel* m_error;
@@ -84,6 +94,8 @@ private:
     QLineEdit* m_countedCash;
     QLineEdit* m_notes;
     QPushButton* m_close;
-    QTableWidget* m_history;
+    QTableView* m_history;
+    ShiftHistoryModel* m_historyModel;
+    QPointer<ShiftDetailSheet> m_detailSheet;
     QLabel* m_noHistory;
 };

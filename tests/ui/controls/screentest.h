@@ -28,6 +28,15 @@ inline QStringList rowTexts(const QTableWidget& table, int row)
     return texts;
 }
 
+// A row of a table over a model, as shown.
+inline QStringList rowTexts(const QTableView& table, int row)
+{
+    QStringList texts;
+    for (int column = 0; column < table.model()->columnCount(); ++column)
+        texts << table.model()->index(row, column).data().toString();
+    return texts;
+}
+
 // The message box open over `widget`, once those answered before are gone.
 inline QMessageBox* openBox(const QWidget* widget)
 {

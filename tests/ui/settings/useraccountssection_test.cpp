@@ -3,6 +3,7 @@
 #include "ui/controls/errorlabel.h"
 #include "ui/controls/segmentedcontrol.h"
 #include "ui/settings/pindialog.h"
+#include "ui/settings/usereditsheet.h"
 
 #include "access/authservice.h"
 #include "access/userbuilder.h"
@@ -11,6 +12,7 @@
 
 #include <QApplication>
 #include <QCheckBox>
+#include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QTest>
@@ -79,4 +81,50 @@ TEST_F(UserAccountsSectionTest, SetPinSheetStaysOpenOnARefusalAndClosesOnSave)
     sheet->saveButton()->click();
     EXPECT_FALSE(sheet->isVisible());
     EXPECT_EQ(ama->pin(), QStringLiteral("4321"));
+}
+
+TEST_F(UserAccountsSectionTest, EditSheetRenamesAndResetsThePasswordAndKeepsTheLastAdmin)
+{
+    const auto openEdit = [this](const Ref<User>& who) {
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        section->editButton(who->id())->click();
+        return section->findChild<UserEditSheet*>();
+    };
+    UserEditSheet* sheet = openEdit(boss);
+    ASSERT_NE(sheet, nullptr);
+    QTest::mouseClick(sheet->rolePicker()->segment(1), Qt::LeftButton);
+    sheet->primaryButton()->click();
+    EXPECT_TRUE(sheet->isVisible());
+    EXPECT_EQ(sheet->errorLabel()->text(), "There must be at least one active admin.");
+    sheet->cancelButton()->click();
+    EXPECT_EQ(boss->role(), UserRole::admin);
+
+    sheet = openEdit(ama);
+    ASSERT_NE(sheet, nullptr);
+    EXPECT_EQ(sheet->nameField()->text(), "Ama");
+    sheet->nameField()->selectAll();
+    QTest::keyClicks(sheet->nameField(), "Ama Kusi");
+    QTest::keyClicks(sheet->passwordField(), "forgot it");
+    QTest::keyClicks(sheet->confirmField(), "forgot i");
+    QTest::keyClick(sheet->confirmField(), Qt::Key_Return);
+    EXPECT_TRUE(sheet->isVisible()) << "the passwords differ";
+    QTest::keyClicks(sheet->confirmField(), "t");
+    QTest::keyClick(sheet->confirmField(), Qt::Key_Return);
+    EXPECT_FALSE(sheet->isVisible());
+    QStringList names;
+    for (const QLabel* label : section->findChildren<QLabel*>())
+        names << label->text();
+    EXPECT_TRUE(names.contains("Ama Kusi")) << "the list follows the saved name";
+    EXPECT_EQ(auth.login(QStringLiteral("ama"), QStringLiteral("forgot it")), ama);
+}
+
+TEST_F(UserAccountsSectionTest, ARefusedSwitchSaysWhyBesideTheList)
+{
+    // The only other admin is switched off while Ama, a cashier, has the list open.
+    session.setCurrentUser(ama);
+    QTest::mouseClick(section->activeSwitch(boss->id()), Qt::LeftButton);
+    EXPECT_TRUE(section->listErrorLabel()->isVisible());
+    EXPECT_FALSE(section->errorLabel()->isVisible()) << "not in the Add User form";
+    EXPECT_TRUE(section->activeSwitch(boss->id())->isChecked());
+    EXPECT_TRUE(boss->isActive());
 }

@@ -5,10 +5,15 @@
 #include "ui/controls/screentest.h"
 #include "ui/controls/segmentedcontrol.h"
 
+#include "ui/till/shiftdetailsheet.h"
+#include "ui/till/shifthistorymodel.h"
+
 #include "records/cashmovement.h"
 
 #include <QLineEdit>
 #include <QPushButton>
+#include <QTableView>
+#include <QTest>
 
 namespace {
 // Signed in as a cashier: cashiers reach the till too.
@@ -18,6 +23,11 @@ protected:
     {
         signIn();
         return goTo<TillView>(QStringLiteral("Till & Shifts"));
+    }
+
+    static QColor historyColour(const TillView& till, int row)
+    {
+        return till.historyList()->model()->index(row, 4).data(Qt::ForegroundRole).value<QBrush>().color();
     }
 };
 } // namespace
@@ -64,7 +74,7 @@ TEST_F(TillViewTest, AShiftOpensMovesCashAndClosesIntoTheHistory)
     EXPECT_TRUE(visibleTexts(till.closedResult()).contains("Short ₵1.50"));
     EXPECT_EQ(rowTexts(*till.historyList(), 0).mid(1),
               (QStringList{"Esi", "Expected ₵90.00", "Counted ₵88.50", "Short ₵1.50"}));
-    EXPECT_EQ(till.historyList()->item(0, 4)->foreground().color(), QColor(0xc6, 0x28, 0x28));
+    EXPECT_EQ(historyColour(till, 0), QColor(0xc6, 0x28, 0x28));
     store.reopen();
     EXPECT_EQ(store.context().fetchFirst<TillShift>()->notes(), "Coins short");
 }
@@ -79,5 +89,42 @@ TEST_F(TillViewTest, FollowsAShiftOpenedAndClosedElsewhere)
     session.setCurrentTillShift(nullptr);
     EXPECT_FALSE(till.isShowingOpenShift());
     EXPECT_FALSE(till.closedResult()->isVisible()) << "only a close made here reports its result";
-    EXPECT_EQ(till.historyList()->item(0, 4)->foreground().color(), QColor(0x1d, 0x5f, 0xa8)) << "over";
+    EXPECT_EQ(historyColour(till, 0), QColor(0x1d, 0x5f, 0xa8)) << "over";
+}
+
+TEST_F(TillViewTest, APastShiftOpensItsDetailAndTheHistoryLoadsAsItScrolls)
+{
+    TillView& till = openTill();
+    TillService& service = environment.tillService();
+    for (int day = 0; day < 55; ++day) {
+        const Ref<TillShift> old = service.openShift(user, 0);
+        old->setOpenedAt(old->openedAt().addDays(day - 60));
+        store.context().save();
+        service.closeShift(old, 0, QString(), user);
+    }
+    const Ref<TillShift> shift = service.openShift(user, 100);
+    till.model().setPayAmountText(QStringLiteral("20"));
+    till.model().setPayReason(QStringLiteral("Change from the bank"));
+    ASSERT_TRUE(till.model().recordCashMovement(shift));
+    till.model().setCountedCashText(QStringLiteral("120"));
+    ASSERT_TRUE(till.model().closeShift(shift));
+    QCoreApplication::processEvents();
+
+    QTableView* history = till.historyList();
+    EXPECT_EQ(history->model()->rowCount(), 50) << "a page at a time";
+    history->scrollToBottom();
+    EXPECT_EQ(history->model()->rowCount(), 56);
+
+    history->scrollToTop();
+    QTest::mouseClick(history->viewport(), Qt::LeftButton, {}, history->visualRect(history->model()->index(0, 1)).center());
+    ShiftDetailSheet* sheet = till.detailSheet();
+    ASSERT_NE(sheet, nullptr);
+    EXPECT_EQ(sheet->shiftID(), shift->id());
+    EXPECT_TRUE(sheet->closedLabel()->text().startsWith("Closed by Esi at "));
+    EXPECT_EQ(sheet->varianceFigure()->text(), "Balanced");
+    EXPECT_EQ(rowTexts(*sheet->movementList(), 0).mid(1),
+              (QStringList{"Paid In", "Change from the bank", "Esi", "₵20.00"}));
+    sheet->primaryButton()->click();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    EXPECT_EQ(till.detailSheet(), nullptr);
 }
