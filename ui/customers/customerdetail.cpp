@@ -198,10 +198,16 @@ Section* CustomerDetail::accountSection()
     m_balanceOwed = addFigure(figures, Model::balanceOwedTitle(), section);
     m_availableCredit = addFigure(figures, QStringLiteral("Available Credit"), section);
     figures->addStretch();
-    m_openingBalance = new QPushButton(Model::openingBalanceTitle(), section);
-    figures->addWidget(m_openingBalance, 0, Qt::AlignBottom);
+    // One above the other: side by side they would push the card wider than the screen.
+    auto* actions = new QVBoxLayout;
+    actions->setSpacing(6);
     m_receivePayment = new QPushButton(Model::receivePaymentTitle(), section);
-    figures->addWidget(m_receivePayment, 0, Qt::AlignBottom);
+    actions->addWidget(m_receivePayment);
+    m_openingBalance = new QPushButton(Model::openingBalanceTitle(), section);
+    actions->addWidget(m_openingBalance);
+    figures->addLayout(actions);
+    for (QLabel* figure : {m_balanceOwed, m_availableCredit})
+        figures->setAlignment(figure->parentWidget(), Qt::AlignTop);
     card->addSpacing(4);
     card->addLayout(figures);
     m_age = Theme::label(QString(), Theme::Text::note, section);
