@@ -65,7 +65,10 @@ POSViewModel::POSViewModel(AppEnvironment& environment, SessionStore& session, Q
 {
     ModelContext& context = environment.modelContext();
     context.onChange(this, {&Product::schema(), &Category::schema()}, [this] {
-        if (!m_writingSale)
+        if (m_writingSale)
+            return;
+        m_gridStale = true;
+        if (m_gridOnShow)
             reloadProducts();
     });
     reloadProducts();
@@ -73,8 +76,16 @@ POSViewModel::POSViewModel(AppEnvironment& environment, SessionStore& session, Q
 
 POSViewModel::~POSViewModel() = default;
 
+void POSViewModel::setGridOnShow(bool onShow)
+{
+    m_gridOnShow = onShow;
+    if (onShow && m_gridStale)
+        reloadProducts();
+}
+
 void POSViewModel::reloadProducts()
 {
+    m_gridStale = false;
     // Any save in the program lands here; its success mustn't wipe a message on show.
     if (const std::optional<QString> failure = storeFailure([this] { m_products->reload(); }))
         setErrorMessage(failure);
@@ -281,6 +292,17 @@ bool POSViewModel::isMeasured(const CartLine& line)
 QString POSViewModel::quantityMenuText(const CartLine& line)
 {
     return isMeasured(line) ? QStringLiteral("Change Amount…") : QStringLiteral("Change Quantity…");
+}
+
+QString POSViewModel::lineQuantityText(const CartLine& line) const
+{
+    return QStringLiteral("%1 × %2").arg(Quantity::format(line.quantity, line.product->sellingUnit()),
+                                         money(line.unitPrice()));
+}
+
+QString POSViewModel::lineAmountText(const CartLine& line) const
+{
+    return money(Rounding::toCents(line.grossAmount()) - line.lineDiscount);
 }
 
 QStringList POSViewModel::lineNotes(const CartLine& line) const

@@ -69,6 +69,9 @@ public:
 
     const Cart& cart() const { return m_cart; }
     ProductGridModel& products() { return *m_products; }
+    // The grid reads products again after saves elsewhere only while it is on show, or once it
+    // is shown again: a morning of edits on the Products screen costs one read, not one a save.
+    void setGridOnShow(bool onShow);
 
     // The scan and search field; the grid follows each keystroke.
     QString searchText() const { return m_searchText; }
@@ -101,6 +104,11 @@ public:
     void removeLine(const QUuid& lineID);
     static bool isMeasured(const CartLine& line);
     static QString quantityMenuText(const CartLine& line);
+    // "2 × ₵5.00", "1.5 kg × ₵12.00": what the row shows beside its amount.
+    QString lineQuantityText(const CartLine& line) const;
+    // What the line comes to after its own discount, before the sale's.
+    QString lineAmountText(const CartLine& line) const;
+    static bool isService(const CartLine& line) { return line.product->productType() == ProductType::service; }
     // "price changed", "-₵2.00 disc."; what the row shows under the name.
     QStringList lineNotes(const CartLine& line) const;
     // Who did a service: the active staff, by name.
@@ -208,4 +216,6 @@ private:
     bool m_showHeldSales = false;
     std::optional<ApprovalRequest> m_approvalRequest;
     bool m_writingSale = false; // the grid takes a sale's stock from the cart, not from a reread
+    bool m_gridOnShow = false;
+    bool m_gridStale = false;
 };

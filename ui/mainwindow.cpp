@@ -1,6 +1,7 @@
 #include "ui/mainwindow.h"
 
 #include "environment/appenvironment.h"
+#include "pos/posviewmodel.h"
 #include "refusal/refusal.h"
 #include "startup/appinfo.h"
 #include "startup/sessionstore.h"
@@ -13,6 +14,7 @@
 #include "ui/navigation/mainnavigationview.h"
 #include "ui/navigation/poscommands.h"
 #include "ui/navigation/screenfind.h"
+#include "ui/pos/posworkspaceview.h"
 #include "ui/products/productsview.h"
 #include "ui/settings/settingsview.h"
 #include "ui/staff/staffview.h"
@@ -28,6 +30,39 @@
 #include <QDir>
 #include <QMenuBar>
 #include <QMessageBox>
+#include <QPointer>
+
+// The counter's view model, as long as the signed-in window: the cart survives moving between
+// sections. It is made at the first visit to the workspace or the first Ring Up, as reading a
+// large shop's product grid takes a moment that an admin who never sells shouldn't wait.
+class CounterModelHolder {
+public:
+    CounterModelHolder(AppEnvironment& environment, SessionStore& session)
+        : m_environment(environment)
+        , m_session(session)
+    {
+    }
+
+    POSViewModel& model()
+    {
+        if (!m_model)
+            m_model = new POSViewModel(m_environment, m_session, m_owner);
+        return *m_model;
+    }
+    // The window, once it exists; a model made while it was being built joins it then.
+    void setOwner(QObject* owner)
+    {
+        m_owner = owner;
+        if (m_model)
+            m_model->setParent(owner);
+    }
+
+private:
+    AppEnvironment& m_environment;
+    SessionStore& m_session;
+    QPointer<QObject> m_owner;
+    QPointer<POSViewModel> m_model;
+};
 
 MainWindow::MainWindow(AppEnvironment& environment, SessionStore& session, MarketRegistry& registry,
                        MarketSwitcher& switcher, const QString& storeName, QWidget* parent)
@@ -92,14 +127,25 @@ RootView::ScreenFactories MainWindow::screens()
     return {
         [this] { return new FirstRunSetupView(m_environment, m_session); },
         [this] { return new LoginView(m_environment.authService(), m_session, m_environment.attemptThrottle()); },
-        [this] { return new MainNavigationView(m_environment, m_session, m_actionBus, sectionScreens()); },
+        [this] {
+            auto counter = std::make_shared<CounterModelHolder>(m_environment, m_session);
+            auto* navigation = new MainNavigationView(m_environment, m_session, m_actionBus, sectionScreens(counter));
+            counter->setOwner(navigation);
+            return navigation;
+        },
     };
 }
 
-SectionScreens MainWindow::sectionScreens()
+SectionScreens MainWindow::sectionScreens(const std::shared_ptr<CounterModelHolder>& counter)
 {
     SectionScreens screens;
-    screens.add(AppSection::appointments, [this] { return new AppointmentsView(m_environment); });
+    screens.add(AppSection::pos, [this, counter] {
+        return new POSWorkspaceView(m_environment, m_session, counter->model(), m_actionBus);
+    });
+    screens.add(AppSection::appointments, [this, counter] {
+        return new AppointmentsView(m_environment,
+                                    [this, counter](const Appointment& booked) { ringUp(*counter, booked); });
+    });
     screens.add(AppSection::products, [this] {
         auto* view = new ProductsView(m_environment, m_session);
         ScreenFind::offer(m_actionBus, view, view->searchField());
@@ -118,6 +164,21 @@ SectionScreens MainWindow::sectionScreens()
                 [this] { return new AuditLogView(m_environment, m_session, m_registry); });
     screens.add(AppSection::settings, [this] { return new SettingsView(m_environment, m_session, m_actionBus); });
     return screens;
+}
+
+void MainWindow::ringUp(CounterModelHolder& counter, const Appointment& appointment)
+{
+    POSViewModel& pos = counter.model();
+    if (pos.ringUp(appointment)) {
+        m_actionBus.setRequestedSection(AppSection::pos);
+        return;
+    }
+    // The workspace isn't on show to tell it: the book says it.
+    auto* box = new QMessageBox(QMessageBox::Warning, QStringLiteral("Heads up"), pos.errorMessage().value_or(QString()),
+                                QMessageBox::Ok, this);
+    box->setAttribute(Qt::WA_DeleteOnClose);
+    pos.clearError();
+    box->open();
 }
 
 void MainWindow::askToLeave(std::function<void()> proceed)

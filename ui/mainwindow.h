@@ -4,9 +4,13 @@
 #include "ui/navigation/sectionscreens.h"
 #include "ui/rootview.h"
 
+#include <memory>
+
 #include <QMainWindow>
 
 class AppEnvironment;
+class Appointment;
+class CounterModelHolder;
 class MarketRegistry;
 class MarketSwitcher;
 class SessionStore;
@@ -35,8 +39,9 @@ private:
     void askToLeave(std::function<void()> proceed);
     RootView::ScreenFactories screens();
     // The main navigation's sections that have a screen; a section joins the sidebar once its
-    // screen is registered here.
-    SectionScreens sectionScreens();
+    // screen is registered here. The counter's state is the signed-in window's.
+    SectionScreens sectionScreens(const std::shared_ptr<CounterModelHolder>& counter);
+    void ringUp(CounterModelHolder& counter, const Appointment& appointment);
 
     AppEnvironment& m_environment;
     SessionStore& m_session;

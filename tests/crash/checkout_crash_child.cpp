@@ -1,15 +1,17 @@
-// Works the counter of the store named on the command line until it is killed: rings up sales,
-// refunds parts of them (again and again), voids some, holds carts and recalls or cancels them. The
-// crash test kills it at random moments and checks that each of these is in the store whole or not
-// at all.
+// Works the counter of the store named on the command line until it is killed: rings up sales (half
+// of them through the workspace's view model, as a cashier would), refunds parts of them (again and
+// again), voids some, holds carts and recalls or cancels them. The crash test kills it at random
+// moments and checks that each of these is in the store whole or not at all.
 
 #include "access/approvalservice.h"
 #include "environment/appenvironment.h"
 #include "money/rounding.h"
+#include "pos/posviewmodel.h"
 #include "records/posschema.h"
 #include "records/records.h"
 #include "selling/heldsalesmodel.h"
 #include "selling/salesservice.h"
+#include "startup/sessionstore.h"
 #include "store/unitofwork.h"
 #include "store/modelcontainer.h"
 
@@ -83,6 +85,9 @@ public:
         , m_holds(context)
         , m_random(seed)
     {
+        m_session.setSettings(m_settings);
+        m_session.setCurrentUser(m_cashier);
+        m_session.setCurrentTillShift(m_shift);
     }
 
     void next()
@@ -102,6 +107,33 @@ public:
 
 private:
     void ringUp(const Cart& cart)
+    {
+        if (m_random.bounded(2))
+            ringUpAtTheCounter(cart);
+        else
+            ringUpDirectly(cart);
+    }
+
+    // The workspace's way: each piece scanned, each measured line weighed in, then Complete Sale.
+    void ringUpAtTheCounter(const Cart& cart)
+    {
+        m_pos.cancelSale();
+        for (const CartLine& line : cart.lines()) {
+            if (line.product->sellingUnit() == SellingUnit::each) {
+                for (int piece = 0; piece < int(line.quantity); ++piece)
+                    m_pos.addToCart(line.product);
+            } else {
+                m_pos.addToCart(line.product);
+                m_pos.finishQuantityEntry(line.quantity);
+            }
+        }
+        m_pos.setCustomer(cart.customer());
+        const double total = m_pos.cart().calculation(m_settings->taxInclusivePricing()).total;
+        if (!m_pos.completeSale(randomPayments(m_random, m_pos.cart(), total)))
+            throw std::runtime_error(m_pos.errorMessage().value_or(QString()).toStdString());
+    }
+
+    void ringUpDirectly(const Cart& cart)
     {
         const double total = cart.calculation(m_settings->taxInclusivePricing()).total;
         m_sales.checkout(cart, randomPayments(m_random, cart, total), m_cashier, m_shift, *m_settings);
@@ -198,6 +230,8 @@ private:
     const QList<Ref<Customer>> m_customers;
     HeldSalesModel m_holds;
     QRandomGenerator m_random;
+    SessionStore m_session;
+    POSViewModel m_pos{m_environment, m_session};
 };
 
 } // namespace

@@ -237,12 +237,15 @@ QWidget* AppointmentEditor::buttonRow()
     m_cancel = new QPushButton(Model::cancelTitle(), row);
     m_bookAgain = new QPushButton(Model::bookAgainTitle(), row);
     m_book = new QPushButton(row);
+    m_ringUp = new QPushButton(QStringLiteral("Ring Up"), row);
+    m_ringUp->setToolTip(QStringLiteral("Put this service in the POS cart with its staff member and customer"));
     Theme::markPrimary(m_book);
     SaveKey::attach(m_book);
     buttons->addWidget(m_delete);
     buttons->addStretch();
-    for (QPushButton* button : {m_noShow, m_cancel, m_bookAgain, m_book})
+    for (QPushButton* button : {m_noShow, m_cancel, m_bookAgain, m_ringUp, m_book})
         buttons->addWidget(button);
+    connect(m_ringUp, &QPushButton::clicked, this, [this] { Q_EMIT ringUpRequested(m_model.appointment()); });
 
     connect(m_book, &QPushButton::clicked, this, [this] {
         if (!m_model.save())
@@ -312,10 +315,17 @@ void AppointmentEditor::showStatus()
     m_book->setText(isNew ? AppointmentEditorModel::bookTitle() : AppointmentEditorModel::saveTitle());
     m_book->setVisible(booked);
     m_noShow->setVisible(!isNew && booked);
+    m_ringUp->setVisible(m_offersRingUp && !isNew && booked);
     m_cancel->setVisible(!isNew && booked);
     const AppointmentStatus status = isNew ? AppointmentStatus::booked : m_model.appointment()->status();
     m_bookAgain->setVisible(status == AppointmentStatus::cancelled || status == AppointmentStatus::noShow);
     m_delete->setVisible(!isNew);
+}
+
+void AppointmentEditor::offerRingUp()
+{
+    m_offersRingUp = true;
+    showStatus();
 }
 
 void AppointmentEditor::showClash()

@@ -38,12 +38,16 @@ public:
     QPushButton* cancelButton() const { return m_cancel; }
     QPushButton* bookAgainButton() const { return m_bookAgain; }
     QPushButton* deleteButton() const { return m_delete; }
+    QPushButton* ringUpButton() const { return m_ringUp; }
+    // "Ring Up" shows on a booked appointment only where the counter can take it.
+    void offerRingUp();
 
 Q_SIGNALS:
     // A booking was made or changed and saved.
     void saved(const Ref<Appointment>& appointment);
     // The booking is gone; the editor is of no more use.
     void deleted();
+    void ringUpRequested(const Ref<Appointment>& appointment);
 
 protected:
     // Tab follows the form as it reads.
@@ -78,6 +82,8 @@ private:
     QList<QWidget*> m_editable; // usable only while the booking counts as booked
     QPushButton* m_book = nullptr;
     QPushButton* m_noShow = nullptr;
+    QPushButton* m_ringUp = nullptr;
+    bool m_offersRingUp = false;
     QPushButton* m_cancel = nullptr;
     QPushButton* m_bookAgain = nullptr;
     QPushButton* m_delete = nullptr;

@@ -20,10 +20,11 @@
 #include <QTimer>
 #include <QVBoxLayout>
 
-AppointmentsView::AppointmentsView(AppEnvironment& environment, QWidget* parent)
+AppointmentsView::AppointmentsView(AppEnvironment& environment, RingUp ringUp, QWidget* parent)
     : QWidget(parent)
     , m_staff(environment.staffService())
     , m_context(environment.modelContext())
+    , m_ringUp(std::move(ringUp))
     , m_model(m_staff, m_context)
     , m_rows(new AppointmentListModel(m_model, this))
 {
@@ -218,6 +219,11 @@ void AppointmentsView::showEditor(const Ref<Appointment>& appointment, bool isNe
     m_editor = new AppointmentEditor(m_staff, m_context, appointment, m_model.day(), this);
     showChosenRow();
     connect(m_editor, &AppointmentEditor::deleted, this, [this] { showEditor(nullptr); });
+    if (m_ringUp) {
+        m_editor->offerRingUp();
+        connect(m_editor, &AppointmentEditor::ringUpRequested, this,
+                [this](const Ref<Appointment>& booked) { m_ringUp(*booked); });
+    }
     connect(m_editor, &AppointmentEditor::saved, this, [this](const Ref<Appointment>& saved) {
         // Booked for another day: that day is shown, with the booking chosen in it.
         if (saved->start().date() != m_model.day()) {

@@ -5,6 +5,8 @@
 
 #include <QWidget>
 
+#include <functional>
+
 class AppEnvironment;
 class AppointmentEditor;
 class AppointmentListModel;
@@ -22,7 +24,10 @@ class AppointmentsView : public QWidget, public FormScreen {
     Q_OBJECT
 
 public:
-    explicit AppointmentsView(AppEnvironment& environment, QWidget* parent = nullptr);
+    // Ring Up hands a booking to the counter; without it the book offers none.
+    using RingUp = std::function<void(const Appointment& appointment)>;
+
+    explicit AppointmentsView(AppEnvironment& environment, RingUp ringUp = {}, QWidget* parent = nullptr);
 
     AppointmentsViewModel& model() { return m_model; }
     QPushButton* nextDayButton() const { return m_next; }
@@ -54,6 +59,7 @@ private:
 
     StaffService& m_staff;
     ModelContext& m_context;
+    RingUp m_ringUp;
     AppointmentsViewModel m_model;
     AppointmentListModel* m_rows;
 

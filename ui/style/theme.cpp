@@ -68,6 +68,12 @@ QPushButton[kind="primary"]:pressed { background: #224f80; }
 QPushButton[kind="primary"]:focus { border: 2px solid #1d4f86; }
 QPushButton[kind="primary"]:disabled { background: #a9c3e0; border: 1px solid #a9c3e0; color: #f4f7fb; }
 
+QFrame#cartLine { background: #ffffff; border: none; border-bottom: 1px solid #dde1e6; }
+QFrame#cartLine[kind="selected"] { background: #e8f0fa; }
+QPushButton[kind="chip"] { border-radius: 14px; padding: 4px 14px; min-height: 18px; }
+QPushButton[kind="chip"]:checked { background: #2f6fb3; border: 1px solid #2f6fb3; color: #ffffff; }
+QLabel[kind="total"] { font-size: 20px; font-weight: 700; }
+
 QPushButton[kind="segment"] { border-radius: 0; padding: 6px 14px; margin: 0; }
 QPushButton[kind="segment"][position="first"] { border-top-left-radius: 6px;
                                                 border-bottom-left-radius: 6px; }
