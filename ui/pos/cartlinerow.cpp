@@ -18,7 +18,8 @@ QPushButton* stepButton(const QString& text, const QString& name, QWidget* paren
 {
     auto* button = new QPushButton(text, parent);
     button->setAccessibleName(name);
-    button->setFixedSize(30, 28);
+    button->setFixedSize(32, 30);
+    Theme::setKind(button, "step");
     // The scan field keeps the keyboard: a tap here mustn't take it.
     button->setFocusPolicy(Qt::NoFocus);
     return button;
@@ -76,6 +77,7 @@ CartLineRow::CartLineRow(POSViewModel& pos, const CartLine& line, QWidget* paren
     m_menu->setToolTip(QStringLiteral("Change quantity, discount or price, or remove the line"));
     m_menu->setPopupMode(QToolButton::InstantPopup);
     m_menu->setFocusPolicy(Qt::NoFocus);
+    m_menu->setObjectName(QStringLiteral("lineMenu"));
     auto* menu = new QMenu(m_menu);
     connect(menu->addAction(POSViewModel::quantityMenuText(line)), &QAction::triggered, this,
             [this] { m_pos.editQuantity(m_lineID); });
@@ -100,8 +102,11 @@ CartLineRow::CartLineRow(POSViewModel& pos, const CartLine& line, QWidget* paren
     if (POSViewModel::isService(line)) {
         m_staff = new QComboBox(this);
         m_staff->setAccessibleName(QStringLiteral("Who did this service"));
-        m_staff->setToolTip(QStringLiteral("Who did this service"));
-        layout->addWidget(m_staff);
+        m_staff->setFocusPolicy(Qt::NoFocus);
+        auto* who = new QHBoxLayout;
+        who->addWidget(Theme::label(QStringLiteral("Who did this service"), Theme::Text::note, this));
+        who->addWidget(m_staff, 1);
+        layout->addLayout(who);
         fillStaff(line);
         connect(m_staff, &QComboBox::activated, this, [this](int index) {
             const QUuid id = m_staff->itemData(index).toUuid();

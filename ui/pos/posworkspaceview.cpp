@@ -22,6 +22,7 @@
 #include <QListView>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QResizeEvent>
 #include <QScrollArea>
 #include <QShortcut>
 #include <QStackedWidget>
@@ -126,12 +127,14 @@ QWidget* POSWorkspaceView::makeBrowser()
 
     m_grid->setParent(m_gridPages);
     m_grid->setModel(&m_pos.products());
-    m_grid->setItemDelegate(new ProductTileDelegate(m_grid));
+    m_tiles = new ProductTileDelegate(m_grid);
+    m_grid->setItemDelegate(m_tiles);
+    m_grid->viewport()->installEventFilter(this);
     m_grid->setViewMode(QListView::IconMode);
     m_grid->setResizeMode(QListView::Adjust);
     m_grid->setMovement(QListView::Static);
     m_grid->setUniformItemSizes(true);
-    m_grid->setGridSize(ProductTileDelegate::tileSize);
+    m_grid->setGridSize(m_tiles->tileSize());
     m_grid->setSelectionMode(QAbstractItemView::NoSelection);
     m_grid->setFocusPolicy(Qt::NoFocus);
     m_grid->setMouseTracking(true);
@@ -171,6 +174,13 @@ void POSWorkspaceView::addShortcuts()
 
 bool POSWorkspaceView::eventFilter(QObject* watched, QEvent* event)
 {
+    if (watched == m_grid->viewport() && event->type() == QEvent::Resize) {
+        const QSize tile = ProductTileDelegate::tileSizeFor(static_cast<QResizeEvent*>(event)->size().width());
+        if (tile != m_tiles->tileSize()) {
+            m_tiles->setTileSize(tile);
+            m_grid->setGridSize(tile);
+        }
+    }
     // The scan field has no use for the arrows: they walk the cart's lines.
     if (watched == m_search && event->type() == QEvent::KeyPress) {
         const int key = static_cast<QKeyEvent*>(event)->key();

@@ -16,6 +16,7 @@ class QLineEdit;
 class QListView;
 class QMessageBox;
 class QStackedWidget;
+class ProductTileDelegate;
 class QuantityEntry;
 class SessionStore;
 
@@ -80,6 +81,7 @@ private:
     QButtonGroup* m_chips;
     QStackedWidget* m_gridPages;
     QListView* m_grid;
+    ProductTileDelegate* m_tiles;
     CartPanelView* m_cart;
     QPointer<QDialog> m_paymentSheet;
     QPointer<QDialog> m_quantitySheet;

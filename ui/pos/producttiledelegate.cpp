@@ -26,9 +26,17 @@ QStringList twoLines(const QString& text, const QFontMetrics& metrics, int width
 
 } // namespace
 
+QSize ProductTileDelegate::tileSizeFor(int available)
+{
+    // The list lays out a little short of its width: a row that fills it exactly would wrap.
+    const int usable = available - 4;
+    const int columns = std::max(1, usable / minimumWidth);
+    return {usable / columns, height};
+}
+
 QSize ProductTileDelegate::sizeHint(const QStyleOptionViewItem&, const QModelIndex&) const
 {
-    return tileSize;
+    return tileSize();
 }
 
 void ProductTileDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,

@@ -9,10 +9,20 @@ class ProductTileDelegate : public QStyledItemDelegate {
     Q_OBJECT
 
 public:
-    static constexpr QSize tileSize{184, 112};
+    static constexpr int minimumWidth = 176;
+    static constexpr int height = 112;
 
     using QStyledItemDelegate::QStyledItemDelegate;
 
+    // Tiles share out the width the grid has, so no strip of it is left empty at the side.
+    QSize tileSize() const { return {m_width, height}; }
+    // The grid's size for tiles in `available` pixels of width.
+    static QSize tileSizeFor(int available);
+    void setTileSize(QSize size) { m_width = size.width(); }
+
     QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override;
     void paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const override;
+
+private:
+    int m_width = minimumWidth;
 };

@@ -70,6 +70,9 @@ QPushButton[kind="primary"]:disabled { background: #a9c3e0; border: 1px solid #a
 
 QFrame#cartLine { background: #ffffff; border: none; border-bottom: 1px solid #dde1e6; }
 QFrame#cartLine[kind="selected"] { background: #e8f0fa; }
+QPushButton[kind="step"] { padding: 0; font-size: 16px; font-weight: 600; }
+QToolButton#lineMenu { border: 1px solid #c9cfd6; border-radius: 6px; padding: 2px 8px; background: #ffffff; }
+QToolButton#lineMenu::menu-indicator { image: none; width: 0; }
 QPushButton[kind="chip"] { border-radius: 14px; padding: 4px 14px; min-height: 18px; }
 QPushButton[kind="chip"]:checked { background: #2f6fb3; border: 1px solid #2f6fb3; color: #ffffff; }
 QLabel[kind="total"] { font-size: 20px; font-weight: 700; }
