@@ -167,14 +167,16 @@ void POSViewModel::setSelectedCategoryID(const std::optional<QUuid>& id)
     Q_EMIT fieldsChanged();
 }
 
-bool POSViewModel::submitSearch()
+bool POSViewModel::submitSearch(const QString& text)
 {
-    const QString code = m_searchText.trimmed();
+    const QString code = text.trimmed();
     if (code.isEmpty())
         return false;
     Ref<Product> found;
-    if (!writing([&] { found = m_products->productWithCode(code); }) || !found)
+    if (!writing([&] { found = m_products->productWithCode(code); }) || !found) {
+        setSearchText(text);
         return false;
+    }
     setSearchText(QString());
     addIfSellable(found);
     return true;

@@ -80,7 +80,10 @@ public:
     void setSelectedCategoryID(const std::optional<QUuid>& id);
     // Return in the field: a barcode, or a SKU in any case, adds its product and empties the field.
     // Text that names no product does nothing: the grid already shows what it filters to.
-    bool submitSearch();
+    bool submitSearch() { return submitSearch(m_searchText); }
+    // The same for `text` as the field holds it, which the grid may not have followed yet: a
+    // scanner types faster than the grid is filtered.
+    bool submitSearch(const QString& text);
 
     // Adding.
     void addIfSellable(const Ref<Product>& product);

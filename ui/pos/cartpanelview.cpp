@@ -198,8 +198,9 @@ void CartPanelView::showLines()
             ++it;
             continue;
         }
-        it.value()->deleteLater();
         m_lines->removeWidget(it.value());
+        it.value()->hide();
+        it.value()->deleteLater();
         it = m_rows.erase(it);
     }
     m_emptyNote->setVisible(lines.isEmpty());

@@ -56,8 +56,14 @@ POSWorkspaceView::POSWorkspaceView(AppEnvironment& environment, SessionStore& se
     outer->setContentsMargins(0, 0, 0, 0);
     outer->addWidget(m_pages);
 
-    connect(m_search, &QLineEdit::textEdited, &m_pos, &POSViewModel::setSearchText);
-    connect(m_search, &QLineEdit::returnPressed, &m_pos, &POSViewModel::submitSearch);
+    m_searchPause.setSingleShot(true);
+    m_searchPause.setInterval(40);
+    connect(m_search, &QLineEdit::textEdited, &m_searchPause, qOverload<>(&QTimer::start));
+    connect(&m_searchPause, &QTimer::timeout, this, [this] { m_pos.setSearchText(m_search->text()); });
+    connect(m_search, &QLineEdit::returnPressed, this, [this] {
+        m_searchPause.stop();
+        m_pos.submitSearch(m_search->text());
+    });
     connect(&m_pos, &POSViewModel::searchTextChanged, this, [this] {
         if (m_search->text() != m_pos.searchText())
             m_search->setText(m_pos.searchText());
@@ -134,6 +140,9 @@ QWidget* POSWorkspaceView::makeBrowser()
     m_grid->setResizeMode(QListView::Adjust);
     m_grid->setMovement(QListView::Static);
     m_grid->setUniformItemSizes(true);
+    // A long list is laid out a screenful at a time, so the grid comes back at once after a scan.
+    m_grid->setLayoutMode(QListView::Batched);
+    m_grid->setBatchSize(200);
     m_grid->setGridSize(m_tiles->tileSize());
     m_grid->setSelectionMode(QAbstractItemView::NoSelection);
     m_grid->setFocusPolicy(Qt::NoFocus);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QPointer>
+#include <QTimer>
 #include <QWidget>
 
 #include <memory>
@@ -9,6 +10,7 @@ class AppEnvironment;
 class CartPanelView;
 class POSActionBus;
 class POSViewModel;
+class QAbstractButton;
 class QButtonGroup;
 class QDialog;
 class QHBoxLayout;
@@ -77,6 +79,9 @@ private:
     POSActionBus& m_bus;
     QStackedWidget* m_pages;
     QLineEdit* m_search;
+    // Typing narrows the grid once the keys pause, so a scanner's burst of digits never waits
+    // on filtering tens of thousands of products at each one.
+    QTimer m_searchPause;
     QHBoxLayout* m_chipRow;
     QButtonGroup* m_chips;
     QStackedWidget* m_gridPages;
