@@ -62,7 +62,9 @@ POSWorkspaceView::POSWorkspaceView(AppEnvironment& environment, SessionStore& se
     connect(&m_searchPause, &QTimer::timeout, this, [this] { m_pos.setSearchText(m_search->text()); });
     connect(m_search, &QLineEdit::returnPressed, this, [this] {
         m_searchPause.stop();
-        m_pos.submitSearch(m_search->text());
+        // The grid may never have seen the code, so the field is emptied here, not through it.
+        if (m_pos.submitSearch(m_search->text()))
+            m_search->clear();
     });
     connect(&m_pos, &POSViewModel::searchTextChanged, this, [this] {
         if (m_search->text() != m_pos.searchText())
