@@ -320,97 +320,66 @@ QWidget* POSWorkspaceView::sheetParent() const
 
 void POSWorkspaceView::followSheets()
 {
-    followPaymentSheet();
-    followQuantitySheet();
-    followHeldSales();
+    follow(m_paymentSheet, m_pos.paymentSheet() != nullptr,
+           [this] { return new PaymentSheetView(*m_pos.paymentSheet(), window()); },
+           // Cancel and Escape close the sheet; the sale stays in the cart as it was.
+           [this] { m_pos.closePaymentSheet(); });
+    follow(
+        m_quantitySheet, m_pos.pendingMeasuredProduct() || m_pos.editingQuantityLineID(),
+        [this]() -> QDialog* {
+            m_quantityEntry = m_pos.quantityEntry();
+            if (!m_quantityEntry)
+                return nullptr;
+            return new QuantityEntrySheet(
+                *m_quantityEntry, [this](double quantity) { m_pos.finishQuantityEntry(quantity); },
+                [this] { m_pos.cancelQuantityEntry(); }, window());
+        },
+        // Closed however it was: nothing is left waiting for an amount.
+        [this] {
+            if (m_pos.pendingMeasuredProduct() || m_pos.editingQuantityLineID())
+                m_pos.cancelQuantityEntry();
+        });
+    follow(
+        m_heldSales, m_pos.showHeldSales(),
+        [this] {
+            return new HeldSalesView(
+                m_environment.modelContext(), m_session,
+                [this](const Ref<HeldSale>& held) { m_pos.pickHeldSale(held); }, window());
+        },
+        [this] { m_pos.setShowHeldSales(false); });
     followPendingRecall();
-    followReceiptSheet();
+    follow(
+        m_receiptSheet, m_pos.showReceiptSheet() && m_pos.lastCompletedSale(),
+        [this]() -> QDialog* {
+            // Without the store's settings there is no receipt to show.
+            ReceiptView* sheet = ReceiptView::present(*m_pos.lastCompletedSale(), m_environment, m_session, window());
+            if (!sheet)
+                m_pos.closeReceiptSheet();
+            return sheet;
+        },
+        [this] { m_pos.closeReceiptSheet(); });
     focusScan();
 }
 
-void POSWorkspaceView::followPaymentSheet()
+void POSWorkspaceView::follow(QPointer<QDialog>& shown, bool wanted, const std::function<QDialog*()>& make,
+                              std::function<void()> closed)
 {
-    PaymentSheetModel* payment = m_pos.paymentSheet();
-    if (payment && !m_paymentSheet) {
-        auto* sheet = new PaymentSheetView(*payment, window());
-        sheet->setAttribute(Qt::WA_DeleteOnClose);
-        // Cancel and Escape close the sheet; the sale stays in the cart as it was.
-        connect(sheet, &QDialog::finished, this, [this] {
-            m_pos.closePaymentSheet();
-            focusScan();
-        });
-        m_paymentSheet = sheet;
-        sheet->open();
-    } else if (!payment && m_paymentSheet) {
-        QDialog* sheet = m_paymentSheet;
-        m_paymentSheet = nullptr;
-        sheet->done(QDialog::Accepted);
-    }
-}
-
-void POSWorkspaceView::followQuantitySheet()
-{
-    const bool asking = m_pos.pendingMeasuredProduct() || m_pos.editingQuantityLineID();
-    if (asking && !m_quantitySheet) {
-        m_quantityEntry = m_pos.quantityEntry();
-        if (!m_quantityEntry)
+    if (wanted && !shown) {
+        QDialog* sheet = make();
+        if (!sheet)
             return;
-        auto* sheet = new QuantityEntrySheet(
-            *m_quantityEntry, [this](double quantity) { m_pos.finishQuantityEntry(quantity); },
-            [this] { m_pos.cancelQuantityEntry(); }, window());
         sheet->setAttribute(Qt::WA_DeleteOnClose);
-        connect(sheet, &QDialog::finished, this, [this] {
-            // Closed however it was: nothing is left waiting for an amount.
-            if (m_pos.pendingMeasuredProduct() || m_pos.editingQuantityLineID())
-                m_pos.cancelQuantityEntry();
+        connect(sheet, &QDialog::finished, this, [this, closed = std::move(closed)] {
+            closed();
             focusScan();
         });
-        m_quantitySheet = sheet;
-        sheet->open();
-    } else if (!asking && m_quantitySheet) {
-        QDialog* sheet = m_quantitySheet;
-        m_quantitySheet = nullptr;
+        shown = sheet;
+        if (!sheet->isVisible())
+            sheet->open();
+    } else if (!wanted && shown) {
+        QDialog* sheet = shown;
+        shown = nullptr;
         sheet->done(QDialog::Accepted);
-    }
-}
-
-void POSWorkspaceView::followReceiptSheet()
-{
-    if (m_pos.showReceiptSheet() && !m_receiptSheet && m_pos.lastCompletedSale()) {
-        ReceiptView* sheet = ReceiptView::present(*m_pos.lastCompletedSale(), m_environment, m_session, window());
-        if (!sheet) {
-            m_pos.closeReceiptSheet();
-            return;
-        }
-        connect(sheet, &QDialog::finished, this, [this] {
-            m_pos.closeReceiptSheet();
-            focusScan();
-        });
-        m_receiptSheet = sheet;
-    } else if (!m_pos.showReceiptSheet() && m_receiptSheet) {
-        QDialog* sheet = m_receiptSheet;
-        m_receiptSheet = nullptr;
-        sheet->done(QDialog::Accepted);
-    }
-}
-
-void POSWorkspaceView::followHeldSales()
-{
-    if (m_pos.showHeldSales() && !m_heldSales) {
-        auto* view = new HeldSalesView(
-            m_environment.modelContext(), m_session, [this](const Ref<HeldSale>& held) { m_pos.pickHeldSale(held); },
-            window());
-        view->setAttribute(Qt::WA_DeleteOnClose);
-        connect(view, &QDialog::finished, this, [this] {
-            m_pos.setShowHeldSales(false);
-            focusScan();
-        });
-        m_heldSales = view;
-        view->open();
-    } else if (!m_pos.showHeldSales() && m_heldSales) {
-        QDialog* view = m_heldSales;
-        m_heldSales = nullptr;
-        view->done(QDialog::Accepted);
     }
 }
 

@@ -4,6 +4,7 @@
 #include <QTimer>
 #include <QWidget>
 
+#include <functional>
 #include <memory>
 
 class AppEnvironment;
@@ -60,11 +61,11 @@ private:
     void showTillState();
     void showChips();
     void showGridState();
+    // The sheets follow the view model: each opens while its state asks for it and closes once
+    // the state has gone; closing one by hand tells the view model through `closed`.
     void followSheets();
-    void followPaymentSheet();
-    void followQuantitySheet();
-    void followReceiptSheet();
-    void followHeldSales();
+    void follow(QPointer<QDialog>& shown, bool wanted, const std::function<QDialog*()>& make,
+                std::function<void()> closed);
     void followPendingRecall();
     void showError();
     void showApproval();
