@@ -334,11 +334,8 @@ void POSWorkspaceView::followSheets()
                 *m_quantityEntry, [this](double quantity) { m_pos.finishQuantityEntry(quantity); },
                 [this] { m_pos.cancelQuantityEntry(); }, window());
         },
-        // Closed however it was: nothing is left waiting for an amount.
-        [this] {
-            if (m_pos.pendingMeasuredProduct() || m_pos.editingQuantityLineID())
-                m_pos.cancelQuantityEntry();
-        });
+        // The sheet itself says whether it took an amount or was cancelled.
+        {});
     follow(
         m_heldSales, m_pos.showHeldSales(),
         [this] {
@@ -370,7 +367,8 @@ void POSWorkspaceView::follow(QPointer<QDialog>& shown, bool wanted, const std::
             return;
         sheet->setAttribute(Qt::WA_DeleteOnClose);
         connect(sheet, &QDialog::finished, this, [this, closed = std::move(closed)] {
-            closed();
+            if (closed)
+                closed();
             focusScan();
         });
         shown = sheet;

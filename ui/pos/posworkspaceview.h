@@ -62,7 +62,7 @@ private:
     void showChips();
     void showGridState();
     // The sheets follow the view model: each opens while its state asks for it and closes once
-    // the state has gone; closing one by hand tells the view model through `closed`.
+    // the state has gone; closing one by hand tells the view model through `closed`, where the sheet doesn't itself.
     void followSheets();
     void follow(QPointer<QDialog>& shown, bool wanted, const std::function<QDialog*()>& make,
                 std::function<void()> closed);

@@ -7,8 +7,18 @@
 #include "ui/pos/cartlinerow.h"
 #include "ui/pos/cartpanelview.h"
 #include "ui/pos/heldsalesview.h"
+#include "ui/pos/paymentsheetview.h"
+#include "ui/controls/segmentedcontrol.h"
+#include "ui/pos/quantityentrysheet.h"
+#include "ui/receipts/receiptview.h"
+#include "ui/access/approvalsheet.h"
+#include "records/auditentry.h"
+#include "records/payment.h"
+#include "records/sale.h"
+#include "records/saleitem.h"
 #include "ui/salesscreentest.h"
 
+#include <QComboBox>
 #include <QLineEdit>
 #include <QListView>
 #include <QPushButton>
@@ -162,4 +172,104 @@ TEST_F(WorkspaceTest, RingUpTakesABookingToTheCounterOnlyIntoAnEmptyCart)
     auto* navigation = screen<MainNavigationView>();
     EXPECT_EQ(navigation->currentScreen(), &counter) << "the counter takes over";
     EXPECT_EQ(cartNames(counter), QStringList{"Haircut"});
+}
+
+// A whole sale as a cashier rings it up: three scans and a weighing by keyboard, the customer, a
+// discount an admin approves with her PIN, part mobile money and part cash with change.
+TEST_F(WorkspaceTest, ASaleFromTheKeyboardToTheStore)
+{
+    withCodes(soap, "6001", "SOAP");
+    withCodes(scene.product({.name = "Bread", .price = 8}), "6002", "BRD");
+    withCodes(scene.product({.name = "Milk", .price = 12}), "6003", "MLK");
+    const Ref<Product> rice =
+        withCodes(scene.product({.name = "Rice", .price = 18, .stock = 100, .unit = SellingUnit::kg}), "6004", "RCE");
+    const Ref<Customer> kofi = scene.customer("Kofi Mensah");
+    POSWorkspaceView& counter = openCounter();
+
+    for (const char* code : {"6001", "6002", "6003", "6004"})
+        scan(QString::fromLatin1(code));
+    auto* weighing = qobject_cast<QuantityEntrySheet*>(counter.openSheet());
+    ASSERT_NE(weighing, nullptr) << "rice is sold by weight";
+    QTest::keyClicks(weighing->amountField(), QStringLiteral("1,5"));
+    QTest::keyClick(weighing->amountField(), Qt::Key_Return);
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    EXPECT_EQ(cartNames(counter), (QStringList{"Soap", "Bread", "Milk", "Rice"}));
+    EXPECT_EQ(counter.cartPanel()->totalLabel()->text(), QStringLiteral("₵57.00"));
+    EXPECT_EQ(focused(), counter.searchField());
+
+    QTest::keyClick(focused(), Qt::Key_K, Qt::ControlModifier);
+    ASSERT_TRUE(QTest::qWaitForWindowActive(QApplication::activePopupWidget()));
+    QTest::keyClicks(focused(), QStringLiteral("kofi"));
+    QTest::keyClick(focused(), Qt::Key_Return);
+    EXPECT_EQ(counter.model().cart().customer(), kofi);
+
+    // 20 off 57 is over a cashier's 10%: it waits for Akosua's PIN.
+    QTest::keyClick(counter.searchField(), Qt::Key_D, Qt::ControlModifier);
+    QTest::keyClicks(focused(), QStringLiteral("20"));
+    QTest::keyClick(focused(), Qt::Key_Return);
+    auto* approval = qobject_cast<ApprovalSheet*>(QApplication::activeModalWidget());
+    ASSERT_NE(approval, nullptr);
+    ASSERT_TRUE(QTest::qWaitForWindowActive(approval));
+    EXPECT_EQ(counter.model().cart().saleDiscount(), 0) << "nothing off until approved";
+    QTest::keyClicks(approval->pinField(), QStringLiteral("4321"));
+    QTest::keyClick(approval->pinField(), Qt::Key_Return);
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    EXPECT_EQ(counter.model().cart().saleDiscount(), 20);
+    EXPECT_EQ(counter.cartPanel()->totalLabel()->text(), QStringLiteral("₵37.00"));
+
+    QTest::keyClick(focused(), Qt::Key_Return, Qt::ControlModifier);
+    auto* payment = qobject_cast<PaymentSheetView*>(counter.openSheet());
+    ASSERT_NE(payment, nullptr);
+    ASSERT_TRUE(QTest::qWaitForWindowActive(payment));
+    scan(QStringLiteral("6001"));
+    EXPECT_EQ(counter.model().cart().lines().size(), 4) << "a scan never reaches the cart behind the sheet";
+    EXPECT_EQ(counter.openSheet(), payment) << "nor completes the sale";
+    QTest::mouseClick(payment->modePicker()->segment(4), Qt::LeftButton);
+    QTest::mouseClick(payment->addPaymentMethodButton(), Qt::LeftButton);
+    QTest::mouseClick(payment->addPaymentMethodButton(), Qt::LeftButton);
+    ASSERT_EQ(payment->splitRowWidgets().size(), 2);
+    const auto mobile = payment->splitRowWidgets()[0];
+    mobile.method->setCurrentIndex(mobile.method->findText(QStringLiteral("Mobile Money")));
+    // A person's keys, not a scanner's burst, which the sheet would refuse.
+    QTest::keyClicks(payment->splitRowWidgets()[0].amount, QStringLiteral("20"), Qt::NoModifier, 30);
+    const auto cash = payment->splitRowWidgets()[1];
+    QTest::keyClicks(cash.amount, QStringLiteral("17"), Qt::NoModifier, 30);
+    QTest::keyClicks(cash.tendered, QStringLiteral("20"), Qt::NoModifier, 30);
+    // Pressed only: the sheet is gone before the key comes up.
+    QTest::qWait(30);
+    QTest::keyPress(cash.tendered, Qt::Key_Return);
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+
+    auto* receipt = qobject_cast<ReceiptView*>(counter.openSheet());
+    ASSERT_NE(receipt, nullptr) << "the receipt sheet follows the sale";
+    QTest::keyClick(receipt, Qt::Key_Escape);
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    EXPECT_EQ(counter.openSheet(), nullptr);
+    // The window's own focus: the test platform doesn't give the window back its activation.
+    EXPECT_EQ(counter.window()->focusWidget(), counter.searchField()) << "ready for the next customer";
+    EXPECT_TRUE(counter.model().cart().lines().isEmpty());
+
+    const QList<Ref<Sale>> sales = store.context().fetch<Sale>();
+    ASSERT_EQ(sales.size(), 1);
+    const Ref<Sale>& sale = sales.first();
+    EXPECT_FALSE(sale->invoiceNumber().isEmpty());
+    EXPECT_DOUBLE_EQ(sale->total(), 37);
+    EXPECT_EQ(sale->customer(), kofi);
+    EXPECT_EQ(sale->items().size(), 4);
+    EXPECT_DOUBLE_EQ(rice->stockQuantity(), 98.5);
+    EXPECT_DOUBLE_EQ(soap->stockQuantity(), 49);
+    QStringList paid;
+    for (const Ref<Payment>& tender : sale->payments())
+        paid << QStringLiteral("%1 %2 change %3")
+                    .arg(PaymentMethodTypes::label(tender->method()))
+                    .arg(tender->amount())
+                    .arg(tender->changeGiven());
+    paid.sort();
+    EXPECT_EQ(paid, (QStringList{"Cash 17 change 3", "Mobile Money 20 change 0"}));
+    EXPECT_EQ(kofi->loyaltyPoints(), 3) << "one point for each ₵10 spent";
+    const QList<Ref<AuditEntry>> discount =
+        store.context().fetch<AuditEntry>(AuditEntry::Col::actionRaw == QStringLiteral("discount"));
+    ASSERT_EQ(discount.size(), 1);
+    EXPECT_EQ(discount.first()->approverName(), QStringLiteral("Akosua"));
+    EXPECT_EQ(discount.first()->reference(), sale->invoiceNumber());
 }
