@@ -1,16 +1,10 @@
 #include "customers/adjustpointsmodel.h"
 
-#include "store/unitofwork.h"
-
 AdjustPointsModel::AdjustPointsModel(LoyaltyService& loyalty, SessionStore& session, Ref<Customer> customer,
                                      std::function<void()> onDone, QObject* parent)
-    : ViewModel(parent)
+    : CustomerEntryModel(session, std::move(customer), std::move(onDone), parent)
     , m_loyalty(loyalty)
-    , m_session(session)
-    , m_customer(std::move(customer))
-    , m_onDone(std::move(onDone))
 {
-    Q_ASSERT(m_customer);
 }
 
 QString AdjustPointsModel::balanceLine() const
@@ -45,18 +39,6 @@ bool AdjustPointsModel::check()
 
 bool AdjustPointsModel::save(const std::function<void()>& alongside)
 {
-    ModelContext* context = m_customer->context();
-    Q_ASSERT(context);
-    const bool saved = writing([&] {
-        performUnitOfWork(*context, [&] {
-            m_loyalty.adjust(m_customer, points(), m_reason, m_session.currentUser());
-            if (alongside)
-                alongside();
-        });
-    });
-    if (!saved)
-        return false;
-    if (m_onDone)
-        m_onDone();
-    return true;
+    return saveThenDone([&] { m_loyalty.adjust(m_customer, points(), m_reason, m_session.currentUser()); },
+                        alongside);
 }

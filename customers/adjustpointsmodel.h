@@ -1,9 +1,7 @@
 #pragma once
 
+#include "customers/customerentrymodel.h"
 #include "customers/loyaltyservice.h"
-#include "records/customer.h"
-#include "startup/sessionstore.h"
-#include "viewmodel/viewmodel.h"
 
 #include <QString>
 
@@ -11,7 +9,7 @@
 #include <optional>
 
 // The "Adjust Points" sheet: a signed change with a required reason, made by the signed-in user.
-class AdjustPointsModel : public ViewModel {
+class AdjustPointsModel : public CustomerEntryModel {
     Q_OBJECT
 
 public:
@@ -30,7 +28,6 @@ public:
     AdjustPointsModel(LoyaltyService& loyalty, SessionStore& session, Ref<Customer> customer,
                       std::function<void()> onDone, QObject* parent = nullptr);
 
-    Ref<Customer> customer() const { return m_customer; }
     Direction direction() const { return m_direction; }
     void setDirection(Direction direction) { assign(m_direction, direction); }
     QString pointsText() const { return m_pointsText; }
@@ -55,9 +52,6 @@ private:
     qint64 enteredPoints() const;
 
     LoyaltyService& m_loyalty;
-    SessionStore& m_session;
-    Ref<Customer> m_customer;
-    std::function<void()> m_onDone;
     Direction m_direction = Direction::add;
     QString m_pointsText;
     QString m_reason;

@@ -3,7 +3,6 @@
 #include "clock/clock.h"
 #include "money/currency.h"
 #include "money/numberentry.h"
-#include "store/unitofwork.h"
 
 namespace {
 // Nothing typed is no amount, which the service refuses in its own words.
@@ -15,14 +14,10 @@ NumberEntry entered(const QString& text)
 
 OpeningBalanceModel::OpeningBalanceModel(AccountsService& accounts, SessionStore& session, Ref<Customer> customer,
                                          std::function<void()> onDone, QObject* parent)
-    : ViewModel(parent)
+    : CustomerEntryModel(session, std::move(customer), std::move(onDone), parent)
     , m_accounts(accounts)
-    , m_session(session)
-    , m_customer(std::move(customer))
-    , m_onDone(std::move(onDone))
     , m_owedSince(latestDay())
 {
-    Q_ASSERT(m_customer);
 }
 
 QDate OpeningBalanceModel::latestDay()
@@ -78,18 +73,9 @@ bool OpeningBalanceModel::save(const std::function<void()>& alongside)
 {
     if (amountProblem())
         return false;
-    ModelContext* context = m_customer->context();
-    Q_ASSERT(context);
-    const bool saved = writing([&] {
-        performUnitOfWork(*context, [&] {
+    return saveThenDone(
+        [&] {
             m_accounts.recordOpeningBalance(m_customer, amount(), m_owedSince, m_note, m_session.currentUser());
-            if (alongside)
-                alongside();
-        });
-    });
-    if (!saved)
-        return false;
-    if (m_onDone)
-        m_onDone();
-    return true;
+        },
+        alongside);
 }

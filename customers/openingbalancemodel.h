@@ -1,9 +1,7 @@
 #pragma once
 
 #include "customers/accountsservice.h"
-#include "records/customer.h"
-#include "startup/sessionstore.h"
-#include "viewmodel/viewmodel.h"
+#include "customers/customerentrymodel.h"
 
 #include <QDate>
 #include <QString>
@@ -14,7 +12,7 @@
 // The "Opening Balance" sheet: what a customer already owed in the shop's credit book when their
 // account started here, and the day it dates from. Entered once; it is a charge on the account,
 // never a sale, so takings, tills and reports leave it out.
-class OpeningBalanceModel : public ViewModel {
+class OpeningBalanceModel : public CustomerEntryModel {
     Q_OBJECT
 
 public:
@@ -28,7 +26,6 @@ public:
     OpeningBalanceModel(AccountsService& accounts, SessionStore& session, Ref<Customer> customer,
                         std::function<void()> onDone, QObject* parent = nullptr);
 
-    Ref<Customer> customer() const { return m_customer; }
     // "What {name} owed before their account was kept here…", under the title.
     QString explanation() const;
     // A money field: "1,250.00" is accepted; text that isn't an amount is refused here, not read as 0.
@@ -59,9 +56,6 @@ public:
 
 private:
     AccountsService& m_accounts;
-    SessionStore& m_session;
-    Ref<Customer> m_customer;
-    std::function<void()> m_onDone;
     QString m_amountText;
     QDate m_owedSince;
     QString m_note;

@@ -8,18 +8,6 @@
 
 #include <gtest/gtest.h>
 
-// A receipt printer that can be told to jam.
-struct JammingReceiptPrinter : RecordedReceiptPrinter {
-    std::optional<Refusal> failure;
-    void printReceipt(const ReceiptData& receipt, bool useThermalWidth,
-                      const std::optional<InstalledPrinter>& printer) override
-    {
-        if (failure)
-            throw *failure;
-        RecordedReceiptPrinter::printReceipt(receipt, useThermalWidth, printer);
-    }
-};
-
 // A counter with an open till, a signed-in cashier and an admin who can approve, the receipt
 // printer "Receipt" plugged in, and the workspace on it.
 struct POSTest : ::testing::Test {
@@ -29,19 +17,12 @@ struct POSTest : ::testing::Test {
     SalesScene scene{context};
     ListedPrinters* printers = nullptr;
     RecordedTransport* transport = nullptr;
-    JammingReceiptPrinter* printer = nullptr;
+    RecordedReceiptPrinter* printer = nullptr;
     std::unique_ptr<AppEnvironment> environment = makeEnvironment();
     SessionStore session;
     Ref<AppSettings> settings = environment->loadOrCreateSettings();
     Ref<User> cashier = scene.user("Ama", UserRole::cashier);
-    Ref<User> admin = scene.saved([] {
-        auto made = std::make_shared<User>();
-        made->setName(QStringLiteral("Kwame"));
-        made->setUsername(QStringLiteral("kwame"));
-        made->setRole(UserRole::admin);
-        made->setPin(QStringLiteral("4321"));
-        return made;
-    }());
+    Ref<User> admin = scene.user("Kwame", UserRole::admin, "4321");
     std::unique_ptr<POSViewModel> pos;
 
     POSTest()
@@ -58,7 +39,7 @@ struct POSTest : ::testing::Test {
         auto listed = std::make_unique<ListedPrinters>();
         listed->printers = {{QStringLiteral("Receipt"), QStringLiteral("Epson TM-T20")}};
         auto sent = std::make_unique<RecordedTransport>();
-        auto jamming = std::make_unique<JammingReceiptPrinter>();
+        auto jamming = std::make_unique<RecordedReceiptPrinter>();
         printers = listed.get();
         transport = sent.get();
         printer = jamming.get();

@@ -339,18 +339,27 @@ TEST_F(DailyFilesTest, AFullDiskOrAMissingFolderIsSaidPlainlyAndLeavesNoFile)
         QStringLiteral("QuickBooks journal 2026-03-09.csv couldn't be saved: No such file or directory."));
 }
 
-TEST(AccountingExportService, JournalsOfTheStoreComeFromItsCountedSalesAndAccountPayments)
+namespace {
+// A sale of one line paid 100 in cash on 9 March, unsaved: the journal reads what the context holds.
+void addCashSale(ModelContext& context, double unitPrice, double taxRate)
 {
-    TestStore store;
-    ModelContext& context = store.context();
     const Ref<Sale> sold = Sale::make(QStringLiteral("INV-1"), nullptr, nullptr, nullptr);
     sold->setTimestamp(at(9, 10));
-    const Ref<SaleItem> line = SaleItem::make(nullptr, 1, 85, 0, 15.0 / 85.0, 0, false);
+    sold->setTotal(100);
+    const Ref<SaleItem> line = SaleItem::make(nullptr, 1, unitPrice, 0, taxRate, 0, false);
     const Ref<Payment> paid = Payment::make(PaymentMethodType::cash, 100, 100, 0, QString());
     line->setSale(sold);
     paid->setSale(sold);
     context.insert(line); // the sale joins with it
     context.insert(paid);
+}
+} // namespace
+
+TEST(AccountingExportService, JournalsOfTheStoreComeFromItsCountedSalesAndAccountPayments)
+{
+    TestStore store;
+    ModelContext& context = store.context();
+    addCashSale(context, 85, 15.0 / 85.0);
     auto received = std::make_shared<CustomerPayment>();
     received->setTimestamp(at(10, 9));
     received->setAmount(50);
@@ -371,15 +380,7 @@ TEST(AccountingExportService, AnOpeningBalanceIsNoTakingsInAnyJournalOrReport)
 {
     TestStore store;
     ModelContext& context = store.context();
-    const Ref<Sale> sold = Sale::make(QStringLiteral("INV-1"), nullptr, nullptr, nullptr);
-    sold->setTimestamp(at(9, 10));
-    sold->setTotal(100);
-    const Ref<SaleItem> line = SaleItem::make(nullptr, 1, 100, 0, 0, 0, false);
-    const Ref<Payment> paid = Payment::make(PaymentMethodType::cash, 100, 100, 0, QString());
-    line->setSale(sold);
-    paid->setSale(sold);
-    context.insert(line);
-    context.insert(paid);
+    addCashSale(context, 100, 0);
     const Ref<Customer> kofi = store.saved(std::make_shared<Customer>());
     for (const auto& [since, entered] : {std::pair{at(9, 0), at(9, 11)}, std::pair{at(12, 0), at(12, 9)}}) {
         auto opening = std::make_shared<AccountOpeningBalance>();

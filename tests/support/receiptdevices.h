@@ -32,9 +32,12 @@ struct RecordedReceiptPrinter : ReceiptPrinting {
         std::optional<InstalledPrinter> printer;
     };
     QList<Job> printed;
+    std::optional<Refusal> failure; // a jam: thrown in place of printing
     void printReceipt(const ReceiptData& receipt, bool useThermalWidth,
                       const std::optional<InstalledPrinter>& printer) override
     {
+        if (failure)
+            throw *failure;
         printed.append({receipt, useThermalWidth, printer});
     }
     void exportPDF(const ReceiptData&, bool, const QString&) override {}

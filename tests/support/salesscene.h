@@ -59,12 +59,14 @@ struct SalesScene {
         return saved(made);
     }
 
-    Ref<User> user(const char* name, UserRole role)
+    Ref<User> user(const char* name, UserRole role, const char* pin = nullptr)
     {
         auto made = std::make_shared<User>();
         made->setName(QString::fromUtf8(name));
         made->setUsername(QString::fromUtf8(name).toLower());
         made->setRole(role);
+        if (pin)
+            made->setPin(QString::fromUtf8(pin));
         return saved(made);
     }
 

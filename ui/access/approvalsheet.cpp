@@ -48,6 +48,14 @@ ApprovalSheet* ApprovalSheet::raise(ApprovalRequest request, AppEnvironment& env
     return sheet;
 }
 
+ApprovalSheet* ApprovalSheet::raiseInPlaceOf(ApprovalRequest request, AppEnvironment& environment,
+                                             QWidget& waiting)
+{
+    request.onCancel = [&waiting] { waiting.show(); };
+    waiting.hide();
+    return raise(std::move(request), environment, waiting.parentWidget());
+}
+
 ApprovalSheet* ApprovalSheet::askPIN(AuditAction action, const QString& summary, const ViewModel& model,
                                      std::function<bool(const Ref<User>&)> perform,
                                      AppEnvironment& environment, QWidget* parent)

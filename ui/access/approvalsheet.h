@@ -17,6 +17,10 @@ public:
 
     // Opens a sheet for the request over `parent`; it deletes itself once closed.
     static ApprovalSheet* raise(ApprovalRequest request, AppEnvironment& environment, QWidget* parent);
+    // The same in place of the sheet that asked, one sheet at a time (else its buttons show under
+    // the shorter approval sheet): `waiting` hides behind it and comes back when the admin cancels.
+    static ApprovalSheet* raiseInPlaceOf(ApprovalRequest request, AppEnvironment& environment,
+                                         QWidget& waiting);
     // Asks an admin's PIN for an action of `model`: `perform` gets the approver and says whether
     // the action went through; when it didn't, the sheet shows the model's message and stays open.
     static ApprovalSheet* askPIN(AuditAction action, const QString& summary, const ViewModel& model,

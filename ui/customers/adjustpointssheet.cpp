@@ -62,13 +62,8 @@ AdjustPointsSheet::AdjustPointsSheet(AppEnvironment& environment, SessionStore& 
 void AdjustPointsSheet::primaryAction()
 {
     std::optional<ApprovalRequest> request = m_approvals.adjustPoints(m_model);
-    if (!request)
-        return;
-    // One sheet at a time, or this one's buttons would show under the shorter approval sheet: the
-    // adjustment waits behind it and comes back when the admin cancels.
-    request->onCancel = [this] { show(); };
-    hide();
-    ApprovalSheet::raise(std::move(*request), m_environment, parentWidget());
+    if (request)
+        ApprovalSheet::raiseInPlaceOf(std::move(*request), m_environment, *this);
 }
 
 void AdjustPointsSheet::showNewBalance()

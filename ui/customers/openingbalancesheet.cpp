@@ -70,9 +70,5 @@ void OpeningBalanceSheet::primaryAction()
             focusToReplace(m_amount);
         return;
     }
-    // One sheet at a time, as with Adjust Points: this one waits behind the approval and comes
-    // back when the admin cancels.
-    request->onCancel = [this] { show(); };
-    hide();
-    ApprovalSheet::raise(std::move(*request), m_environment, parentWidget());
+    ApprovalSheet::raiseInPlaceOf(std::move(*request), m_environment, *this);
 }

@@ -7,6 +7,7 @@
 #include "ui/products/productlistmodel.h"
 
 #include "clock/clock.h"
+#include "customers/customersviewmodel.h"
 #include "records/records.h"
 #include "staff/staffviewmodel.h"
 #include "startup/sessionstore.h"
@@ -78,6 +79,8 @@ TEST_F(ListPagingTest, NamesakesStraddlingPageEndsComeOnceInKeyOrderOnEveryList)
     SuppliersViewModel suppliers(context);
     StaffViewModel staff(context);
     CategoriesViewModel categories(context);
+    AccountsService accounts(context);
+    CustomersViewModel customers(accounts, context, session);
     const struct {
         const char* what;
         std::function<void(const QString&)> add;
@@ -92,6 +95,14 @@ TEST_F(ListPagingTest, NamesakesStraddlingPageEndsComeOnceInKeyOrderOnEveryList)
              QList<RecordListRow> rows;
              for (const ProductListRow& row : products.page(key ? &*key : nullptr, limit))
                  rows << RecordListRow{row.id, row.name, {}, false};
+             return rows;
+         }},
+        {"customers", [&](const QString& name) { add<Customer>([&](Customer& c) { c.setName(name); }); },
+         [&](const RecordListRow* after, int limit) {
+             QList<RecordListRow> rows;
+             for (const CustomerRow& row :
+                  customers.page(after ? context.find<Customer>(after->id) : nullptr, limit))
+                 rows << RecordListRow{row.customer->id(), row.name, {}, false};
              return rows;
          }},
         {"suppliers", [&](const QString& name) { add<Supplier>([&](Supplier& s) { s.setName(name); }); },

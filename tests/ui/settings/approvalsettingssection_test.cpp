@@ -2,6 +2,7 @@
 
 #include "access/approvalservice.h"
 #include "access/approvalsettingsmodel.h"
+#include "access/userbuilder.h"
 #include "records/records.h"
 #include "support/teststore.h"
 #include "ui/controls/errorlabel.h"
@@ -22,13 +23,8 @@ struct ApprovalSettingsSectionTest : ::testing::Test {
     TestStore store;
     ModelContext& context = store.context();
     Ref<AppSettings> settings = store.saved(std::make_shared<AppSettings>());
-    Ref<User> boss = store.saved([] {
-        auto made = std::make_shared<User>();
-        made->setName(QStringLiteral("Boss"));
-        made->setUsername(QStringLiteral("boss"));
-        made->setRole(UserRole::admin);
-        return made;
-    }());
+    Ref<User> boss =
+        addUser(context, {.username = QStringLiteral("boss"), .role = UserRole::admin, .name = "Boss"});
     ApprovalService approvals{context};
     ApprovalSettingsModel model{context, settings, approvals};
     ApprovalSettingsSection section{model};
