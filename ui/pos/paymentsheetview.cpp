@@ -191,9 +191,12 @@ QWidget* PaymentSheetView::makeCashPage()
         };
         connect(button, &QPushButton::clicked, this, choose);
         connect(new QShortcut(key, this), &QShortcut::activated, this, choose);
+        button->setMinimumWidth(110);
         m_quickCash << button;
         quick->addWidget(button);
     }
+    // One amount is a button, not a bar across the sheet.
+    quick->addStretch();
     column->addLayout(quick);
 
     m_changeDue = addFigure(column, QStringLiteral("Change Due"), page);
