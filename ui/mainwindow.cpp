@@ -8,6 +8,7 @@
 #include "ui/access/loginview.h"
 #include "ui/appointments/appointmentsview.h"
 #include "ui/customers/customersview.h"
+#include "ui/dashboard/dashboardview.h"
 #include "ui/history/saleshistoryview.h"
 #include "ui/inventory/inventoryview.h"
 #include "ui/navigation/mainnavigationview.h"
@@ -99,6 +100,7 @@ RootView::ScreenFactories MainWindow::screens()
 SectionScreens MainWindow::sectionScreens()
 {
     SectionScreens screens;
+    screens.add(AppSection::dashboard, [this] { return new DashboardView(m_environment, m_session); });
     screens.add(AppSection::appointments, [this] { return new AppointmentsView(m_environment); });
     screens.add(AppSection::products, [this] {
         auto* view = new ProductsView(m_environment, m_session);
