@@ -9,6 +9,7 @@
 #include "ui/access/loginview.h"
 #include "ui/appointments/appointmentsview.h"
 #include "ui/customers/customersview.h"
+#include "ui/dashboard/dashboardview.h"
 #include "ui/history/saleshistoryview.h"
 #include "ui/inventory/inventoryview.h"
 #include "ui/navigation/mainnavigationview.h"
@@ -139,6 +140,7 @@ RootView::ScreenFactories MainWindow::screens()
 SectionScreens MainWindow::sectionScreens(const std::shared_ptr<CounterModelHolder>& counter)
 {
     SectionScreens screens;
+    screens.add(AppSection::dashboard, [this] { return new DashboardView(m_environment, m_session); });
     screens.add(AppSection::pos, [this, counter] {
         return new POSWorkspaceView(m_environment, m_session, counter->model(), m_actionBus);
     });
