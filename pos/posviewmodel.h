@@ -219,6 +219,6 @@ private:
     bool m_showHeldSales = false;
     std::optional<ApprovalRequest> m_approvalRequest;
     bool m_writingSale = false; // the grid takes a sale's stock from the cart, not from a reread
-    bool m_gridOnShow = false;
+    bool m_gridOnShow = true; // until a screen says the grid is hidden
     bool m_gridStale = false;
 };
