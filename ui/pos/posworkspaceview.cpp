@@ -5,6 +5,7 @@
 #include "startup/sessionstore.h"
 #include "ui/access/approvalsheet.h"
 #include "ui/controls/emptystate.h"
+#include "ui/controls/scannerburstfilter.h"
 #include "ui/navigation/posactionbus.h"
 #include "ui/pos/cartpanelview.h"
 #include "ui/pos/heldsalesview.h"
@@ -23,6 +24,7 @@
 #include <QMessageBox>
 #include <QPushButton>
 #include <QResizeEvent>
+#include <QScrollBar>
 #include <QScrollArea>
 #include <QShortcut>
 #include <QStackedWidget>
@@ -186,7 +188,11 @@ void POSWorkspaceView::addShortcuts()
 bool POSWorkspaceView::eventFilter(QObject* watched, QEvent* event)
 {
     if (watched == m_grid->viewport() && event->type() == QEvent::Resize) {
-        const QSize tile = ProductTileDelegate::tileSizeFor(static_cast<QResizeEvent*>(event)->size().width());
+        // The list keeps room for its scroll bar while laying out, whether or not it shows yet.
+        const int scrollBar =
+            m_grid->verticalScrollBar()->isVisible() ? 0 : m_grid->style()->pixelMetric(QStyle::PM_ScrollBarExtent);
+        const QSize tile =
+            ProductTileDelegate::tileSizeFor(static_cast<QResizeEvent*>(event)->size().width() - scrollBar);
         if (tile != m_tiles->tileSize()) {
             m_tiles->setTileSize(tile);
             m_grid->setGridSize(tile);
@@ -350,12 +356,32 @@ void POSWorkspaceView::followSheets()
         [this]() -> QDialog* {
             // Without the store's settings there is no receipt to show.
             ReceiptView* sheet = ReceiptView::present(*m_pos.lastCompletedSale(), m_environment, m_session, window());
-            if (!sheet)
+            if (!sheet) {
                 m_pos.closeReceiptSheet();
+                return nullptr;
+            }
+            takeScansPast(sheet);
             return sheet;
         },
         [this] { m_pos.closeReceiptSheet(); });
     focusScan();
+}
+
+void POSWorkspaceView::takeScansPast(QDialog* sheet)
+{
+    // Every key reaches the sheet itself once: nothing inside it takes the keyboard. Return still
+    // prints through the sheet's default button when a person presses it.
+    for (QWidget* inside : sheet->findChildren<QWidget*>())
+        inside->setFocusPolicy(Qt::NoFocus);
+    sheet->setFocusPolicy(Qt::StrongFocus);
+    sheet->setFocus();
+    auto* scans = new ScannerBurstFilter(sheet);
+    scans->watch(sheet);
+    connect(scans, &ScannerBurstFilter::burstRefused, this, [this, sheet](const QString& code) {
+        sheet->done(QDialog::Accepted);
+        if (!m_pos.submitSearch(code))
+            m_search->setText(code);
+    });
 }
 
 void POSWorkspaceView::follow(QPointer<QDialog>& shown, bool wanted, const std::function<QDialog*()>& make,

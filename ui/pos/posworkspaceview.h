@@ -67,6 +67,9 @@ private:
     void follow(QPointer<QDialog>& shown, bool wanted, const std::function<QDialog*()>& make,
                 std::function<void()> closed);
     void followPendingRecall();
+    // The next customer's first scan, while the last receipt is still up: the receipt makes way
+    // and the item goes to the cart, instead of the scan's Return printing the receipt again.
+    void takeScansPast(QDialog* sheet);
     void showError();
     void showApproval();
     // Back to the scan field, unless a sheet or a field of the cart has the keyboard.
