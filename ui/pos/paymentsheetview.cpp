@@ -409,12 +409,21 @@ void PaymentSheetView::showFields()
     if (m_pages->currentIndex() != page) {
         m_pages->setCurrentIndex(page);
         fitToCurrentPage(m_pages);
-        adjustSize();
+        fitHeight();
     }
     m_cashProblem->setMessage(m_model->cashTenderedProblem());
     m_changeDue->setText(m_model->changeDueText());
     showSplitRows();
     m_remaining->setText(money(m_model->remaining()));
+}
+
+void PaymentSheetView::fitHeight()
+{
+    // Sections shown or hidden a moment ago are counted now, so that the sheet also shrinks.
+    m_points->layout()->activate();
+    m_pages->currentWidget()->layout()->activate();
+    layout()->activate();
+    adjustSize();
 }
 
 void PaymentSheetView::showInputs()
@@ -445,7 +454,7 @@ void PaymentSheetView::showInputs()
     showPoints();
     showFields();
     fitToCurrentPage(m_pages);
-    adjustSize();
+    fitHeight();
 }
 
 void PaymentSheetView::showSplitRows()
@@ -526,7 +535,7 @@ void PaymentSheetView::showSplitRows()
             m_rows << widgets;
         }
         fitToCurrentPage(m_pages);
-        adjustSize();
+        fitHeight();
     }
 
     for (qsizetype index = 0; index < rows.size(); ++index) {

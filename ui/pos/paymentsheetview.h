@@ -75,6 +75,7 @@ private:
     QWidget* makePointsSection();
     void chooseMode(PaymentSheetModel::Mode mode);
     void focusMode();
+    void fitHeight();
     void showFields();
     void showInputs();
     void showSplitRows();
