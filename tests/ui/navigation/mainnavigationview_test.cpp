@@ -31,7 +31,7 @@ TEST_F(WindowTest, EachUserGetsAFreshSidebarOfTheirSectionsAndSignOutLeavesTheSh
     session.setCurrentUser(boss);
     QPointer<MainNavigationView> first = screen<MainNavigationView>();
     ASSERT_NE(first, nullptr);
-    EXPECT_EQ(first->sidebar()->count(), 11) << "every built section";
+    EXPECT_EQ(first->sidebar()->count(), 12) << "every built section";
     window->actionBus().setRequestedSection(AppSection::settings);
     EXPECT_NE(qobject_cast<SettingsView*>(first->currentScreen()), nullptr);
 
