@@ -55,13 +55,9 @@ TEST_F(DashboardViewModelTest, TodaysFiguresCountTodaysSalesAsTheReportsDo)
 
     model.refresh();
 
-    EXPECT_EQ(model.titleText(), "Today, Mar 9, 2026");
-    EXPECT_EQ(model.errorMessage(), std::nullopt);
-    EXPECT_EQ(model.netSalesText(), "₵69.00");
-    EXPECT_EQ(model.transactionsText(), "2");
-    EXPECT_EQ(model.averageBasketText(), "₵34.50");
-    EXPECT_EQ(model.taxCollectedText(), "₵9.00");
-    EXPECT_EQ(model.grossProfitText(), "₵26.00");
+    EXPECT_EQ((QStringList{model.titleText(), model.netSalesText(), model.transactionsText(),
+                           model.averageBasketText(), model.taxCollectedText(), model.grossProfitText()}),
+              (QStringList{"Today, Mar 9, 2026", "₵69.00", "2", "₵34.50", "₵9.00", "₵26.00"}));
     // The split sale counts once under each of its methods; the refund takes from cash.
     EXPECT_EQ(texts(model.paymentLines()),
               (QStringList{"Card|₵57.50", "Mobile Money|₵13.00", "Cash|-₵1.50"}));
@@ -69,9 +65,8 @@ TEST_F(DashboardViewModelTest, TodaysFiguresCountTodaysSalesAsTheReportsDo)
     // The next morning starts from nothing, without yesterday's sales.
     now = at(10, 8);
     model.refresh();
-    EXPECT_EQ(model.titleText(), "Today, Mar 10, 2026");
-    EXPECT_EQ(model.netSalesText(), "₵0.00");
-    EXPECT_EQ(model.averageBasketText(), "₵0.00");
+    EXPECT_EQ((QStringList{model.titleText(), model.netSalesText(), model.averageBasketText()}),
+              (QStringList{"Today, Mar 10, 2026", "₵0.00", "₵0.00"}));
     EXPECT_TRUE(model.paymentLines().isEmpty());
 }
 
@@ -92,8 +87,6 @@ TEST_F(DashboardViewModelTest, OwedToYouAddsWhatEachOwingCustomerOwes)
     scene.sale({at(9, 11), {{goods, 4, 10}}, {{Method::onAccount, 25}, {Method::cash, 15}}, esi});
 
     model.refresh();
-
-    EXPECT_EQ(model.owedToYou(), 95);
     EXPECT_EQ(model.owedToYouText(), "₵95.00");
 }
 
@@ -109,7 +102,6 @@ TEST_F(DashboardViewModelTest, LowStockListsActiveStockedProductsAtOrBelowTheirL
     scene.product({.name = "Gift wrap", .stock = -2, .reorderLevel = 5, .type = ProductType::nonInventory});
 
     model.refresh();
-
     EXPECT_EQ(model.lowStockCountText(), "2");
     EXPECT_EQ(texts(model.lowStockLines()), (QStringList{"Flour|1.5 kg left", "Rice|5 left"}));
 }
@@ -117,36 +109,17 @@ TEST_F(DashboardViewModelTest, LowStockListsActiveStockedProductsAtOrBelowTheirL
 TEST_F(DashboardViewModelTest, TillStatusSaysWhenTheOpenShiftStartedAndWithWhat)
 {
     model.refresh();
-    EXPECT_FALSE(model.isTillOpen());
-    EXPECT_EQ(model.tillStatusText(), "No till open");
-    EXPECT_EQ(model.tillStatusNote(), "Open a till shift before selling.");
+    EXPECT_EQ(model.tillStatusText() + u'|' + model.tillStatusNote(),
+              "No till open|Open a till shift before selling.");
 
-    struct Case {
-        const char* name;
-        QDateTime openedAt;
-        const char* status;
-    };
-    const Case cases[] = {
-        {"opened this morning", at(9, 9, 5), "Opened 9:05 AM with ₵200.00 float"},
-        // Left open overnight: the time alone would pass for this morning.
-        {"left open since yesterday", at(8, 18, 30), "Opened Mar 8, 6:30 PM with ₵200.00 float"},
-    };
     const Ref<TillShift> shift = till.openShift(nullptr, 200);
-    for (const Case& c : cases) {
-        performUnitOfWork(context, [&] { shift->setOpenedAt(c.openedAt); });
+    // Left open overnight, the time alone would pass for this morning's.
+    for (const auto& [openedAt, status] : {std::pair{at(9, 9, 5), "Opened 9:05 AM with ₵200.00 float"},
+                                           std::pair{at(8, 18, 30), "Opened Mar 8, 6:30 PM with ₵200.00 float"}}) {
+        performUnitOfWork(context, [&] { shift->setOpenedAt(openedAt); });
         model.refresh();
-        EXPECT_EQ(model.tillStatusText(), c.status) << c.name;
-        EXPECT_EQ(model.tillStatusNote(), "") << c.name;
+        EXPECT_EQ(model.tillStatusText() + u'|' + model.tillStatusNote(), QString::fromUtf8(status) + u'|');
     }
-}
-
-TEST_F(DashboardViewModelTest, AStoreWithNothingTodayShowsZerosAndNoPayments)
-{
-    model.refresh();
-    EXPECT_EQ((QStringList{model.netSalesText(), model.transactionsText(), model.grossProfitText(),
-                           model.owedToYouText(), model.lowStockCountText()}),
-              (QStringList{"₵0.00", "0", "₵0.00", "₵0.00", "0"}));
-    EXPECT_TRUE(model.paymentLines().isEmpty());
 }
 
 // Every read the dashboard makes, failed in turn: the reason is shown and no figure is left from a
@@ -170,15 +143,13 @@ TEST_F(DashboardViewModelTest, AFailedReadShowsWhyAndNoHalfReadFigures)
         ++failures;
         ASSERT_TRUE(model.errorMessage().has_value()) << nth;
         EXPECT_EQ((QStringList{model.netSalesText(), model.owedToYouText(), model.lowStockCountText(),
-                               model.tillStatusText()}),
-                  (QStringList{"₵0.00", "₵0.00", "0", "No till open"}))
+                               model.tillStatusText(), QString::number(model.paymentLines().size())}),
+                  (QStringList{"₵0.00", "₵0.00", "0", "No till open", "0"}))
             << nth;
-        EXPECT_TRUE(model.paymentLines().isEmpty()) << nth;
     }
     EXPECT_GT(failures, 4) << "every kind of read was reached";
     EXPECT_EQ(model.errorMessage(), std::nullopt);
-    EXPECT_EQ(model.netSalesText(), "₵70.00");
-    EXPECT_EQ(model.owedToYouText(), "₵20.00");
-    EXPECT_EQ(model.lowStockCountText(), "1");
+    EXPECT_EQ((QStringList{model.netSalesText(), model.owedToYouText(), model.lowStockCountText()}),
+              (QStringList{"₵70.00", "₵20.00", "1"}));
     EXPECT_TRUE(model.isTillOpen());
 }

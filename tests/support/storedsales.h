@@ -8,14 +8,9 @@
 
 #include <utility>
 
-// Sales, products and customers written straight into a store, each sale with totals its own lines
+// Products, customers and sales written straight into a store, each sale with totals its own lines
 // add up to, for screens that read what checkout leaves without going through it. Header only.
 struct StoredSales {
-    explicit StoredSales(ModelContext& context)
-        : context(context)
-    {
-    }
-
     struct NewProduct {
         const char* name = "Soap";
         double stock = 100;
@@ -24,35 +19,10 @@ struct StoredSales {
         ProductType type = ProductType::inventory;
         bool isActive = true;
     };
-    Ref<Product> product(const NewProduct& fields)
-    {
-        auto made = std::make_shared<Product>();
-        made->setName(QString::fromUtf8(fields.name));
-        made->setStockQuantity(fields.stock);
-        made->setReorderLevel(fields.reorderLevel);
-        made->setSellingUnit(fields.unit);
-        made->setProductType(fields.type);
-        made->setIsActive(fields.isActive);
-        performUnitOfWork(context, [&] { context.insert(made); });
-        return made;
-    }
-
-    Ref<Customer> customer(const char* name)
-    {
-        auto made = std::make_shared<Customer>();
-        made->setName(QString::fromUtf8(name));
-        made->setAllowCredit(true);
-        performUnitOfWork(context, [&] { context.insert(made); });
-        return made;
-    }
-
     // Tax on top of the price; a negative quantity is a refund's line.
     struct Line {
         Ref<Product> product;
-        double quantity = 1;
-        double price = 10;
-        double cost = 0;
-        double taxRate = 0;
+        double quantity = 1, price = 10, cost = 0, taxRate = 0;
     };
     struct NewSale {
         QDateTime when;
@@ -62,15 +32,33 @@ struct StoredSales {
         Ref<Sale> refundOf = nullptr;
         bool voided = false;
     };
+
+    Ref<Product> product(const NewProduct& fields)
+    {
+        auto made = std::make_shared<Product>();
+        made->setName(QString::fromUtf8(fields.name));
+        made->setStockQuantity(fields.stock);
+        made->setReorderLevel(fields.reorderLevel);
+        made->setSellingUnit(fields.unit);
+        made->setProductType(fields.type);
+        made->setIsActive(fields.isActive);
+        return saved(made);
+    }
+
+    Ref<Customer> customer(const char* name)
+    {
+        auto made = std::make_shared<Customer>();
+        made->setName(QString::fromUtf8(name));
+        return saved(made);
+    }
+
     Ref<Sale> sale(const NewSale& fields)
     {
         return performUnitOfWork(context, [&] {
             const Ref<Sale> made = Sale::make(QUuid::createUuid().toString(), nullptr, fields.customer, nullptr);
             made->setTimestamp(fields.when);
             context.insert(made);
-            double subtotal = 0;
-            double tax = 0;
-            double total = 0;
+            double subtotal = 0, tax = 0, total = 0;
             for (const Line& line : fields.lines) {
                 const Ref<SaleItem> item =
                     SaleItem::make(line.product, line.quantity, line.price, line.cost, line.taxRate, 0, false);
@@ -86,7 +74,6 @@ struct StoredSales {
             for (const auto& [method, amount] : fields.payments) {
                 const Ref<Payment> payment = Payment::make(method, amount, amount, 0, QString());
                 payment->setSale(made);
-                payment->setTimestamp(fields.when);
                 context.insert(payment);
             }
             if (fields.refundOf) {
@@ -99,6 +86,12 @@ struct StoredSales {
             }
             return made;
         });
+    }
+
+    template <class T> Ref<T> saved(Ref<T> record)
+    {
+        performUnitOfWork(context, [&] { context.insert(record); });
+        return record;
     }
 
     ModelContext& context;
