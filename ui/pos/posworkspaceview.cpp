@@ -36,7 +36,7 @@ POSWorkspaceView::POSWorkspaceView(AppEnvironment& environment, SessionStore& se
     , m_environment(environment)
     , m_session(session)
     , m_pos(pos)
-    , m_bus(bus)
+    , m_bus(&bus)
     , m_pages(new QStackedWidget(this))
     , m_search(new QLineEdit(this))
     , m_chipRow(new QHBoxLayout)
@@ -228,26 +228,27 @@ void POSWorkspaceView::hideEvent(QHideEvent* event)
 void POSWorkspaceView::registerCommands()
 {
     SaleCommands commands = m_pos.commands();
-    m_bus.setNewSale(std::move(commands.newSale));
-    m_bus.setFindProduct(std::move(commands.findProduct));
-    m_bus.setCompleteSale([this] { startCheckout(); });
-    m_bus.setHoldSale(std::move(commands.holdSale));
-    m_bus.setPrintReceipt(std::move(commands.printReceipt));
-    m_bus.setRecallSale(std::move(commands.recallSale));
-    m_bus.setIsPOSWorkspaceActive(true);
+    m_bus->setNewSale(std::move(commands.newSale));
+    m_bus->setFindProduct(std::move(commands.findProduct));
+    m_bus->setCompleteSale([this] { startCheckout(); });
+    m_bus->setHoldSale(std::move(commands.holdSale));
+    m_bus->setPrintReceipt(std::move(commands.printReceipt));
+    m_bus->setRecallSale(std::move(commands.recallSale));
+    m_bus->setIsPOSWorkspaceActive(true);
 }
 
 void POSWorkspaceView::unregisterCommands()
 {
-    if (!m_bus.isPOSWorkspaceActive())
+    // The window's bus may be gone before its screens are.
+    if (!m_bus || !m_bus->isPOSWorkspaceActive())
         return;
-    m_bus.setNewSale({});
-    m_bus.setFindProduct({});
-    m_bus.setCompleteSale({});
-    m_bus.setHoldSale({});
-    m_bus.setPrintReceipt({});
-    m_bus.setRecallSale({});
-    m_bus.setIsPOSWorkspaceActive(false);
+    m_bus->setNewSale({});
+    m_bus->setFindProduct({});
+    m_bus->setCompleteSale({});
+    m_bus->setHoldSale({});
+    m_bus->setPrintReceipt({});
+    m_bus->setRecallSale({});
+    m_bus->setIsPOSWorkspaceActive(false);
 }
 
 QList<QAbstractButton*> POSWorkspaceView::categoryChips() const

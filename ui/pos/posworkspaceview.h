@@ -1,5 +1,7 @@
 #pragma once
 
+#include "ui/navigation/posactionbus.h"
+
 #include <QPointer>
 #include <QTimer>
 #include <QWidget>
@@ -9,7 +11,6 @@
 
 class AppEnvironment;
 class CartPanelView;
-class POSActionBus;
 class POSViewModel;
 class QAbstractButton;
 class QButtonGroup;
@@ -80,7 +81,7 @@ private:
     AppEnvironment& m_environment;
     SessionStore& m_session;
     POSViewModel& m_pos;
-    POSActionBus& m_bus;
+    QPointer<POSActionBus> m_bus;
     QStackedWidget* m_pages;
     QLineEdit* m_search;
     // Typing narrows the grid once the keys pause, so a scanner's burst of digits never waits
