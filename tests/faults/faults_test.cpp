@@ -11,6 +11,8 @@
 #include "customers/customersviewmodel.h"
 #include "customers/openingbalancemodel.h"
 #include "customers/receiveaccountpaymentmodel.h"
+#include "pos/posviewmodel.h"
+#include "records/auditentry.h"
 #include "receipts/receiptsettingsmodel.h"
 #include "reports/accountmap.h"
 #include "selling/salesservice.h"
@@ -171,6 +173,26 @@ std::shared_ptr<AccountApprovals> accountApprovals(FaultScene& scene)
 }
 
 // A cashier's adjustment, approved by the admin.
+// No Sale at the counter: the drawer opens, then its row in the audit log is written.
+FaultPlan noSale(FaultScene& scene)
+{
+    auto pos = std::make_shared<POSViewModel>(scene.environment, scene.session);
+    pos->requestNoSale();
+    std::optional<ApprovalRequest> request = pos->takeApprovalRequest();
+    if (!request) {
+        ADD_FAILURE() << "No Sale asked nothing";
+        return {[]() -> std::optional<QString> { return std::nullopt; }};
+    }
+    return {refused([&scene, pos, perform = request->perform] { perform(scene.cashier, QStringLiteral("change")); }),
+            {},
+            [&scene] {
+                const QList<Ref<AuditEntry>> rows =
+                    scene.context.fetch<AuditEntry>(AuditEntry::Col::actionRaw == QStringLiteral("noSale"));
+                ASSERT_EQ(rows.size(), 1);
+                EXPECT_EQ(rows.first()->reason(), QStringLiteral("change"));
+            }};
+}
+
 FaultPlan pointsAdjustment(FaultScene& scene)
 {
     const Ref<User> cashier = scene.saved(FaultScene::named<User>("Yaw", [](User& user) {
@@ -604,6 +626,7 @@ const Write writes[] = {
     {"PayOut", [](FaultScene& scene) { return cashMovement(scene, CashMovementType::payOut); }},
     {"AccountPayment", accountPayment},
     {"PointsAdjustment", pointsAdjustment},
+    {"NoSale", noSale},
     {"StockIn", [](FaultScene& scene) { return stockAdjustment(scene, Mode::stockIn, "5", 25, 4.5); }},
     {"StockOut", [](FaultScene& scene) { return stockAdjustment(scene, Mode::stockOut, "3", 17, 4); }},
     {"StockCount", [](FaultScene& scene) { return stockAdjustment(scene, Mode::adjust, "0", 0, 4); }},
