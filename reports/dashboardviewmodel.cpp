@@ -13,6 +13,7 @@
 #include "records/sale.h"
 #include "records/tillshift.h"
 #include "reports/dayrange.h"
+#include "stock/stockconditions.h"
 #include "reports/reportcalculator.h"
 #include "reports/salesreader.h"
 
@@ -23,15 +24,6 @@ const QLocale& usLocale()
 {
     static const QLocale locale(QLocale::English, QLocale::UnitedStates);
     return locale;
-}
-
-// Only products already low are made into records, a handful out of thousands; the calculator
-// then applies its own rule to them.
-Condition mayBeLowStock()
-{
-    return Product::Col::isActive == true &&
-           Condition(QStringLiteral("\"stockQuantity\" <= \"reorderLevel\" AND \"productTypeRaw\" NOT IN (?, ?)"),
-                     {ProductTypes::raw(ProductType::nonInventory), ProductTypes::raw(ProductType::service)});
 }
 } // namespace
 
@@ -73,7 +65,9 @@ void DashboardViewModel::refresh()
         }
         m_owedToYou = Rounding::toCents(owed);
 
-        m_lowStock = ReportCalculator::lowStock(m_context.fetch<Product>(FetchDescriptor(mayBeLowStock())));
+        // Only products already low become records, a handful out of thousands.
+        m_lowStock = ReportCalculator::lowStock(
+            m_context.fetch<Product>(FetchDescriptor(Product::Col::isActive == true && StockConditions::lowStock())));
 
         const Ref<TillShift> shift = m_till.currentOpenShift();
         m_tillOpenedAt = shift ? shift->openedAt() : QDateTime();

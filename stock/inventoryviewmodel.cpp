@@ -1,20 +1,8 @@
 #include "stock/inventoryviewmodel.h"
 
 #include "money/currency.h"
+#include "stock/stockconditions.h"
 #include "store/storeerror.h"
-
-namespace {
-// Mirrors Product::tracksStock in SQL: an unknown type counts stock.
-QString tracksStockSql()
-{
-    return QStringLiteral("\"productTypeRaw\" NOT IN (?, ?)");
-}
-
-QVariantList untrackedTypes()
-{
-    return {ProductTypes::raw(ProductType::nonInventory), ProductTypes::raw(ProductType::service)};
-}
-} // namespace
 
 InventoryViewModel::InventoryViewModel(ModelContext& context, QObject* parent)
     : ViewModel(parent)
@@ -52,7 +40,7 @@ QList<Ref<Product>> InventoryViewModel::products()
 {
     return reading(QList<Ref<Product>>(), [this] {
         // The type is filtered in SQL; the search runs in memory, where lower-casing is Unicode's.
-        const FetchDescriptor tracked = FetchDescriptor(Condition(tracksStockSql(), untrackedTypes()))
+        const FetchDescriptor tracked = FetchDescriptor(StockConditions::tracksStock())
                                             .sortedBy(ascending(Product::Col::name));
         return filteredProducts(m_context.fetch<Product>(tracked));
     });
@@ -82,11 +70,11 @@ QList<Ref<InventoryMovement>> InventoryViewModel::movements(const Ref<Product>& 
 double InventoryViewModel::stockValue()
 {
     return reading(0.0, [this] {
+        const Condition tracked = StockConditions::tracksStock();
         return m_context
-            .scalar(
-                QStringLiteral("SELECT TOTAL(\"costPrice\" * \"stockQuantity\") FROM \"Product\" WHERE ") +
-                    tracksStockSql(),
-                untrackedTypes())
+            .scalar(QStringLiteral("SELECT TOTAL(\"costPrice\" * \"stockQuantity\") FROM \"Product\" WHERE ") +
+                        tracked.sql(),
+                    tracked.bindings())
             .toDouble();
     });
 }
@@ -99,8 +87,6 @@ QString InventoryViewModel::stockValueText(const QString& currencySymbol)
 qint64 InventoryViewModel::lowStockCount()
 {
     return reading(qint64(0), [this] {
-        return m_context.count<Product>(
-            Condition(tracksStockSql(), untrackedTypes()) &&
-            Condition(QStringLiteral("\"stockQuantity\" <= \"reorderLevel\""), {}));
+        return m_context.count<Product>(StockConditions::lowStock());
     });
 }

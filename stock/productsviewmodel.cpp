@@ -8,6 +8,7 @@
 #include "money/taxsetup.h"
 #include "money/tolerances.h"
 #include "stock/productcodeerror.h"
+#include "stock/stockconditions.h"
 #include "store/storeerror.h"
 #include "store/unitofwork.h"
 
@@ -16,17 +17,10 @@
 #include <cmath>
 
 namespace {
-// Mirrors Product::tracksStock in SQL: an unknown type counts stock.
-Condition tracksStock()
-{
-    return Condition(QStringLiteral("\"productTypeRaw\" NOT IN (?, ?)"),
-                     {ProductTypes::raw(ProductType::nonInventory), ProductTypes::raw(ProductType::service)});
-}
-
 Condition ofType(ProductType type)
 {
     if (type == ProductType::inventory)
-        return tracksStock();
+        return StockConditions::tracksStock();
     return Product::Col::productTypeRaw == ProductTypes::raw(type);
 }
 
@@ -157,8 +151,7 @@ QList<ProductListRow> ProductsViewModel::page(const ProductListRow* after, int l
         // Unqualified columns are the product's own: the category brings only its name along.
         Condition where;
         if (m_showOnlyLowStock)
-            where = where && tracksStock() &&
-                    Condition(QStringLiteral("\"stockQuantity\" <= \"reorderLevel\""), {});
+            where = where && StockConditions::lowStock();
         if (m_showOnlyInactive)
             where = where && (Product::Col::isActive == false);
         if (m_typeFilter)
