@@ -274,6 +274,14 @@ void POSWorkspaceView::showTillState()
 
 void POSWorkspaceView::showChips()
 {
+    // The grid resets at every keystroke and chip; the chips are made again only when the
+    // categories themselves changed, never under the click that is choosing one.
+    QStringList categories;
+    for (const CategoryChip& chip : m_pos.products().categories())
+        categories << chip.id.toString() + chip.name;
+    if (categories == m_shownCategories && !m_chips->buttons().isEmpty())
+        return;
+    m_shownCategories = categories;
     const std::optional<QUuid> chosen = m_pos.selectedCategoryID();
     for (QAbstractButton* chip : m_chips->buttons()) {
         m_chips->removeButton(chip);
@@ -291,9 +299,9 @@ void POSWorkspaceView::showChips()
         m_chipRow->addWidget(chip);
     };
     addChip(QStringLiteral("All"), -1, !chosen);
-    const QList<CategoryChip>& categories = m_pos.products().categories();
-    for (int i = 0; i < categories.size(); ++i)
-        addChip(categories[i].name, i, chosen == categories[i].id);
+    const QList<CategoryChip>& chips = m_pos.products().categories();
+    for (int i = 0; i < chips.size(); ++i)
+        addChip(chips[i].name, i, chosen == chips[i].id);
     m_chipRow->addStretch();
 }
 

@@ -89,6 +89,7 @@ private:
     QTimer m_searchPause;
     QHBoxLayout* m_chipRow;
     QButtonGroup* m_chips;
+    QStringList m_shownCategories;
     QStackedWidget* m_gridPages;
     QListView* m_grid;
     ProductTileDelegate* m_tiles;

@@ -1,6 +1,7 @@
 #include "ui/pos/posworkspaceview.h"
 
 #include "pos/posviewmodel.h"
+#include "records/category.h"
 #include "records/heldsale.h"
 #include "ui/appointments/appointmenteditor.h"
 #include "ui/appointments/appointmentsview.h"
@@ -78,6 +79,19 @@ TEST_F(WorkspaceTest, ScansTypedIntoTheKeyboardReachTheCartAndTheFieldKeepsTheKe
     EXPECT_EQ(counter.cartPanel()->totalLabel()->text(), QStringLiteral("₵28.00"));
     EXPECT_TRUE(counter.searchField()->text().isEmpty());
     EXPECT_EQ(focused(), counter.searchField());
+
+    // A chip narrows the grid and stays chosen as the grid changes under it.
+    auto bread = store.context().fetchFirst<Product>(FetchDescriptor(Product::Col::name == QStringLiteral("Bread")));
+    auto bakery = std::make_shared<Category>();
+    bakery->setName(QStringLiteral("Bakery"));
+    scene.saved(bakery);
+    bread->setCategory(bakery);
+    store.context().save();
+    ASSERT_EQ(counter.categoryChips().size(), 2);
+    QTest::mouseClick(counter.categoryChips()[1], Qt::LeftButton);
+    EXPECT_EQ(counter.grid()->model()->rowCount(), 1);
+    EXPECT_TRUE(counter.categoryChips()[1]->isChecked());
+    QTest::mouseClick(counter.categoryChips()[0], Qt::LeftButton);
 
     // A code nobody has stays in the field; the grid says nothing matches.
     scan(QStringLiteral("999"));
